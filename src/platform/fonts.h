@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/types.h"
+
+// Bitmap fonts for OpenGL, from the fonts of the desktop.
+
+inline constexpr int FW_BOLD = 700;
+inline constexpr DWORD ANSI_CHARSET = 0;
+inline constexpr DWORD OUT_TT_PRECIS = 4;
+inline constexpr DWORD CLIP_DEFAULT_PRECIS = 0;
+inline constexpr DWORD ANTIALIASED_QUALITY = 4;
+
+/// A font of the face that comes nearest to `faceName`; the layer keeps it to the end of the process.
+/// A negative height is the character height in pixels. Null only if no font file at all is found.
+HFONT CreateFontA(int height, int width, int escapement, int orientation, int weight, DWORD italic,
+                  DWORD underline, DWORD strikeOut, DWORD characterSet, DWORD outputPrecision,
+                  DWORD clippingPrecision, DWORD quality, DWORD pitchAndFamily, const char* faceName);
+/// Selects the font for `wglUseFontBitmapsA`; returns what was selected before (not null), or null on
+/// failure: no device context or no font.
+HFONT SelectObject(HDC deviceContext, HFONT font);
+/// Compiles one display list per character code, from `first` on, into `listBase` and up. Each draws
+/// the character at the raster position and moves that by the character's advance. 0 on failure.
+BOOL wglUseFontBitmapsA(HDC deviceContext, DWORD first, DWORD count, DWORD listBase);
