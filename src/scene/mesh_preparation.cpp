@@ -1,0 +1,92 @@
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "scene/object.h"
+
+// What is done to a mesh once it is read: smooth normals, one index list instead of two, the radius.
+
+namespace {
+
+Vector VectorAt(const float* values, std::int32_t index) {
+    return Vector(values[3 * index], values[3 * index + 1], values[3 * index + 2]);
+}
+
+void StoreVector(float* values, std::int32_t index, Vector value) {
+    values[3 * index] = value.x;
+    values[3 * index + 1] = value.y;
+    values[3 * index + 2] = value.z;
+}
+
+/// Gives entry `texFaces[i]` of the array the old value of entry `faces[i]`, for all i in order: of two
+/// vertices that one texture vertex belongs to, the later wins.
+void Redistribute(float* values, std::int32_t valueCount, const std::int32_t* faces,
+                  const std::int32_t* texFaces, std::int32_t faceValueCount) {
+    // Read from a copy, since an entry may be overwritten before its old value is wanted.
+    auto old = std::make_unique_for_overwrite<float[]>(static_cast<std::size_t>(valueCount));
+    std::copy_n(values, valueCount, old.get());
+    for (std::int32_t i = 0; i < faceValueCount; i++) {
+        std::memcpy(values + 3 * texFaces[i], old.get() + 3 * faces[i], 3 * sizeof(float));
+    }
+}
+
+}  // namespace
+
+void Object::ComputeNormals() {
+    const std::int32_t vertexCount = vertexValueCount / 3;
+    const std::int32_t triangleCount = faceValueCount / 3;
+    // The mean of a vertex is the sum over its triangles in triangle order. Going through the triangles
+    // once and adding each to its corners' sums adds in just that order, without searching.
+    auto sums = std::make_unique<Vector[]>(static_cast<std::size_t>(vertexCount));
+    auto counts = std::make_unique<std::int32_t[]>(static_cast<std::size_t>(vertexCount));
+    const auto add = [&](std::int32_t vertex, Vector normal) {
+        sums[vertex] = sums[vertex] + normal;
+        counts[vertex]++;
+    };
+    for (std::int32_t triangle = 0; triangle < triangleCount; triangle++) {
+        const std::int32_t* corner = faces.get() + 3 * triangle;
+        const Vector a = VectorAt(vertices.get(), corner[0]);
+        const Vector b = VectorAt(vertices.get(), corner[1]);
+        const Vector c = VectorAt(vertices.get(), corner[2]);
+        Vector normal = (a - b).Cross(b - c);
+        normal.Normalise();
+        // A triangle counts once for a vertex, even if it names it twice.
+        add(corner[0], normal);
+        if (corner[1] != corner[0]) {
+            add(corner[1], normal);
+        }
+        if (corner[2] != corner[0] && corner[2] != corner[1]) {
+            add(corner[2], normal);
+        }
+    }
+    for (std::int32_t vertex = 0; vertex < vertexCount; vertex++) {
+        Vector normal = counts[vertex] > 0 ? sums[vertex] / static_cast<float>(counts[vertex])
+                                           : VectorAt(normals.get(), vertex);
+        normal.Normalise();
+        StoreVector(normals.get(), vertex, normal);
+    }
+}
+
+void Object::ReindexByTexFaces() {
+    ResizeVertices(texVertexValueCount / 3 + 4);
+    for (float* values : {vertices.get(), normals.get(), colours.get()}) {
+        Redistribute(values, vertexValueCount, faces.get(), texFaces.get(), faceValueCount);
+    }
+    faces = std::move(texFaces);
+    texFaceValueCount = 0;
+}
+
+void Object::ComputeRadius() {
+    radius = 0.0f;
+    if (vertexValueCount == 0) {
+        return;
+    }
+    const Vector centre = VectorAt(vertices.get(), centreVertex);
+    for (std::int32_t vertex = 0; vertex < vertexValueCount / 3; vertex++) {
+        const float distance = centre.Distance(VectorAt(vertices.get(), vertex));
+        if (distance > radius) {
+            radius = distance;
+        }
+    }
+}
