@@ -1,0 +1,7 @@
+#include "app/singletons.h"
+
+Timer* theTimer = nullptr;
+Log* theLog = nullptr;
+Engine* theEngine = nullptr;
+Scene* theScene = nullptr;
+PlayerControl* thePlayerControl = nullptr;

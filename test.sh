@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds everything and runs the whole suite.
+#   ./test.sh [PRESET]     release (default), debug, asan or clang
+set -eu
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. tools/packages.sh
+
+preset=${1:-release}
+InstallMissing $run_packages $test_packages
+[ "$preset" != clang ] || InstallMissing $ci_packages
+# Configured anew each time, so that packages which were missing before are found now.
+cmake --preset "$preset" >/dev/null
+Build "$preset"
+ctest --preset "$preset" --parallel 2
