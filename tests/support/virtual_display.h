@@ -1,0 +1,115 @@
+#pragma once
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "support/command.h"
+#include "support/wait_until.h"
+
+enum class WindowManager { None, Openbox };
+
+/// An X server of its own on a free number, 1280 by 1024 at 24 bits, with or without a window manager.
+/// DISPLAY names it for as long as the object lives; both processes end with it. Throws if the server
+/// or the manager doesn't come up.
+struct VirtualDisplay {
+    std::string name;  ///< such as ":7"
+    pid_t server = -1;
+    pid_t manager = -1;
+
+    explicit VirtualDisplay(WindowManager windowManager = WindowManager::None) {
+        if (const char* before = std::getenv("DISPLAY")) displayBefore = before;
+        int numberPipe[2];
+        if (pipe(numberPipe) != 0) throw std::runtime_error("no pipe for Xvfb");
+        fcntl(numberPipe[0], F_SETFD, FD_CLOEXEC);
+        server = Start({"Xvfb", "-displayfd", std::to_string(numberPipe[1]), "-screen", "0", "1280x1024x24",
+                        "+extension", "GLX", "+extension", "RANDR", "-noreset", "-nolisten", "tcp"});
+        close(numberPipe[1]);
+        for (char digit; read(numberPipe[0], &digit, 1) == 1 && digit != '\n';) {
+            name += digit;
+        }
+        close(numberPipe[0]);
+        if (name.empty()) {
+            End(server);
+            throw std::runtime_error("Xvfb doesn't start");
+        }
+        name.insert(0, ":");
+        setenv("DISPLAY", name.c_str(), 1);
+        if (windowManager == WindowManager::Openbox) StartManager();
+    }
+
+    ~VirtualDisplay() {
+        End(manager);
+        End(server);
+        if (displayBefore) {
+            setenv("DISPLAY", displayBefore->c_str(), 1);
+        } else {
+            unsetenv("DISPLAY");
+        }
+    }
+
+    VirtualDisplay(const VirtualDisplay&) = delete;
+    VirtualDisplay& operator=(const VirtualDisplay&) = delete;
+
+    /// Runs xdotool, as in `Xdotool("key a")`, and returns what it prints.
+    std::string Xdotool(const std::string& arguments) const {
+        return RunCommand("xdotool " + arguments + " 2>&1").output;
+    }
+
+    /// Saves what the screen shows; the suffix of the name decides the format.
+    bool SaveScreenshot(const std::string& fileName) const {
+        return RunCommand("import -window root '" + fileName + "' 2>&1").exitCode == 0;
+    }
+
+    /// Ends the server as a crash would.
+    void KillServer() {
+        kill(server, SIGKILL);
+        waitpid(server, nullptr, 0);
+        server = -1;
+    }
+
+private:
+    std::optional<std::string> displayBefore;
+
+    void StartManager() {
+        manager = Start({"openbox", "--config-file", "/etc/xdg/openbox/rc.xml"});
+        // A manager sets the number of desktops when it is ready; without it this command fails.
+        if (!WaitUntil([] { return RunCommand("xdotool get_num_desktops 2>&1").exitCode == 0; })) {
+            End(manager);
+            End(server);
+            throw std::runtime_error("openbox doesn't start");
+        }
+    }
+
+    static pid_t Start(const std::vector<std::string>& command) {
+        std::vector<char*> arguments;
+        for (const std::string& argument : command) {
+            arguments.push_back(const_cast<char*>(argument.c_str()));
+        }
+        arguments.push_back(nullptr);
+        const pid_t child = fork();
+        if (child != 0) return child;
+        prctl(PR_SET_PDEATHSIG, SIGTERM);  // a test that is killed leaves no server behind
+        const int nowhere = open("/dev/null", O_RDWR);
+        dup2(nowhere, STDIN_FILENO);
+        dup2(nowhere, STDOUT_FILENO);
+        dup2(nowhere, STDERR_FILENO);
+        execvp(arguments[0], arguments.data());
+        _exit(127);
+    }
+
+    static void End(pid_t& process) {
+        if (process <= 0) return;
+        kill(process, SIGTERM);
+        waitpid(process, nullptr, 0);
+        process = -1;
+    }
+};
