@@ -56,3 +56,6 @@ consteval const char* operator""_1250() {
 
 /// For the desktop, which wants UTF-8. Bytes without a letter become a question mark.
 std::string Windows1250ToUtf8(const char* text);
+/// The same without allocating, for when memory has run out: into a buffer of `size` bytes, above 0,
+/// cut at a whole letter if need be. Returns the length without the closing zero.
+std::size_t Windows1250ToUtf8(const char* text, char* utf8, std::size_t size);

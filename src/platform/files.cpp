@@ -1,0 +1,94 @@
+#include "platform/files.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace {
+
+bool Exists(const std::string& path) {
+    return access(path.c_str(), F_OK) == 0;
+}
+
+char LowerCase(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool EqualButForCase(const std::string& left, const std::string& right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return LowerCase(a) == LowerCase(b); });
+}
+
+/// The entry of a folder with that name in any case, the first in the order of bytes if there are
+/// several; empty if there is none.
+std::string FindEntry(const std::string& folder, const std::string& name) {
+    DIR* entries = opendir(folder.empty() ? "." : folder.c_str());
+    if (!entries) return {};
+    std::string found;
+    while (const dirent* entry = readdir(entries)) {
+        if (EqualButForCase(entry->d_name, name) && (found.empty() || entry->d_name < found)) {
+            found = entry->d_name;
+        }
+    }
+    closedir(entries);
+    return found;
+}
+
+}  // namespace
+
+std::string ResolveFileName(const char* fileName) {
+    std::string name = fileName;
+    std::replace(name.begin(), name.end(), '\\', '/');
+    if (name.empty() || Exists(name)) return name;
+
+    std::string resolved;
+    for (std::size_t start = 0; start < name.size();) {
+        const std::size_t end = std::min(name.find('/', start), name.size());
+        std::string component = name.substr(start, end - start);
+        if (!component.empty() && !Exists(resolved + component)) {
+            component = FindEntry(resolved, component);
+            if (component.empty()) return name;
+        }
+        resolved += component;
+        if (end < name.size()) resolved += '/';
+        start = end + 1;
+    }
+    return resolved;
+}
+
+std::FILE* OpenFile(const char* fileName, const char* mode) {
+    // "t" asks for text mode, which is no different from binary mode here and not in every fopen.
+    std::string knownMode = mode;
+    std::erase(knownMode, 't');
+
+    std::FILE* file = std::fopen(ResolveFileName(fileName).c_str(), knownMode.c_str());
+    if (!file) return nullptr;
+    struct stat status {};
+    if (fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
+        std::fclose(file);
+        return nullptr;
+    }
+    return file;
+}
+
+std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
+    std::FILE* file = OpenFile(fileName, "r");
+    if (!file) return nullptr;
+    auto stream = std::make_unique<TextStream>();
+    std::string& text = stream->text;
+    char buffer[4096];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, file)) > 0;) {
+        text.append(buffer, count);
+    }
+    std::fclose(file);
+
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < text.size(); i++) {
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+        text[length++] = text[i];
+    }
+    text.resize(length);
+    return stream;
+}

@@ -1,0 +1,77 @@
+#include "platform/message_box.h"
+
+#include <SDL.h>
+#include <langinfo.h>
+#include <locale.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/box_focus.h"
+#include "platform/windows1250.h"
+
+namespace {
+
+bool EnvironmentIsUtf8() {
+    const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
+    if (!locale) return false;
+    const bool isUtf8 = SDL_strcasecmp(nl_langinfo_l(CODESET, locale), "UTF-8") == 0;
+    freelocale(locale);
+    return isUtf8;
+}
+
+/// The box takes its locale from the environment, and cuts the text at the first letter that the
+/// locale lacks: under plain C at the first accented one. This lends it a locale that has them all.
+/// The locale of this process, with its decimal point, stays as it is.
+struct Utf8Environment {
+    char before[64] = "";
+    bool changed = false;
+    bool wasSet = false;
+
+    Utf8Environment() {
+        if (EnvironmentIsUtf8()) return;
+        if (const char* value = std::getenv("LC_ALL")) {
+            wasSet = true;
+            SDL_strlcpy(before, value, sizeof before);
+        }
+        changed = setenv("LC_ALL", "C.UTF-8", 1) == 0;
+    }
+    ~Utf8Environment() {
+        if (!changed) return;
+        if (wasSet) {
+            setenv("LC_ALL", before, 1);
+        } else {
+            unsetenv("LC_ALL");
+        }
+    }
+};
+
+Uint32 BoxKind(UINT style) {
+    if (style == MB_ICONERROR) return SDL_MESSAGEBOX_ERROR;
+    return style == MB_ICONEXCLAMATION ? SDL_MESSAGEBOX_WARNING : SDL_MESSAGEBOX_INFORMATION;
+}
+
+bool ShowBox(Uint32 kind, const char* caption, const char* text) {
+    const Utf8Environment environment;
+    const BoxFocus focus;
+    return SDL_ShowSimpleMessageBox(kind, caption, text, nullptr) == 0;
+}
+
+}  // namespace
+
+int MessageBoxA(HWND, const char* text, const char* caption, UINT style) {
+    // No allocation: one of the texts tells that memory has run out.
+    char utf8Text[8192];
+    char utf8Caption[512];
+    Windows1250ToUtf8(text ? text : "", utf8Text, sizeof utf8Text);
+    Windows1250ToUtf8(caption ? caption : "", utf8Caption, sizeof utf8Caption);
+
+    constexpr int ok = 1;
+    if (ShowBox(BoxKind(style), utf8Caption, utf8Text)) return ok;
+    if (caption) {
+        std::fprintf(stderr, "[%s] %s\n", utf8Caption, utf8Text);
+    } else {
+        std::fprintf(stderr, "%s\n", utf8Text);
+    }
+    return ok;
+}
