@@ -1,0 +1,210 @@
+#include "scene_writer/shapes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+Float3 Sum(Float3 a, Float3 b) {
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+
+Float3 Scaled(Float3 a, float s) {
+    return {a.x * s, a.y * s, a.z * s};
+}
+
+std::int32_t Count(const std::vector<Float3>& values) {
+    return static_cast<std::int32_t>(values.size());
+}
+
+/// A vertex with its texture coordinates: in the shapes the two always go together.
+void AddVertex(SceneObject& object, Float3 position, float u, float v, float tiles) {
+    object.vertices.push_back(position);
+    if (tiles != 0.0f) object.texVertices.push_back({u * tiles, v * tiles, 0.0f});
+}
+
+void AddFace(SceneObject& object, Int3 face) {
+    object.faces.push_back(face);
+    if (!object.texVertices.empty()) object.texFaces.push_back(face);
+}
+
+Int3 Shifted(Int3 face, std::int32_t by) {
+    return {face.a + by, face.b + by, face.c + by};
+}
+
+/// Texture faces that all use one new texture vertex, for a part that has none among parts that do.
+void AddPlainTexFaces(SceneObject& object) {
+    const std::int32_t plain = Count(object.texVertices);
+    object.texVertices.push_back({});
+    object.texFaces.resize(object.faces.size(), {plain, plain, plain});
+}
+
+}  // namespace
+
+SceneObject MakeGrid(const std::string& name, Float3 corner, Float3 u, Float3 v, int columns, int rows,
+                     float tiles) {
+    SceneObject grid;
+    grid.name = name;
+    for (int row = 0; row <= rows; row++) {
+        for (int column = 0; column <= columns; column++) {
+            const float alongU = static_cast<float>(column) / static_cast<float>(columns);
+            const float alongV = static_cast<float>(row) / static_cast<float>(rows);
+            AddVertex(grid, Sum(corner, Sum(Scaled(u, alongU), Scaled(v, alongV))), alongU, alongV, tiles);
+        }
+    }
+    for (int row = 0; row < rows; row++) {
+        for (int column = 0; column < columns; column++) {
+            const std::int32_t near = row * (columns + 1) + column;
+            const std::int32_t far = near + columns + 1;
+            AddFace(grid, {near, near + 1, far + 1});
+            AddFace(grid, {near, far + 1, far});
+        }
+    }
+    return grid;
+}
+
+SceneObject MakeBox(const std::string& name, Float3 low, Float3 high, float tiles) {
+    const Float3 x{high.x - low.x, 0.0f, 0.0f};
+    const Float3 y{0.0f, high.y - low.y, 0.0f};
+    const Float3 z{0.0f, 0.0f, high.z - low.z};
+    SceneObject box = MakeGrid(name, Sum(low, z), x, y, 1, 1, tiles);                    // top
+    Append(box, MakeGrid(name, Sum(low, y), x, Scaled(y, -1.0f), 1, 1, tiles));          // bottom
+    Append(box, MakeGrid(name, low, x, z, 1, 1, tiles));                                 // towards -y
+    Append(box, MakeGrid(name, Sum(low, Sum(x, y)), Scaled(x, -1.0f), z, 1, 1, tiles));  // towards +y
+    Append(box, MakeGrid(name, Sum(low, x), y, z, 1, 1, tiles));                         // towards +x
+    Append(box, MakeGrid(name, Sum(low, y), Scaled(y, -1.0f), z, 1, 1, tiles));          // towards -x
+    return box;
+}
+
+SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, float height, int sides,
+                         float tiles) {
+    // A seam in the texture: the last column stands where the first one does.
+    SceneObject cylinder = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, 1, tiles);
+    for (Float3& vertex : cylinder.vertices) {
+        const float angle = vertex.x * 2.0f * std::numbers::pi_v<float>;
+        vertex = {radius * std::cos(angle), radius * std::sin(angle), vertex.z * height};
+    }
+    // Faces meet in one vertex behind the seam, so that no edge is seen there.
+    for (Int3& face : cylinder.faces) {
+        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
+            if (*corner % (sides + 1) == sides) *corner -= sides;
+        }
+    }
+    for (const bool top : {false, true}) {
+        SceneObject cap;
+        AddVertex(cap, {0.0f, 0.0f, top ? height : 0.0f}, 0.5f, 0.5f, tiles);
+        for (int side = 0; side < sides; side++) {
+            const Float3 rim = cylinder.vertices[side];
+            AddVertex(cap, {rim.x, rim.y, top ? height : 0.0f}, 0.5f + rim.x / radius / 2.0f,
+                      0.5f + rim.y / radius / 2.0f, tiles);
+        }
+        for (int side = 0; side < sides; side++) {
+            const std::int32_t here = 1 + side;
+            const std::int32_t next = 1 + (side + 1) % sides;
+            AddFace(cap, top ? Int3{0, here, next} : Int3{0, next, here});
+        }
+        Append(cylinder, cap);
+    }
+    Move(cylinder, base);
+    return cylinder;
+}
+
+SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int rings, int sides,
+                     float tiles) {
+    SceneObject ball = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, rings, tiles);
+    for (Float3& vertex : ball.vertices) {
+        const float longitude = vertex.x * 2.0f * std::numbers::pi_v<float>;
+        const float latitude = (vertex.z - 0.5f) * std::numbers::pi_v<float>;
+        vertex = {radius * std::cos(latitude) * std::cos(longitude),
+                  radius * std::cos(latitude) * std::sin(longitude), radius * std::sin(latitude)};
+    }
+    for (Int3& face : ball.faces) {
+        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
+            if (*corner % (sides + 1) == sides) *corner -= sides;               // the seam
+            if (*corner < sides) *corner = 0;                                   // lower pole
+            if (*corner >= rings * (sides + 1)) *corner = rings * (sides + 1);  // upper pole
+        }
+    }
+    // At the poles one triangle of each cell has shrunk to a line.
+    SceneObject whole = ball;
+    whole.faces.clear();
+    whole.texFaces.clear();
+    for (std::size_t i = 0; i < ball.faces.size(); i++) {
+        const Int3 face = ball.faces[i];
+        if (face.a == face.b || face.b == face.c || face.c == face.a) continue;
+        whole.faces.push_back(face);
+        if (!ball.texFaces.empty()) whole.texFaces.push_back(ball.texFaces[i]);
+    }
+    Move(whole, centre);
+    return whole;
+}
+
+SceneObject MakeCamera(const std::string& name, Float3 eye, Float3 look) {
+    SceneObject camera;
+    camera.name = name;
+    camera.vertices = {eye, look};
+    return camera;
+}
+
+void Append(SceneObject& object, const SceneObject& part) {
+    SceneObject added = part;
+    if (object.texFaces.empty() != added.texFaces.empty()) {
+        SceneObject& plain = object.texFaces.empty() ? object : added;
+        if (!plain.faces.empty()) AddPlainTexFaces(plain);
+    }
+    const std::int32_t firstVertex = Count(object.vertices);
+    const std::int32_t firstTexVertex = Count(object.texVertices);
+    object.colours.resize(object.vertices.size(), {1.0f, 1.0f, 1.0f});
+    added.colours.resize(added.vertices.size(), {1.0f, 1.0f, 1.0f});
+    object.vertices.insert(object.vertices.end(), added.vertices.begin(), added.vertices.end());
+    object.colours.insert(object.colours.end(), added.colours.begin(), added.colours.end());
+    object.texVertices.insert(object.texVertices.end(), added.texVertices.begin(), added.texVertices.end());
+    for (const Int3& face : added.faces) {
+        object.faces.push_back(Shifted(face, firstVertex));
+    }
+    for (const Int3& texFace : added.texFaces) {
+        object.texFaces.push_back(Shifted(texFace, firstTexVertex));
+    }
+}
+
+void Paint(SceneObject& object, Float3 colour) {
+    object.colours.assign(object.vertices.size(), colour);
+}
+
+void Move(SceneObject& object, Float3 offset) {
+    for (Float3& vertex : object.vertices) {
+        vertex = Sum(vertex, offset);
+    }
+}
+
+void TurnAboutZ(SceneObject& object, Float3 centre, float angle) {
+    const float cosine = std::cos(angle);
+    const float sine = std::sin(angle);
+    for (Float3& vertex : object.vertices) {
+        const float x = vertex.x - centre.x;
+        const float y = vertex.y - centre.y;
+        vertex.x = centre.x + x * cosine - y * sine;
+        vertex.y = centre.y + x * sine + y * cosine;
+    }
+}
+
+void AddMarkers(SceneObject& object, Float3 centre, Float3 xAxis, Float3 yAxis, Float3 zAxis) {
+    if (object.texFaces.empty()) {
+        object.spareVertex = Count(object.vertices);
+    } else {
+        // Texture faces overwrite the entries that they name, so the spare vertex takes one they don't.
+        object.spareVertex = std::max(Count(object.vertices), Count(object.texVertices));
+        object.texVertices.resize(static_cast<std::size_t>(object.spareVertex) + 1);
+    }
+    // Fillers stand on the centre, where they don't make the object any larger.
+    object.vertices.resize(static_cast<std::size_t>(object.spareVertex) + 1, centre);
+    object.centreVertex = Count(object.vertices);
+    object.xAxisVertex = object.centreVertex + 1;
+    object.yAxisVertex = object.centreVertex + 2;
+    object.zAxisVertex = object.centreVertex + 3;
+    object.vertices.push_back(centre);
+    object.vertices.push_back(Sum(centre, xAxis));
+    object.vertices.push_back(Sum(centre, yAxis));
+    object.vertices.push_back(Sum(centre, zAxis));
+}
