@@ -86,7 +86,7 @@ TEST(MeshPreparation, NormalsEqualTheSearchBitForBit) {
             vertices.emplace_back(x, y, z);
         }
         std::vector<std::int32_t> faces;
-        for (std::size_t i = 0; i < 3 * (random() % 40); i++) {
+        for (std::size_t left = 3 * (random() % 40); left > 0; left--) {
             faces.push_back(static_cast<std::int32_t>(random() % static_cast<unsigned>(vertexCount)));
         }
         Object object;
