@@ -21,11 +21,20 @@ bool FindAttributeBlock(const char* name, TextStream& stream);
 /// @param closed if not null, tells whether that brace was there; without it the rest of the file is taken
 std::string ReadAttributeBlock(TextStream& stream, bool* closed = nullptr);
 
-/// The key loop: the next occurrence of a key in a captured text. Marks it as used up by overwriting its
-/// asterisk, so that every occurrence comes once, in the order of the text.
-/// @param from where to go on searching, 0 for the first call with a key; moved behind what was found
+/// The next occurrence of a key in a captured text. Marks it as used up by overwriting its asterisk, so
+/// that every occurrence comes once, in the order of the text.
+/// @param from where to go on searching, 0 for the first call with a key; moved behind the asterisk
 /// @return the cursor behind the key, for the scanners; null when no further occurrence is left
 const char* NextKey(std::string& text, const char* key, std::size_t& from);
+
+/// The key loop: calls `action` with the cursor behind each occurrence of the key.
+template <typename Action>
+void ForEachKey(std::string& text, const char* key, Action action) {
+    std::size_t from = 0;
+    while (const char* cursor = NextKey(text, key, from)) {
+        action(cursor);
+    }
+}
 
 /// The next integer, skipping all that is neither digit nor hyphen. 0 if there is none; beyond 32 bits the
 /// nearest 32-bit value. The cursor moves behind it and never beyond the terminator.

@@ -1,0 +1,155 @@
+#include "settings/attribute_text.h"
+
+#include <charconv>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <system_error>
+
+namespace {
+
+/// Longest name that a scan gives, in characters.
+constexpr std::size_t maxScannedName = 199;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// A number begins with one of these; everything else is a separator.
+bool BeginsNumber(char c) {
+    return IsDigit(c) || c == '-';
+}
+
+void SkipToNumber(const char*& cursor) {
+    while (*cursor != '\0' && !BeginsNumber(*cursor)) {
+        cursor++;
+    }
+}
+
+/// The character read counts from 0 to 255, the pattern's as a signed byte.
+bool Matches(int read, char patternCharacter) {
+    return read == static_cast<signed char>(patternCharacter);
+}
+
+}  // namespace
+
+bool SeekText(const char* pattern, TextStream& stream) {
+    if (*pattern == '\0') {
+        return true;
+    }
+    std::size_t matched = 0;
+    for (int c = stream.Read(); c != -1; c = stream.Read()) {
+        if (!Matches(c, pattern[matched])) {
+            matched = 0;
+            continue;
+        }
+        matched++;
+        if (pattern[matched] == '\0') {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ExpectText(const char* pattern, TextStream& stream) {
+    int c = stream.Read();
+    if (*pattern == '\0') {
+        return true;
+    }
+    std::size_t matched = 0;
+    for (; c != -1; c = stream.Read()) {
+        if (Matches(c, pattern[matched])) {
+            matched++;
+            if (pattern[matched] == '\0') {
+                return true;
+            }
+        } else if (c == ' ' || c == '\n') {
+            matched = 0;
+        } else {
+            return false;
+        }
+    }
+    return false;
+}
+
+bool FindAttributeBlock(const char* name, TextStream& stream) {
+    while (SeekText(name, stream)) {
+        if (ExpectText("{", stream)) {
+            return true;
+        }
+        // An empty name is found at the end, too, again and again.
+        if (stream.position >= stream.text.size()) {
+            return false;
+        }
+    }
+    return false;
+}
+
+std::string ReadAttributeBlock(TextStream& stream, bool* closed) {
+    const std::size_t begin = stream.position;
+    int depth = 1;
+    for (int c = 0; depth > 0 && (c = stream.Read()) != -1;) {
+        if (c == '{') {
+            depth++;
+        } else if (c == '}') {
+            depth--;
+        }
+    }
+    if (closed != nullptr) {
+        *closed = depth == 0;
+    }
+    return stream.text.substr(begin, stream.position - begin);
+}
+
+const char* NextKey(std::string& text, const char* key, std::size_t& from) {
+    char* occurrence = std::strstr(text.data() + from, key);
+    if (occurrence == nullptr) {
+        return nullptr;
+    }
+    *occurrence = '+';
+    from = static_cast<std::size_t>(occurrence - text.data()) + 1;
+    return occurrence + std::strlen(key);
+}
+
+std::int32_t ScanInt(const char*& cursor) {
+    SkipToNumber(cursor);
+    const char* begin = cursor;
+    while (BeginsNumber(*cursor)) {
+        cursor++;
+    }
+    std::int32_t value = 0;
+    if (std::from_chars(begin, cursor, value).ec == std::errc::result_out_of_range) {
+        using Limits = std::numeric_limits<std::int32_t>;
+        return *begin == '-' ? Limits::min() : Limits::max();
+    }
+    return value;
+}
+
+float ScanFloat(const char*& cursor) {
+    // The decimal point is a point, whatever language the desktop speaks.
+    static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+
+    SkipToNumber(cursor);
+    const float value = strtof_l(cursor, nullptr, plainLocale);
+    while (BeginsNumber(*cursor) || *cursor == '.') {
+        cursor++;
+    }
+    return value;
+}
+
+std::string ScanName(const char* text) {
+    while (*text != '\0' && !IsLetter(*text) && !IsDigit(*text)) {
+        text++;
+    }
+    std::size_t length = 0;
+    while (length < maxScannedName && (IsLetter(text[length]) || IsDigit(text[length]) ||
+                                       text[length] == '.' || text[length] == '\\')) {
+        length++;
+    }
+    return std::string(text, length);
+}
