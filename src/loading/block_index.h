@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/files.h"
@@ -20,5 +21,9 @@ struct BlockIndex {
     explicit BlockIndex(const std::string& text);
     /// Exactly what `FindAttributeBlock` gives from the start of the stream, which must hold the text that
     /// the index was made of.
-    bool Find(const std::string& name, TextStream& stream) const;
+    bool Find(const char* name, TextStream& stream) const;
+
+private:
+    /// What stands before the head, read backwards, at most `length` characters.
+    std::string_view ReversedName(const Head& head, std::size_t length) const;
 };
