@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "app/engine.h"
+#include "app/singletons.h"
+#include "scene/scene.h"
+#include "services/log.h"
+#include "services/timer.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+/// A fresh set of singletons in a folder of its own, on a machine without a display.
+struct SettingsFile : testing::Test {
+    TemporaryFolder folder;
+    Timer timer;
+    Log log;
+    Scene scene;
+    Engine engine;
+
+    SettingsFile() {
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+        theTimer = &timer;
+        theLog = &log;
+        theScene = &scene;
+        theEngine = &engine;
+        engine.SetLog(&log);
+        scene.SetLog(&log);
+        scene.SetTimer(&timer);
+    }
+    ~SettingsFile() override {
+        theTimer = nullptr;
+        theLog = nullptr;
+        theScene = nullptr;
+        theEngine = nullptr;
+    }
+
+    /// What the boxes say when a file with this text is read.
+    std::string Read(const std::string& text) {
+        WriteWholeFile("settings.atr", text);
+        testing::internal::CaptureStderr();
+        EXPECT_TRUE(engine.ReadSettings("settings.atr"));
+        return testing::internal::GetCapturedStderr();
+    }
+};
+
+std::size_t Count(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        count++;
+    }
+    return count;
+}
+
+TEST_F(SettingsFile, WithoutKeysLeavesTheDefaults) {
+    EXPECT_EQ(Read("Nothing here is a key: RESOLUTION 1 2 3\n}"), "");
+    EXPECT_EQ(engine.windowRect.right, 640);
+    EXPECT_EQ(engine.windowRect.bottom, 480);
+    EXPECT_EQ(engine.colourBits, 16);
+    EXPECT_EQ(scene.fontName, "Courier New");
+    EXPECT_EQ(scene.playerCount, 0);
+    EXPECT_EQ(timer.referenceSpeed, 200);
+    EXPECT_EQ(timer.framePeriod, 100);
+    EXPECT_FALSE(engine.fullScreen);
+    EXPECT_FALSE(engine.safeMode);
+}
+
+TEST_F(SettingsFile, AppliesEveryKeyWhereverItStands) {
+    EXPECT_EQ(Read("*PLAYERVIEWPORT 1 512 1 510 768\r\n"
+                   "*PLAYERCONTROLLER 1 2 *PLAYERCONTROLLER 0 1\r\n"
+                   "*PLAYERKEYBOARDCONTROLS 1 12 13 14 15 10 11 16 273\r\n"
+                   "*PLAYERHEADLIMIT 0 0.25\r\n"
+                   "*SAFE *FULLSCREEN\r\n"
+                   "*FARCLIPPINGPLANE 800 *NEARCLIPPINGPLANE .5\r\n"
+                   "*JOYSTICKSENSITIVITY 0.5 *MOUSESENSITIVITY -0.25\r\n"
+                   "*PLAYERCOUNT 2\r\n"
+                   "*FRAMERATELIMIT 50\r\n"
+                   "*REFFERENCESPEED 30\r\n"
+                   "*FONT Courier New\r\n"
+                   "*RESOLUTION 1024x768, 32 bits\r\n"
+                   "}\r\n"),
+              "");
+    EXPECT_EQ(engine.windowRect.right, 1024);
+    EXPECT_EQ(engine.windowRect.bottom, 768);
+    EXPECT_EQ(engine.colourBits, 32);
+    EXPECT_EQ(scene.fontName, "Courier");
+    EXPECT_EQ(timer.referenceSpeed, 30);
+    EXPECT_EQ(timer.framePeriod, 20);
+    EXPECT_EQ(engine.mouseSensitivity, -0.25f);
+    EXPECT_EQ(engine.joystickSensitivity, 0.5f);
+    EXPECT_EQ(engine.nearPlane, 5.0f) << "a point begins no number";
+    EXPECT_EQ(engine.farPlane, 800.0f);
+    EXPECT_TRUE(engine.fullScreen);
+    EXPECT_TRUE(engine.safeMode);
+
+    ASSERT_EQ(scene.playerCount, 2);
+    EXPECT_EQ(scene.players[0].headLimit, 0.25f);
+    EXPECT_EQ(scene.players[1].headLimit, 0.0f);
+    EXPECT_EQ(scene.players[0].controller, 1);
+    EXPECT_EQ(scene.players[1].controller, 2);
+    const std::uint8_t defaultKeys[8] = {0x26, 0x28, 0x25, 0x27, 0x21, 0x22, 0xBC, 0xBE};
+    EXPECT_EQ(std::memcmp(scene.players[0].keys, defaultKeys, 8), 0);
+    const std::uint8_t keys[8] = {10, 11, 12, 13, 14, 15, 16, 273 - 256};
+    EXPECT_EQ(std::memcmp(scene.players[1].keys, keys, 8), 0);
+    EXPECT_EQ(scene.players[0].viewportWidth, 100);
+    EXPECT_EQ(scene.players[1].viewportX, 512);
+    EXPECT_EQ(scene.players[1].viewportY, 1);
+    EXPECT_EQ(scene.players[1].viewportWidth, 510);
+    EXPECT_EQ(scene.players[1].viewportHeight, 768);
+}
+
+TEST_F(SettingsFile, LetsTheLaterOfTwoEqualKeysWinButAddsUpPlayers) {
+    Read("*PLAYERCOUNT1 *RESOLUTION 1 2 3 *PLAYERCOUNT -5 *RESOLUTION 800 600 300 *PLAYERCOUNT 2 }");
+    EXPECT_EQ(engine.windowRect.right, 800);
+    EXPECT_EQ(engine.windowRect.bottom, 600);
+    EXPECT_EQ(engine.colourBits, 300 - 256);
+    EXPECT_EQ(scene.playerCount, 3);
+}
+
+TEST_F(SettingsFile, PassesOverPlayersThatDoNotExist) {
+    EXPECT_EQ(Read("*PLAYERCOUNT 2 *PLAYERHEADLIMIT 2 0.5 *PLAYERHEADLIMIT -1 0.5 *PLAYERCONTROLLER 2 1\n"
+                   "*PLAYERVIEWPORT -1 1 2 3 4 *PLAYERKEYBOARDCONTROLS 99 1 2 3 4 5 6 7 8 }"),
+              "");
+    for (int i = 0; i < 2; i++) {
+        const Player& player = scene.players[i];
+        EXPECT_EQ(player.headLimit, 0.0f);
+        EXPECT_EQ(player.controller, 0);
+        EXPECT_EQ(player.viewportX, 0);
+        EXPECT_EQ(player.keys[2], 0x25);
+    }
+}
+
+TEST_F(SettingsFile, EndsAtTheFirstBraceThatClosesNothing) {
+    Read("{ *FARCLIPPINGPLANE 7 } *NEARCLIPPINGPLANE 3 } *SAFE *NEARCLIPPINGPLANE 4");
+    EXPECT_EQ(engine.farPlane, 7.0f);
+    EXPECT_EQ(engine.nearPlane, 3.0f);
+    EXPECT_FALSE(engine.safeMode);
+    EXPECT_EQ(ReadWholeFile("defaultlog.txt").find("settings.atr"), std::string::npos);
+}
+
+TEST_F(SettingsFile, WithoutClosingBraceCountsToTheEndAndIsNamedInTheLogOnce) {
+    Read("*SAFE *FARCLIPPINGPLANE");
+    EXPECT_TRUE(engine.safeMode);
+    EXPECT_EQ(engine.farPlane, 0.0f);
+    EXPECT_TRUE(engine.LoadMeshes("settings.atr"));
+    EXPECT_EQ(Count(ReadWholeFile("defaultlog.txt"), "settings.atr: the closing brace is missing\n"), 1u);
+}
+
+TEST_F(SettingsFile, WarnsOfZerosAndKeepsAllButTheFrameRate) {
+    timer.framePeriod = 77;
+    EXPECT_EQ(Read("*FARCLIPPINGPLANE 0 *FRAMERATELIMIT 0 *MOUSESENSITIVITY 0 *NEARCLIPPINGPLANE -0.0\n"
+                   "*JOYSTICKSENSITIVITY 0.0 }"),
+              "[:-(] Framerate limit nemůže být nula\n"
+              "[:-(] Pozor! Citlivost myši je nastavena na 0\n"
+              "[:-(] Pozor! Citlivost joysticku je nastavena na 0\n"
+              "[:-(] Pozor! NEARCLIPPINGPLANE je nastavena na 0\n"
+              "[:-(] Pozor! FARCLIPPINGPLANE je nastavena na 0\n");
+    EXPECT_EQ(timer.framePeriod, 77);
+    EXPECT_EQ(engine.mouseSensitivity, 0.0f);
+    EXPECT_EQ(engine.joystickSensitivity, 0.0f);
+    EXPECT_EQ(engine.nearPlane, 0.0f);
+    EXPECT_EQ(engine.farPlane, 0.0f);
+}
+
+TEST_F(SettingsFile, DividesTheSecondByTheFrameRate) {
+    Read("*FRAMERATELIMIT 30 }");
+    EXPECT_EQ(timer.framePeriod, 33);
+    Read("*FRAMERATELIMIT 1001 }");
+    EXPECT_EQ(timer.framePeriod, 0);
+    Read("*FRAMERATELIMIT *PLAYERCOUNT 2 }");
+    EXPECT_EQ(timer.framePeriod, 500) << "a key without a number takes the next one";
+}
+
+TEST_F(SettingsFile, IsMissedWithABox) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(engine.ReadSettings("settings.atr"));
+    EXPECT_FALSE(engine.LoadMeshes("settings.atr"));
+    const std::string box = "[:-(] Nebyl nalezen soubor s nastavením\n";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), box + box);
+    EXPECT_EQ(engine.windowRect.right, 640);
+}
+
+TEST_F(SettingsFile, LoadsItsScenesInTheOrderOfTheText) {
+    const std::string noObjects(4, '\0');
+    WriteWholeFile("Data/WORLD.BIN", noObjects);
+    WriteWholeFile("extra.bin", noObjects);
+    Read("*LOADMESH data\\world.bin\r\n*SAFE *LOADMESH missing.bin *LOADMESH extra.bin\r\n}\r\n");
+    EXPECT_EQ(ReadWholeFile("defaultlog.txt").find("world"), std::string::npos) << "not in the first pass";
+
+    std::rename("settings.atr", "SETTINGS.ATR");
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(engine.LoadMeshes("settings.atr"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[:-(] Tento soubor chybí: missing.bin\n");
+    const std::string lines = ReadWholeFile("defaultlog.txt");
+    const std::size_t world = lines.find(" se sc\xE9na: data\\world.bin\n");
+    const std::size_t missing = lines.find(" soubor chyb\xED: missing.bin\n");
+    const std::size_t extra = lines.find(" se sc\xE9na: extra.bin\n");
+    EXPECT_LT(world, missing);
+    EXPECT_LT(missing, extra);
+    EXPECT_NE(extra, std::string::npos);
+}
+
+}  // namespace
