@@ -55,6 +55,7 @@ bool BlockIndex::Find(const char* name, TextStream& stream) const {
     std::vector<Head> candidates(
         std::ranges::lower_bound(heads, std::string_view(reversedStem), {}, nameBefore),
         std::ranges::upper_bound(heads, std::string_view(reversedStem), {}, nameBefore));
+    // A name with a brace in it could send each of them back to the start of the text.
     if (!candidates.empty() && whole.find('{') != std::string_view::npos) {
         stream.position = 0;
         return FindAttributeBlock(name, stream);

@@ -12,23 +12,11 @@ namespace {
 /// Longest name that a scan gives, in characters.
 constexpr std::size_t maxScannedName = 199;
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
 /// A number begins with one of these; everything else is a separator.
-bool BeginsNumber(char c) {
-    return IsDigit(c) || c == '-';
-}
+constexpr const char* numberStart = "-0123456789";
 
-void SkipToNumber(const char*& cursor) {
-    while (*cursor != '\0' && !BeginsNumber(*cursor)) {
-        cursor++;
-    }
+bool IsLetterOrDigit(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
 /// The character read counts from 0 to 255, the pattern's as a signed byte.
@@ -117,11 +105,8 @@ const char* NextKey(std::string& text, const char* key, std::size_t& from) {
 }
 
 std::int32_t ScanInt(const char*& cursor) {
-    SkipToNumber(cursor);
-    const char* begin = cursor;
-    while (BeginsNumber(*cursor)) {
-        cursor++;
-    }
+    const char* begin = cursor + std::strcspn(cursor, numberStart);
+    cursor = begin + std::strspn(begin, numberStart);
     std::int32_t value = 0;
     if (std::from_chars(begin, cursor, value).ec == std::errc::result_out_of_range) {
         using Limits = std::numeric_limits<std::int32_t>;
@@ -134,21 +119,19 @@ float ScanFloat(const char*& cursor) {
     // The decimal point is a point, whatever language the desktop speaks.
     static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
 
-    SkipToNumber(cursor);
+    cursor += std::strcspn(cursor, numberStart);
     const float value = strtof_l(cursor, nullptr, plainLocale);
-    while (BeginsNumber(*cursor) || *cursor == '.') {
-        cursor++;
-    }
+    cursor += std::strspn(cursor, "-.0123456789");
     return value;
 }
 
 std::string ScanName(const char* text) {
-    while (*text != '\0' && !IsLetter(*text) && !IsDigit(*text)) {
+    while (*text != '\0' && !IsLetterOrDigit(*text)) {
         text++;
     }
     std::size_t length = 0;
-    while (length < maxScannedName && (IsLetter(text[length]) || IsDigit(text[length]) ||
-                                       text[length] == '.' || text[length] == '\\')) {
+    while (length < maxScannedName &&
+           (IsLetterOrDigit(text[length]) || text[length] == '.' || text[length] == '\\')) {
         length++;
     }
     return std::string(text, length);
