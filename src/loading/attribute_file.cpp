@@ -46,7 +46,12 @@ std::int32_t ScanGroup(const Block& block, const char* key, const char*& cursor)
 /// Asks for the move that brings the player's object to the spawn point.
 void PlaceOnSpawnPoint(const Block& block, const Object& spawnPoint, std::int32_t playerIndex) {
     const Scene& scene = block.scene;
-    if (playerIndex < 0 || playerIndex >= scene.playerCount) {
+    if (playerIndex < 0) {
+        block.LogIgnored("*PLAYERSPAWNPOINT", playerIndex, "there is no such player");
+        return;
+    }
+    // A scene for more players than there are this time is nothing unusual.
+    if (playerIndex >= scene.playerCount) {
         return;
     }
     const std::int32_t playerObject = scene.players[playerIndex].playerObject;

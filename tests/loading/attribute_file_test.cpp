@@ -126,6 +126,7 @@ TEST_F(AttributeFileTest, IgnoresGroupsAndPlayersThatCannotBe) {
     }
     EXPECT_EQ(Logged(), (Lines{"level.atr: Hero: *GROUPMEMBER -1 ignored, group ids run from 0 to 65535",
                                "level.atr: Hero: *GROUPPARENT 65536 ignored, group ids run from 0 to 65535",
+                               "level.atr: Hero: *PLAYERSPAWNPOINT -1 ignored, there is no such player",
                                "level.atr: Hero: *CAMERAOBJECT -1 ignored, there is no such player",
                                "level.atr: Hero: *PLAYEROBJECT 2 ignored, there is no such player"}));
 }
