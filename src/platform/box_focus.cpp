@@ -51,7 +51,7 @@ BoxFocus::BoxFocus() {
     if (helper == 0) FocusNewWindows(ready[1]);
     close(ready[1]);
     char byte;
-    if (read(ready[0], &byte, 1) != 1) byte = 0;  // the helper has ended: there is nothing for it to do
+    gives = read(ready[0], &byte, 1) == 1;  // otherwise the helper has ended
     close(ready[0]);
 }
 

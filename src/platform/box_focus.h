@@ -6,7 +6,8 @@
 /// keyboard focus: nobody else would give it, and a box could then not be closed by a key. Next to a
 /// window manager, or without a display, it does nothing.
 struct BoxFocus {
-    pid_t helper = -1;  ///< a process of its own, since the box blocks this one
+    bool gives = false;  ///< whether it really does
+    pid_t helper = -1;   ///< a process of its own, since the box blocks this one
 
     BoxFocus();
     ~BoxFocus();

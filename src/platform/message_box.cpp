@@ -8,6 +8,9 @@
 #include <cstdlib>
 
 #include "platform/box_focus.h"
+#include "platform/message_queue.h"
+#include "platform/video.h"
+#include "platform/window_record.h"
 #include "platform/windows1250.h"
 
 namespace {
@@ -51,10 +54,22 @@ Uint32 BoxKind(UINT style) {
     return style == MB_ICONEXCLAMATION ? SDL_MESSAGEBOX_WARNING : SDL_MESSAGEBOX_INFORMATION;
 }
 
+/// The window that the box stands above; null if none is to be seen.
+SDL_Window* BoxParent() {
+    SDL_Window* system = TheWindow() ? TheWindow()->system : nullptr;
+    return system && (SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN) ? system : nullptr;
+}
+
 bool ShowBox(Uint32 kind, const char* caption, const char* text) {
     const Utf8Environment environment;
     const BoxFocus focus;
-    return SDL_ShowSimpleMessageBox(kind, caption, text, nullptr) == 0;
+    SDL_Window* parent = BoxParent();
+    GatherEvents();
+    const bool shown = SDL_ShowSimpleMessageBox(kind, caption, text, parent) == 0;
+    // SDL reports a release for each key that is held, though nobody has released any.
+    if (VideoRuns()) SDL_FlushEvent(SDL_KEYUP);
+    if (parent && focus.gives) SDL_SetWindowInputFocus(parent);
+    return shown;
 }
 
 }  // namespace

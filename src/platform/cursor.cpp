@@ -1,0 +1,80 @@
+#include "platform/cursor.h"
+
+#include <SDL.h>
+#include <SDL_syswm.h>
+
+#include "platform/input_devices.h"
+#include "platform/video.h"
+#include "platform/window_record.h"
+
+namespace {
+
+int displayCounter = 0;
+
+bool madeUp = false;
+POINT madeUpPosition;
+
+bool AskServer(POINT& point) {
+#ifdef SDL_VIDEO_DRIVER_X11
+    // SDL keeps the position until the mouse itself moves; a program may have moved the cursor as well.
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!TheWindow() || !SDL_GetWindowWMInfo(TheWindow()->system, &info)) return false;
+    if (info.subsystem != SDL_SYSWM_X11) return false;
+    Display* display = info.info.x11.display;
+    Window root, child;
+    int windowX, windowY;
+    unsigned buttons;
+    return XQueryPointer(display, DefaultRootWindow(display), &root, &child, &point.x, &point.y, &windowX,
+                         &windowY, &buttons);
+#else
+    return false;
+#endif
+}
+
+}  // namespace
+
+void ChooseCursorMethod() {
+    const char* driver = SDL_GetCurrentVideoDriver();
+    SetCursorMadeUp(driver && SDL_strcmp(driver, "wayland") == 0);
+}
+
+void SetCursorMadeUp(bool newMadeUp) {
+    madeUp = newMadeUp;
+}
+
+void MoveCursor(int x, int y) {
+    madeUpPosition.x += x;
+    madeUpPosition.y += y;
+}
+
+int ShowCursor(BOOL show) {
+    displayCounter += show ? 1 : -1;
+    const bool visible = displayCounter >= 0;
+    if (!VideoRuns()) return displayCounter;
+    SDL_ShowCursor(visible ? SDL_ENABLE : SDL_DISABLE);
+    if (visible) SDL_SetRelativeMouseMode(SDL_FALSE);
+    return displayCounter;
+}
+
+BOOL ClipCursor(const RECT*) {
+    return TRUE;
+}
+
+BOOL GetCursorPos(POINT* point) {
+    if (!VideoRuns()) return FALSE;
+    if (madeUp) {
+        *point = madeUpPosition;
+    } else if (!AskServer(*point)) {
+        SDL_GetGlobalMouseState(&point->x, &point->y);
+    }
+    return TRUE;
+}
+
+BOOL SetCursorPos(int x, int y) {
+    if (!VideoRuns()) return FALSE;
+    if (!madeUp) return SDL_WarpMouseGlobal(x, y) == 0;
+    madeUpPosition = {x, y};
+    if (!SDL_GetRelativeMouseMode()) SDL_SetRelativeMouseMode(SDL_TRUE);
+    return TRUE;
+}

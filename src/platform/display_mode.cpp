@@ -1,0 +1,50 @@
+#include "platform/display_mode.h"
+
+#include <SDL.h>
+
+#include "platform/video.h"
+#include "platform/window_record.h"
+
+namespace {
+
+constexpr int display = 0;
+
+SDL_DisplayMode askedMode;
+bool modeAsked = false;
+
+/// Displays have one depth today and show the others as well.
+bool KnowsDepth(DWORD bits) {
+    return bits == 16 || bits == 24 || bits == 32;
+}
+
+bool FindMode(const DEVMODEA& wanted, SDL_DisplayMode& found) {
+    if ((wanted.dmFields & DM_BITSPERPEL) && !KnowsDepth(wanted.dmBitsPerPel)) return false;
+    if (!StartVideo()) return false;
+    const int count = SDL_GetNumDisplayModes(display);
+    for (int i = 0; i < count; i++) {
+        SDL_DisplayMode mode;
+        if (SDL_GetDisplayMode(display, i, &mode) != 0) continue;
+        if (static_cast<DWORD>(mode.w) != wanted.dmPelsWidth) continue;
+        if (static_cast<DWORD>(mode.h) != wanted.dmPelsHeight) continue;
+        found = mode;  // the first one has the highest refresh rate
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+const SDL_DisplayMode* AskedDisplayMode() {
+    return modeAsked ? &askedMode : nullptr;
+}
+
+LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
+    if (mode) {
+        if (!FindMode(*mode, askedMode)) return DISP_CHANGE_BADMODE;
+        modeAsked = true;  // the window takes it when it is shown: SDL ties the mode to a window
+        return DISP_CHANGE_SUCCESSFUL;
+    }
+    modeAsked = false;
+    if (TheWindow() && TheWindow()->system) SDL_SetWindowFullscreen(TheWindow()->system, 0);
+    return DISP_CHANGE_SUCCESSFUL;
+}

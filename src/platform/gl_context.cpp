@@ -1,0 +1,88 @@
+#include "platform/gl_context.h"
+
+#include <SDL.h>
+
+#include "platform/video.h"
+#include "platform/window_record.h"
+
+namespace {
+
+constexpr int onlyFormat = 1;
+
+SDL_Window* SystemWindow(HDC deviceContext) {
+    if (!deviceContext || !IsTheWindow(deviceContext->window)) return nullptr;
+    return deviceContext->window->system;
+}
+
+// A context's handle is SDL's.
+HGLRC Handle(SDL_GLContext context) {
+    return static_cast<HGLRC>(context);
+}
+
+}  // namespace
+
+HDC GetDC(HWND window) {
+    return IsTheWindow(window) ? &window->deviceContext : nullptr;
+}
+
+int ReleaseDC(HWND window, HDC deviceContext) {
+    return IsTheWindow(window) && deviceContext == &window->deviceContext;
+}
+
+int ChoosePixelFormat(HDC deviceContext, const PIXELFORMATDESCRIPTOR* descriptor) {
+    if (!deviceContext || !descriptor || !StartVideo()) return 0;
+    return SDL_GL_LoadLibrary(nullptr) == 0 ? onlyFormat : 0;
+}
+
+BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* descriptor) {
+    if (!deviceContext || !IsTheWindow(deviceContext->window) || format != onlyFormat) return FALSE;
+    PlatformWindow& window = *deviceContext->window;
+    if (window.system) return FALSE;  // a window has one format for good
+
+    const bool fewColours = descriptor->cColorBits <= 16;
+    SDL_GL_ResetAttributes();
+    SDL_GL_SetAttribute(SDL_GL_RED_SIZE, fewColours ? 5 : 8);
+    SDL_GL_SetAttribute(SDL_GL_GREEN_SIZE, fewColours ? 6 : 8);
+    SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, fewColours ? 5 : 8);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, descriptor->cDepthBits);
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, (descriptor->dwFlags & PFD_DOUBLEBUFFER) ? 1 : 0);
+    const Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN |
+                         (window.popUp ? SDL_WINDOW_BORDERLESS : SDL_WINDOW_RESIZABLE);
+    window.system = SDL_CreateWindow(window.title.c_str(), window.position.x, window.position.y,
+                                     window.clientWidth, window.clientHeight, flags);
+    deviceContext->pixelFormat = *descriptor;
+    return window.system != nullptr;
+}
+
+int DescribePixelFormat(HDC deviceContext, int format, UINT, PIXELFORMATDESCRIPTOR* descriptor) {
+    if (!SystemWindow(deviceContext) || format != onlyFormat) return 0;
+    // What was asked for: the format has that at least, and how much more only its context can tell.
+    *descriptor = deviceContext->pixelFormat;
+    return onlyFormat;
+}
+
+HGLRC wglCreateContext(HDC deviceContext) {
+    SDL_Window* window = SystemWindow(deviceContext);
+    return window ? Handle(SDL_GL_CreateContext(window)) : nullptr;
+}
+
+BOOL wglMakeCurrent(HDC deviceContext, HGLRC context) {
+    SDL_Window* window = SystemWindow(deviceContext);
+    if (!window && context) return FALSE;
+    if (SDL_GL_MakeCurrent(window, context) != 0) return FALSE;
+    if (context) SDL_GL_SetSwapInterval(0);
+    return TRUE;
+}
+
+BOOL wglDeleteContext(HGLRC context) {
+    if (!context || !VideoRuns()) return FALSE;
+    SDL_GL_DeleteContext(context);
+    return TRUE;
+}
+
+BOOL SwapBuffers(HDC deviceContext) {
+    SDL_Window* window = SystemWindow(deviceContext);
+    if (!window) return FALSE;
+    SDL_GL_SwapWindow(window);
+    return TRUE;
+}

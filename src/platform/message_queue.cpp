@@ -1,0 +1,201 @@
+#include "platform/message_queue.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+
+#include "platform/cursor.h"
+#include "platform/key_codes.h"
+#include "platform/key_releases.h"
+#include "platform/video.h"
+#include "platform/window_record.h"
+
+namespace {
+
+// A flat array, so that neither the frame loop nor a box that tells of exhausted memory allocates. If it
+// is ever full, posting fails, and events wait in SDL's own queue.
+constexpr std::size_t queueCapacity = 1024;
+MSG queue[queueCapacity];  // the oldest message first
+std::size_t waiting = 0;
+
+bool quitPosted = false;
+int quitCode = 0;
+
+/// How a key that is down has been reported. Its release goes by that, whatever Num Lock and Alt do
+/// meanwhile: who has seen it pressed also sees it released.
+struct PressedKey {
+    BYTE code = 0;
+    bool onlyAsSystemKey = false;
+};
+PressedKey pressedKeys[SDL_NUM_SCANCODES];
+
+/// The messages at the end of the queue that are key releases which SDL may have made up.
+std::size_t doubtfulReleases = 0;
+
+void Queue(UINT message, WPARAM wParam = 0) {
+    queue[waiting++] = {TheWindow(), message, wParam, 0};
+}
+
+bool IsSystemKey(const SDL_Keysym& key, BYTE code) {
+    const bool altAlone = (key.mod & KMOD_ALT) && !(key.mod & KMOD_CTRL);
+    return altAlone || code == keyF10;
+}
+
+void TakeKeyPress(const SDL_KeyboardEvent& event) {
+    const BYTE code = VirtualKeyCode(event.keysym);
+    if (code == 0) return;
+    const bool systemKey = IsSystemKey(event.keysym, code);
+    PressedKey& pressed = pressedKeys[event.keysym.scancode];
+    if (!event.repeat) pressed = {code, true};
+    pressed.onlyAsSystemKey = pressed.onlyAsSystemKey && systemKey;
+    Queue(systemKey ? WM_SYSKEYDOWN : WM_KEYDOWN, code);
+}
+
+void TakeKeyRelease(const SDL_KeyboardEvent& event) {
+    PressedKey key = pressedKeys[event.keysym.scancode];
+    if (key.code == 0) key.code = VirtualKeyCode(event.keysym);
+    if (key.code == 0) return;
+    Queue(key.onlyAsSystemKey ? WM_SYSKEYUP : WM_KEYUP, key.code);
+    doubtfulReleases = IsRealRelease(event) ? 0 : doubtfulReleases + 1;
+}
+
+void TakeMouseButton(const SDL_MouseButtonEvent& event) {
+    const bool down = event.state == SDL_PRESSED;
+    switch (event.button) {
+        case SDL_BUTTON_LEFT:
+            return Queue(down ? WM_LBUTTONDOWN : WM_LBUTTONUP);
+        case SDL_BUTTON_RIGHT:
+            return Queue(down ? WM_RBUTTONDOWN : WM_RBUTTONUP);
+        case SDL_BUTTON_MIDDLE:
+            return Queue(down ? WM_MBUTTONDOWN : WM_MBUTTONUP);
+        default:
+            return;
+    }
+}
+
+void TakeMouseMotion(const SDL_MouseMotionEvent& event) {
+    MoveCursor(event.xrel, event.yrel);
+    const bool oneWaits = waiting > 0 && queue[waiting - 1].message == WM_MOUSEMOVE;
+    if (!oneWaits) Queue(WM_MOUSEMOVE);
+}
+
+void TakeWindowEvent(const SDL_WindowEvent& event) {
+    if (event.windowID != SDL_GetWindowID(TheWindow()->system)) return;
+    switch (event.event) {
+        case SDL_WINDOWEVENT_MOVED:
+            return Queue(WM_MOVE);
+        case SDL_WINDOWEVENT_SIZE_CHANGED:
+        case SDL_WINDOWEVENT_MINIMIZED:
+        case SDL_WINDOWEVENT_RESTORED:
+            return Queue(WM_SIZE);
+        case SDL_WINDOWEVENT_FOCUS_GAINED:
+            return Queue(WM_ACTIVATE, 1);
+        case SDL_WINDOWEVENT_FOCUS_LOST:
+            waiting -= doubtfulReleases;
+            return Queue(WM_ACTIVATE, 0);
+        case SDL_WINDOWEVENT_CLOSE:
+            return Queue(WM_CLOSE);
+        case SDL_WINDOWEVENT_EXPOSED:
+            TheWindow()->invalid = true;
+            return;
+        default:
+            return;
+    }
+}
+
+void TakeEvent(const SDL_Event& event) {
+    if (event.type == SDL_KEYUP) return TakeKeyRelease(event.key);
+    if (event.type == SDL_WINDOWEVENT) TakeWindowEvent(event.window);
+    doubtfulReleases = 0;  // only a loss of focus right behind them proves them to be made up
+    switch (event.type) {
+        case SDL_KEYDOWN:
+            return TakeKeyPress(event.key);
+        case SDL_MOUSEBUTTONDOWN:
+        case SDL_MOUSEBUTTONUP:
+            return TakeMouseButton(event.button);
+        case SDL_MOUSEMOTION:
+            return TakeMouseMotion(event.motion);
+        case SDL_QUIT:
+            return Queue(WM_CLOSE);
+        default:
+            return;
+    }
+}
+
+/// False if there is none.
+bool FindMessage(MSG& message) {
+    if (!quitPosted && waiting == 0) GatherEvents();
+    if (quitPosted) {
+        message = {nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0};
+        return true;
+    }
+    if (waiting == 0) return false;
+    message = queue[0];
+    return true;
+}
+
+}  // namespace
+
+void GatherEvents() {
+    if (!VideoRuns()) return;
+    SDL_PumpEvents();
+    SDL_Event event;
+    // No event makes more than one message.
+    while (waiting < queueCapacity &&
+           SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1) {
+        if (TheWindow()) TakeEvent(event);
+    }
+    doubtfulReleases = 0;
+}
+
+void ForgetMessages(HWND window) {
+    const MSG* end = std::remove_if(queue, queue + waiting,
+                                    [window](const MSG& message) { return message.hwnd == window; });
+    waiting = static_cast<std::size_t>(end - queue);
+}
+
+BOOL PeekMessageA(MSG* message, HWND, UINT, UINT, UINT) {
+    return FindMessage(*message);
+}
+
+BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
+    while (!FindMessage(*message)) {
+        if (!VideoRuns()) return -1;  // nothing could ever come
+        SDL_WaitEvent(nullptr);
+    }
+    if (message->message == WM_QUIT) {
+        quitPosted = false;
+        return 0;
+    }
+    std::copy(queue + 1, queue + waiting, queue);
+    waiting--;
+    return 1;
+}
+
+BOOL TranslateMessage(const MSG*) {
+    return 0;
+}
+
+LRESULT DispatchMessageA(const MSG* message) {
+    const HWND window = message->hwnd;
+    if (!IsTheWindow(window)) return 0;
+    return window->procedure(window, message->message, message->wParam, message->lParam);
+}
+
+LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_CLOSE) DestroyWindow(window);
+    if (message == WM_SYSKEYDOWN && wParam == keyF4) PostMessageA(window, WM_CLOSE, 0, 0);
+    if (message == WM_PAINT && IsTheWindow(window)) window->invalid = false;
+    return 0;
+}
+
+BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!IsTheWindow(window) || waiting == queueCapacity) return FALSE;
+    queue[waiting++] = {window, message, wParam, lParam};
+    return TRUE;
+}
+
+void PostQuitMessage(int exitCode) {
+    quitPosted = true;
+    quitCode = exitCode;
+}

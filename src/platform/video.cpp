@@ -1,0 +1,50 @@
+#include "platform/video.h"
+
+#include <SDL.h>
+
+#include <cstdlib>
+
+#include "platform/cursor.h"
+#include "platform/key_releases.h"
+
+namespace {
+
+void SetHints() {
+    // Ctrl+C ends the process, and closing the window is an ordinary message.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
+    // The desktop stays as its user has set it up.
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+    // A box over a full-screen window takes the focus, and the window has to stay.
+    SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
+    // Buttons are reported as they are pressed: no capture, and no click is lost to a change of focus.
+    SDL_SetHint(SDL_HINT_MOUSE_AUTO_CAPTURE, "0");
+    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+}
+
+}  // namespace
+
+void EndSdlWithProcess() {
+    static const bool registered = std::atexit(SDL_Quit) == 0;
+    (void)registered;
+}
+
+bool VideoRuns() {
+    return SDL_WasInit(SDL_INIT_VIDEO) != 0;
+}
+
+bool StartVideo() {
+    if (VideoRuns()) return true;
+    SetHints();
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return false;
+    EndSdlWithProcess();
+    SDL_StopTextInput();  // keys are wanted, not texts, and no input method's window
+    WatchKeyReleases();
+    ChooseCursorMethod();
+    return true;
+}
+
+void StopVideo() {
+    if (VideoRuns()) SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}

@@ -1,0 +1,214 @@
+#include "platform/window.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include "platform/display_mode.h"
+#include "platform/message_queue.h"
+#include "platform/video.h"
+#include "platform/window_record.h"
+#include "platform/windows1250.h"
+
+namespace {
+
+struct WindowClass {
+    std::string name;
+    WNDPROC procedure = nullptr;
+};
+std::vector<WindowClass> classes;
+
+std::unique_ptr<PlatformWindow> theWindow;
+
+// The frame that AdjustWindowRect counts with, in pixels. The window manager's own may be another; only
+// the client area is exact.
+constexpr LONG frameBorder = 4;
+constexpr LONG frameTitle = 19;
+
+constexpr LONG largestSide = 16384;  // pixels; what SDL refuses beyond
+
+auto FindClass(const char* name) {
+    return std::find_if(classes.begin(), classes.end(),
+                        [name](const WindowClass& known) { return name && known.name == name; });
+}
+
+RECT Frame(DWORD style) {
+    if (style & WS_POPUP) return {};
+    return {frameBorder, frameBorder + frameTitle, frameBorder, frameBorder};
+}
+
+/// Keeps coordinates where sums and differences of two don't overflow.
+LONG LimitCoordinate(std::int64_t value) {
+    constexpr std::int64_t limit = (std::int64_t{1} << 30) - 1;
+    return static_cast<LONG>(std::clamp(value, -limit, limit));
+}
+
+int ClientSide(int outerSide, LONG frame) {
+    return static_cast<int>(std::max<std::int64_t>(std::int64_t{outerSide} - frame, 1));
+}
+
+bool IsMinimised(const PlatformWindow& window) {
+    return window.system && (SDL_GetWindowFlags(window.system) & SDL_WINDOW_MINIMIZED);
+}
+
+void Send(HWND window, UINT message) {
+    if (IsTheWindow(window)) window->procedure(window, message, 0, 0);
+}
+
+void RemoveTheWindow() {
+    ForgetMessages(theWindow.get());
+    if (theWindow->system) {
+        SDL_DestroyWindow(theWindow->system);
+        SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    }
+    theWindow.reset();
+}
+
+}  // namespace
+
+PlatformWindow* TheWindow() {
+    return theWindow.get();
+}
+
+bool IsTheWindow(HWND window) {
+    return window && window == theWindow.get();
+}
+
+WORD RegisterClassA(const WNDCLASSA* windowClass) {
+    if (!windowClass || !windowClass->lpfnWndProc || !windowClass->lpszClassName) return 0;
+    if (FindClass(windowClass->lpszClassName) != classes.end()) return 0;
+    classes.push_back({windowClass->lpszClassName, windowClass->lpfnWndProc});
+    return 1;
+}
+
+BOOL UnregisterClassA(const char* className, HINSTANCE) {
+    const auto known = FindClass(className);
+    if (known == classes.end()) return FALSE;
+    if (theWindow && theWindow->className == known->name) return FALSE;
+    classes.erase(known);
+    return TRUE;
+}
+
+BOOL AdjustWindowRect(RECT* rectangle, DWORD style, BOOL) {
+    const RECT frame = Frame(style);
+    rectangle->left = LimitCoordinate(std::int64_t{rectangle->left} - frame.left);
+    rectangle->top = LimitCoordinate(std::int64_t{rectangle->top} - frame.top);
+    rectangle->right = LimitCoordinate(std::int64_t{rectangle->right} + frame.right);
+    rectangle->bottom = LimitCoordinate(std::int64_t{rectangle->bottom} + frame.bottom);
+    return TRUE;
+}
+
+HWND CreateWindowExA(DWORD, const char* className, const char* title, DWORD style, int x, int y, int width,
+                     int height, HWND, HMENU, HINSTANCE, void*) {
+    const auto windowClass = FindClass(className);
+    if (windowClass == classes.end() || theWindow) return nullptr;
+    const RECT frame = Frame(style);
+    const int clientWidth = ClientSide(width, frame.left + frame.right);
+    const int clientHeight = ClientSide(height, frame.top + frame.bottom);
+    if (clientWidth > largestSide || clientHeight > largestSide) return nullptr;
+
+    theWindow = std::make_unique<PlatformWindow>();
+    theWindow->className = windowClass->name;
+    theWindow->procedure = windowClass->procedure;
+    theWindow->title = Windows1250ToUtf8(title ? title : "");
+    theWindow->popUp = style & WS_POPUP;
+    theWindow->position = {x, y};
+    theWindow->clientWidth = clientWidth;
+    theWindow->clientHeight = clientHeight;
+    theWindow->deviceContext.window = theWindow.get();
+
+    const HWND window = theWindow.get();
+    Send(window, WM_CREATE);
+    return IsTheWindow(window) ? window : nullptr;
+}
+
+BOOL ShowWindow(HWND window, int) {
+    if (!IsTheWindow(window)) return FALSE;
+    bool wasShown = false;
+    if (SDL_Window* system = window->system) {
+        wasShown = SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN;
+        if (window->popUp && AskedDisplayMode()) {
+            SDL_SetWindowDisplayMode(system, AskedDisplayMode());
+            SDL_SetWindowFullscreen(system, SDL_WINDOW_FULLSCREEN);
+        }
+        SDL_ShowWindow(system);
+        GatherEvents();  // tells SDL where the window manager has put the window
+    }
+    Send(window, WM_SIZE);
+    Send(window, WM_MOVE);
+    return wasShown;
+}
+
+BOOL UpdateWindow(HWND window) {
+    if (!IsTheWindow(window)) return FALSE;
+    if (window->invalid) Send(window, WM_PAINT);
+    return TRUE;
+}
+
+BOOL SetWindowPos(HWND window, HWND, int, int, int, int, UINT) {
+    if (!IsTheWindow(window)) return FALSE;
+    if (window->system) SDL_RaiseWindow(window->system);
+    return TRUE;
+}
+
+BOOL DestroyWindow(HWND window) {
+    if (!IsTheWindow(window) || window->beingDestroyed) return FALSE;
+    window->beingDestroyed = true;
+    Send(window, WM_DESTROY);
+    RemoveTheWindow();
+    return TRUE;
+}
+
+BOOL GetClientRect(HWND window, RECT* rectangle) {
+    if (!IsTheWindow(window)) return FALSE;
+    *rectangle = {0, 0, window->clientWidth, window->clientHeight};
+    if (IsMinimised(*window)) {
+        *rectangle = {};
+    } else if (window->system) {
+        SDL_GL_GetDrawableSize(window->system, &rectangle->right, &rectangle->bottom);
+    }
+    return TRUE;
+}
+
+BOOL GetWindowRect(HWND window, RECT* rectangle) {
+    if (!IsTheWindow(window)) return FALSE;
+    int left = window->position.x;
+    int top = window->position.y;
+    int width = window->clientWidth;
+    int height = window->clientHeight;
+    RECT frame;
+    if (SDL_Window* system = window->system) {
+        SDL_GetWindowPosition(system, &left, &top);
+        SDL_GetWindowSize(system, &width, &height);
+        SDL_GetWindowBordersSize(system, &frame.top, &frame.left, &frame.bottom, &frame.right);
+    }
+    *rectangle = {left - frame.left, top - frame.top, left + width + frame.right,
+                  top + height + frame.bottom};
+    return TRUE;
+}
+
+HWND GetActiveWindow() {
+    if (!theWindow || !theWindow->system) return nullptr;
+    return SDL_GetKeyboardFocus() == theWindow->system ? theWindow.get() : nullptr;
+}
+
+HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
+    if (!IsTheWindow(window)) return nullptr;
+    window->invalid = false;
+    GetClientRect(window, &paint->rcPaint);
+    return &window->deviceContext;
+}
+
+BOOL EndPaint(HWND window, const PAINTSTRUCT*) {
+    return IsTheWindow(window);
+}
+
+HICON LoadIconA(HINSTANCE, const char*) {
+    return nullptr;
+}
+
+HCURSOR LoadCursorA(HINSTANCE, UINT) {
+    return nullptr;
+}

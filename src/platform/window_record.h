@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/gl_context.h"
+#include "platform/window.h"
+
+struct SDL_Window;
+
+struct PlatformDeviceContext {
+    PlatformWindow* window = nullptr;
+    PIXELFORMATDESCRIPTOR pixelFormat;  ///< as asked for
+};
+
+/// What the layer knows about a window.
+struct PlatformWindow {
+    std::string className;
+    WNDPROC procedure = nullptr;
+    std::string title;  ///< UTF-8
+    bool popUp = false;
+    POINT position;        ///< asked for; outer corner on the screen
+    int clientWidth = 0;   ///< asked for, pixels
+    int clientHeight = 0;  ///< asked for, pixels
+    bool invalid = true;   ///< waits for WM_PAINT
+    bool beingDestroyed = false;
+    PlatformDeviceContext deviceContext;
+    SDL_Window* system = nullptr;  ///< null until the pixel format is set, and without a display
+};
+
+/// The one window; null without one.
+PlatformWindow* TheWindow();
+/// Whether the handle is that of the window that stands.
+bool IsTheWindow(HWND window);
