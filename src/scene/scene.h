@@ -100,6 +100,10 @@ struct Scene {
     void DrawSprites(std::int32_t playerIndex);
     /// Whether the player's camera object and both its vertices exist. Without, the player is not drawn.
     bool HasCamera(std::int32_t playerIndex) const;
+    /// Whether the index names a texture; an index outside the array counts as -1, no texture.
+    bool HasTexture(std::int32_t textureIndex) const {
+        return textureIndex >= 0 && textureIndex < textureCount;
+    }
     /// Builds the display lists of the overlay's font. On success the words of the log entry are
     /// appended to `name` itself.
     void BuildFont(const Engine& engine, std::string& name);
