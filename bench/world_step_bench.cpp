@@ -1,0 +1,129 @@
+#include <benchmark/benchmark.h>
+
+#include "allocations.h"
+#include "scene/scene.h"
+#include "simulation/player_control.h"
+#include "worlds.h"
+
+// The world step. "per_body" is the time of one body in one frame, "allocations" their number in a frame.
+
+namespace {
+
+constexpr std::int64_t triangleCount = 20000;
+constexpr float restHeight = 5.2f;
+
+void Step(benchmark::State& state, Scene& scene, std::int64_t bodies, void (*request)(Scene&)) {
+    for (int frame = 0; frame < 50; frame++) {  // until all are at rest, where they come to rest at all
+        scene.StepWorld();
+    }
+    const std::int64_t before = AllocationCount();
+    for (auto _ : state) {
+        request(scene);
+        scene.StepWorld();
+    }
+    const auto frames = static_cast<double>(state.iterations());
+    state.counters["allocations"] = static_cast<double>(AllocationCount() - before) / frames;
+    state.counters["per_body"] = benchmark::Counter(
+        frames * static_cast<double>(bodies), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+void StandStill(Scene&) {}
+
+void Walk(Scene& scene) {
+    for (std::int32_t i = 0; i < scene.objectCount; i++) {
+        if (scene.objects[i].physics != nullptr) {
+            scene.objects[i].physics->velocity.x = 0.05f;
+            scene.objects[i].physics->velocity.y = -0.05f;
+        }
+    }
+}
+
+/// No gravity and high up: nothing but the bound of each object is met.
+void Float(Scene& scene) {
+    for (std::int32_t i = 0; i < scene.objectCount; i++) {
+        if (scene.objects[i].physics != nullptr) {
+            scene.objects[i].physics->gravity = 0.0f;
+            scene.objects[i].physics->velocity = Vector(0.05f, 0.0f, 0.0f);
+        }
+    }
+}
+
+void bodies_at_rest(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, state.range(0), triangleCount, 100, restHeight);
+    Step(state, scene, state.range(0), StandStill);
+}
+
+void bodies_walking(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, state.range(0), triangleCount, 100, restHeight);
+    Step(state, scene, state.range(0), Walk);
+}
+
+void bodies_with_nothing_near(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, state.range(0), triangleCount, 100, 5000.0f);
+    Float(scene);
+    Step(state, scene, state.range(0), Float);
+}
+
+/// One body at rest on one object of so many triangles: the face loop, three levels of it a frame.
+void faces_under_a_body(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, 1, state.range(0), 1, restHeight);
+    Step(state, scene, 1, StandStill);
+}
+
+/// The face loop alone: one sweep of a body against one object.
+void tested_faces(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, 1, state.range(0), 1, restHeight);
+    Object& body = scene.objects[scene.objectCount - 1];
+    Collider& collider = *body.collider;
+    Vector centre;
+    body.GetVertex(centre, body.centreVertex);
+    collider.sweepOrigin = centre / collider.radii;
+    collider.sweepVelocity = Vector(0.02f, 0.0f, -0.05f);
+    for (auto _ : state) {
+        collider.foundCollision = 0;
+        collider.nearestDistance = -1.0f;
+        body.CollideWithObject(scene.objects[0]);
+        benchmark::DoNotOptimize(collider.nearestDistance);
+    }
+    state.counters["per_face"] =
+        benchmark::Counter(static_cast<double>(state.iterations()) * scene.objects[0].faceValueCount / 3,
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+/// One parent that turns and moves, and members without a collider, each with a key track that plays.
+void group_members(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, 50, 200, 1, 5000.0f);
+    scene.AddGroups(1);
+    const std::int32_t parent = 1;
+    for (std::int32_t i = 1; i < scene.objectCount; i++) {
+        Object& object = scene.objects[i];
+        object.collider = nullptr;
+        object.physics = nullptr;
+        object.ResizeKeyTracks(1);
+        scene.groups[0].Add(i);
+        for (std::int32_t key = 0; key < 100; key++) {
+            object.keyTracks[0].keyAngles[key] = 0.01f;
+            object.keyTracks[0].keyAxes[key] = Vector(0, 0, 1);
+        }
+    }
+    scene.objects[parent].groupParent = 0;
+    Step(state, scene, 50, [](Scene& world) {
+        world.objects[1].transform.Rotate(0.01f, 0, 0, 1);
+        world.objects[1].activeKeyTrack = 0;
+    });
+}
+
+BENCHMARK(bodies_at_rest)->RangeMultiplier(4)->Range(4, 256);
+BENCHMARK(bodies_walking)->RangeMultiplier(4)->Range(4, 256);
+BENCHMARK(bodies_with_nothing_near)->RangeMultiplier(4)->Range(4, 256);
+BENCHMARK(faces_under_a_body)->RangeMultiplier(10)->Range(100, 100000);
+BENCHMARK(tested_faces)->RangeMultiplier(10)->Range(100, 100000);
+BENCHMARK(group_members);
+
+}  // namespace
