@@ -85,7 +85,7 @@ void AddTexture(const Block& block, const std::string& fileName, const char* loa
         return;
     }
     if (fileName.find(".rgb") != std::string::npos) {
-        texture.LoadRgb(fileName.c_str());
+        texture.LoadRgb(fileName.c_str(), scene.log);
     } else if (fileName.find(".tga") != std::string::npos) {
         texture.LoadTga(fileName.c_str());
     }

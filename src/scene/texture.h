@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+struct Log;
+
 /// One texture: the name that it was loaded under and its OpenGL texture object. A copy shares the
 /// texture object.
 struct Texture {
@@ -26,7 +28,8 @@ struct Texture {
     /// Reads an uncompressed TGA image of 24 or 32 bits, with sides of powers of two from 2 to 512.
     void LoadTga(const char* path);
     /// Reads an SGI image, verbatim or run-length encoded. A missing file ends the process.
-    void LoadRgb(const char* path);
+    /// @param log takes a line if the file is damaged; may be null
+    void LoadRgb(const char* path, Log* log = nullptr);
 
     /// The image as RGB or RGBA bytes; null on failure, told by message box.
     std::unique_ptr<std::uint8_t[]> ReadTga(const char* path, std::int32_t& imageWidth,
