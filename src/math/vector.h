@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 /// Where a point lies against a plane.
 inline constexpr int PlaneBehind = 1;    ///< on the side the normal points away from
 inline constexpr int PlaneInFront = 16;  ///< on the side the normal points to
@@ -104,4 +106,25 @@ inline Vector operator/(Vector a, float s) {
 }
 inline Vector operator-(Vector a) {
     return Vector(-a.x, -a.y, -a.z);
+}
+
+// In the header, since meshes take them a million times.
+
+inline float Vector::Length() const {
+    return std::sqrt(std::fabs(x * x + y * y + z * z));
+}
+inline void Vector::Normalise() {
+    const float length = Length();
+    if (length != 0.0f) {
+        *this = *this / length;
+    }
+}
+inline float Vector::Distance(Vector other) const {
+    return (other - *this).Length();
+}
+inline Vector Vector::Cross(Vector other) const {
+    return Vector(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
+}
+inline float Vector::Dot(Vector other) const {
+    return x * other.x + y * other.y + z * other.z;
 }
