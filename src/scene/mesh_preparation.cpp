@@ -37,11 +37,12 @@ void Object::ComputeNormals() {
     const std::int32_t vertexCount = vertexValueCount / 3;
     const std::int32_t triangleCount = faceValueCount / 3;
     // The mean of a vertex is the sum over its triangles in triangle order. Going through the triangles
-    // once and adding each to its corners' sums adds in just that order, without searching.
-    auto sums = std::make_unique<Vector[]>(static_cast<std::size_t>(vertexCount));
+    // once and adding each to its corners' sums adds in just that order, without searching. The sums stand
+    // in the array of the normals, from which a vertex without triangles keeps its value.
     auto counts = std::make_unique<std::int32_t[]>(static_cast<std::size_t>(vertexCount));
     const auto add = [&](std::int32_t vertex, Vector normal) {
-        sums[vertex] = sums[vertex] + normal;
+        const Vector sum = counts[vertex] > 0 ? VectorAt(normals.get(), vertex) : Vector();
+        StoreVector(normals.get(), vertex, sum + normal);
         counts[vertex]++;
     };
     for (std::int32_t triangle = 0; triangle < triangleCount; triangle++) {
@@ -61,8 +62,10 @@ void Object::ComputeNormals() {
         }
     }
     for (std::int32_t vertex = 0; vertex < vertexCount; vertex++) {
-        Vector normal = counts[vertex] > 0 ? sums[vertex] / static_cast<float>(counts[vertex])
-                                           : VectorAt(normals.get(), vertex);
+        Vector normal = VectorAt(normals.get(), vertex);
+        if (counts[vertex] > 0) {
+            normal = normal / static_cast<float>(counts[vertex]);
+        }
         normal.Normalise();
         StoreVector(normals.get(), vertex, normal);
     }
