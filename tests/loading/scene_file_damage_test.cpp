@@ -109,7 +109,7 @@ TEST_F(DamagedSceneTest, AnObjectCountThatTheFileCannotHoldMakesNoObjects) {
 }
 
 TEST_F(DamagedSceneTest, AFileCutAnywhereKeepsWhatIsWhole) {
-    for (std::size_t size = 0; size < whole.size(); size += 7) {
+    for (std::size_t size = 0; size < whole.size(); size += 23) {
         scene = Scene();
         scene.SetLog(&log);
         EXPECT_FALSE(LoadBytes(whole.substr(0, size)));

@@ -214,7 +214,9 @@ std::string Header(const char* type, const char* xsize, const char* ysize, const
            std::string(xsize, 2) + std::string(ysize, 2) + std::string(zsize, 2) + std::string(500, '\0');
 }
 
-TEST_F(SgiImage, MoreThanAGibibyteCountsAsNoMemory) {
+using SgiImageDeathTest = SgiImage;
+
+TEST_F(SgiImageDeathTest, MoreThanAGibibyteCountsAsNoMemory) {
     testing::internal::CaptureStderr();
     // 16385 x 16384 pixels of four bytes.
     EXPECT_EQ(ReadBytes(Header("\0\x01", "\x40\x01", "\x40\0", "\0\x03")), Bytes{});
@@ -227,7 +229,7 @@ TEST_F(SgiImage, MoreThanAGibibyteCountsAsNoMemory) {
     EXPECT_EXIT(Read("wall.rgb"), testing::ExitedWithCode(1), "Nedostatek Paměti");
 }
 
-TEST_F(SgiImage, AMissingFileEndsTheProcess) {
+TEST_F(SgiImageDeathTest, AMissingFileEndsTheProcess) {
     EXPECT_EXIT(Read("none.rgb"), testing::ExitedWithCode(1),
                 "Nenalezen soubor s Texturou\nnone.rgb: No such file or directory");
 }

@@ -43,6 +43,8 @@ struct VirtualDisplay {
         }
         name.insert(0, ":");
         setenv("DISPLAY", name.c_str(), 1);
+        // No desktop session belongs to this display, and looking for one leaves memory behind.
+        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
         if (windowManager == WindowManager::Openbox) StartManager();
     }
 
