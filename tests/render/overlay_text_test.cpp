@@ -1,0 +1,157 @@
+#include "render/overlay_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+#include "gl_recorder.h"
+#include "platform/fonts.h"
+#include "render_test.h"
+#include "services/log.h"
+#include "support/temporary_folder.h"
+
+struct OverlayTextTest : RenderTest {
+    void BuildFont() {
+        std::string name = scene.fontName;
+        scene.BuildFont(engine, name);
+    }
+    /// Pixels of the rectangle that are not of this colour.
+    int CountOthers(Colour colour, int left, int bottom, int width, int height) {
+        int count = 0;
+        for (int y = bottom; y < bottom + height; y++) {
+            for (int x = left; x < left + width; x++) {
+                count += Pixel(x, y) != colour;
+            }
+        }
+        return count;
+    }
+};
+
+TEST_F(OverlayTextTest, RateStandsAtTheWindowsCornerInFrontOfEverything) {
+    BuildFont();
+    AddPlayer(Vector(0, -eyeDistance, 0), Vector(0, 0, 0), {100, 100, 100, 100});
+    AddPlayer(Vector(0, -0.2f, 0), Vector(0, 0, 0), {0, 0, 100, 200});
+    AddHeadlight();
+    Paint(AddRectangle(-90, -90, 90, 90), 1, 0, 0);
+    for (const bool safe : {false, true}) {
+        Draw(safe);
+        EXPECT_GT(CountOthers(red, 10, 10, 60, 10), 60) << "strokes of nine characters";
+        EXPECT_LT(CountOthers(red, 10, 10, 60, 10), 300);
+        EXPECT_EQ(CountOthers(red, 0, 20, 100, 20), 0);
+        EXPECT_EQ(CountOthers(red, 0, 0, 10, 40), 0);
+        EXPECT_EQ(CountOthers(red, 110, 110, 80, 20), 0) << "not at the viewport's corner";
+    }
+}
+
+TEST_F(OverlayTextTest, RateIsAWholeNumberOfFramesPerSecond) {
+    AddStandardPlayer();
+    for (const auto& [milliseconds, text] :
+         {std::pair{0, "0.000000"}, {16, "62.000000"}, {1, "1000.000000"}, {1001, "0.000000"}}) {
+        timer.loopTime = milliseconds;
+        GlRecorder recorder;
+        Draw(false);
+        EXPECT_EQ(recorder.CallsOf({"glCallLists"}), std::vector{CallWithText("glCallLists", text)});
+    }
+}
+
+TEST_F(OverlayTextTest, TextGoesOnFromTheRasterPosition) {
+    BuildFont();
+    const auto expectRasterPosition = [](float x, float y, float z) {
+        float position[4] = {};
+        glGetFloatv(GL_CURRENT_RASTER_POSITION, position);
+        EXPECT_FLOAT_EQ(position[0], x);
+        EXPECT_FLOAT_EQ(position[1], y);
+        EXPECT_FLOAT_EQ(position[2], z);
+    };
+    glViewport(3, 4, 50, 60);
+    SetWindowRasterPos4f(7.25f, 9.5f, 0.5f, 1.0f);
+    expectRasterPosition(7.25f, 9.5f, 0.5f);
+    SetWindowRasterPos2f(20.0f, 30.0f);
+    // In a face like a typewriter's a character is 0.6 of its height wide.
+    scene.PrintText("%s", "W");
+    expectRasterPosition(26.0f, 30.0f, 0.0f);
+    scene.PrintText("%d%c", 4, 'i');
+    expectRasterPosition(38.0f, 30.0f, 0.0f);
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_TRUE(std::ranges::equal(viewport, std::array{3, 4, 50, 60}));
+    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+}
+
+TEST_F(OverlayTextTest, LongTextIsCutAndNoTextIsFine) {
+    BuildFont();
+    GlRecorder recorder;
+    scene.PrintText("%s", std::string(1000, 'x').c_str());
+    scene.PrintText("%s", "");
+    const char* nothing = nullptr;
+    scene.PrintText(nothing, 1);
+    EXPECT_EQ(recorder.CallsOf({"glCallLists"}),
+              (std::vector{CallWithText("glCallLists", std::string(255, 'x').c_str()),
+                           CallWithText("glCallLists", "")}));
+    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+}
+
+TEST_F(OverlayTextTest, BuildingAppendsToTheNameAndKeepsTheUnpackState) {
+    const TemporaryFolder folder;
+    Log log;
+    scene.SetLog(&log);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 77);
+    scene.BuildFont(engine, scene.fontName);
+    EXPECT_EQ(scene.fontName, "Courier New: Font built succesfully");
+    EXPECT_NE(ReadWholeFile("defaultlog.txt").find(" Courier New: Font built succesfully\n"),
+              std::string::npos);
+    for (const auto& [setting, expected] :
+         {std::pair{GL_UNPACK_ALIGNMENT, 1}, {GL_UNPACK_ROW_LENGTH, 77}}) {
+        GLint value = -1;
+        glGetIntegerv(setting, &value);
+        EXPECT_EQ(value, expected);
+    }
+    EXPECT_TRUE(glIsList(scene.fontListBase + 95));
+    scene.ReleaseFont();
+    EXPECT_FALSE(glIsList(scene.fontListBase + 95));
+}
+
+TEST_F(OverlayTextTest, AnyNameFindsAFontUnlessThereIsNone) {
+    const auto createFont = [](const char* name) {
+        return CreateFontA(-10, 0, 0, 0, FW_BOLD, 0, 0, 0, 0, 0, 0, 0, 0, name);
+    };
+    for (const char* name : {"", "No Such Face At All", "P\xF8\xEDli\x9A \x9Elu\x9D"}) {
+        EXPECT_NE(createFont(name), nullptr) << name;
+    }
+    EXPECT_EQ(SelectObject(nullptr, createFont("")), nullptr);
+
+    const TemporaryFolder folder;
+    WriteWholeFile("fonts.conf", "<?xml version=\"1.0\"?><fontconfig/>");
+    setenv("FONTCONFIG_FILE", (folder.path / "fonts.conf").c_str(), 1);
+    EXPECT_EQ(createFont("Courier New"), nullptr);
+    unsetenv("FONTCONFIG_FILE");
+}
+
+// Each failure is a line and, but for the last, a box, which without a display goes to the error stream.
+TEST_F(OverlayTextTest, FailedBuildIsToldAndLeavesEmptyLists) {
+    const TemporaryFolder folder;
+    Log log;
+    scene.SetLog(&log);
+    WriteWholeFile("fonts.conf", "<?xml version=\"1.0\"?><fontconfig/>");
+    setenv("FONTCONFIG_FILE", (folder.path / "fonts.conf").c_str(), 1);
+    const std::string display = std::getenv("DISPLAY");
+    unsetenv("DISPLAY");
+    testing::internal::CaptureStderr();
+    engine.deviceContext = nullptr;
+    BuildFont();
+    const std::string boxes = testing::internal::GetCapturedStderr();
+    setenv("DISPLAY", display.c_str(), 1);
+    unsetenv("FONTCONFIG_FILE");
+    EXPECT_EQ(boxes, "[:-(] Error: CreateFont\n[:-(] Error: Select Object in BuildFont\n");
+    const std::string entries = ReadWholeFile("defaultlog.txt");
+    std::size_t place = 0;
+    for (const char* entry :
+         {" Error: CreateFont\n", " Error: Select Object in BuildFont\n", " wglUseFontBitmaps failed\n"}) {
+        place = entries.find(entry, place);
+        EXPECT_NE(place, std::string::npos) << entry;
+    }
+    EXPECT_EQ(entries.find("succesfully"), std::string::npos);
+    scene.PrintText("%d", 100);
+    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+}

@@ -1,0 +1,165 @@
+#include "render_test.h"
+
+#include <GL/glu.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "render/gl_state.h"
+
+namespace {
+
+/// The display and the window on it, shared by the tests of one run.
+struct TestWindow {
+    VirtualDisplay display;
+    HWND window = nullptr;
+    HDC deviceContext = nullptr;
+
+    TestWindow() {
+        WNDCLASSA windowClass;
+        windowClass.lpfnWndProc = DefWindowProcA;
+        windowClass.lpszClassName = "RenderTest";
+        RegisterClassA(&windowClass);
+        window = CreateWindowExA(0, "RenderTest", "RenderTest", WS_POPUP, 0, 0, RenderTest::windowSize,
+                                 RenderTest::windowSize, nullptr, nullptr, nullptr, nullptr);
+        deviceContext = GetDC(window);
+        PIXELFORMATDESCRIPTOR descriptor;
+        descriptor.nSize = 40;
+        descriptor.nVersion = 1;
+        descriptor.dwFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
+        descriptor.iPixelType = PFD_TYPE_RGBA;
+        descriptor.cColorBits = 24;
+        descriptor.cDepthBits = 16;
+        SetPixelFormat(deviceContext, ChoosePixelFormat(deviceContext, &descriptor), &descriptor);
+        ShowWindow(window, SW_SHOW);
+    }
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+};
+
+}  // namespace
+
+static const TestWindow& SharedWindow() {
+    // Stands to the end of the process, longer than whatever the platform layer keeps of the display.
+    static const TestWindow& shared = *new TestWindow;
+    return shared;
+}
+
+const VirtualDisplay& RenderTest::Display() {
+    return SharedWindow().display;
+}
+
+void RenderTest::SetUp() {
+    const TestWindow& shared = SharedWindow();
+    engine.window = shared.window;
+    engine.deviceContext = shared.deviceContext;
+    engine.glContext = wglCreateContext(engine.deviceContext);
+    ASSERT_NE(engine.glContext, nullptr);
+    ASSERT_TRUE(wglMakeCurrent(engine.deviceContext, engine.glContext));
+    glMatrixMode(GL_PROJECTION);
+    gluPerspective(60.0, 1.0, 0.1, 500.0);
+    glMatrixMode(GL_MODELVIEW);
+    InitGlState();
+    scene.SetTimer(&timer);
+}
+
+void RenderTest::TearDown() {
+    wglDeleteContext(engine.glContext);
+}
+
+std::int32_t RenderTest::AddPlayer(Vector eye, Vector look, std::array<int, 4> viewport) {
+    scene.AddObjects(1);
+    Object& camera = scene.objects[scene.objectCount - 1];
+    camera.ResizeFaces(0);
+    camera.SetVertex(eye, 0);
+    camera.SetVertex(look, 1);
+    scene.AddPlayers(1);
+    const std::int32_t index = scene.playerCount - 1;
+    Player& player = scene.players[index];
+    player.cameraObject = scene.objectCount - 1;
+    player.eyeVertex = 0;
+    player.lookVertex = 1;
+    player.viewportX = viewport[0];
+    player.viewportY = viewport[1];
+    player.viewportWidth = viewport[2];
+    player.viewportHeight = viewport[3];
+    return index;
+}
+
+Object& RenderTest::AddRectangle(float left, float bottom, float right, float top, float y) {
+    scene.AddObjects(1);
+    Object& object = scene.objects[scene.objectCount - 1];
+    object.ResizeVertices(4);
+    object.SetVertex(Vector(left, y, bottom), 0);
+    object.SetVertex(Vector(right, y, bottom), 1);
+    object.SetVertex(Vector(right, y, top), 2);
+    object.SetVertex(Vector(left, y, top), 3);
+    object.ResizeTexVertices(4);
+    std::ranges::copy(std::array{0.0f, 0.0f, 0.0f, 1.0f, 0.0f, 0.0f, 1.0f, 1.0f, 0.0f, 0.0f, 1.0f, 0.0f},
+                      object.texVertices.get());
+    object.ResizeFaces(2);
+    std::ranges::copy(std::array{0, 1, 2, 0, 2, 3}, object.faces.get());
+    for (int i = 0; i < 4; i++) {
+        std::ranges::copy(std::array{0.0f, -1.0f, 0.0f}, &object.normals[3 * i]);
+    }
+    return object;
+}
+
+std::int32_t RenderTest::AddTexture(const std::array<std::array<std::uint8_t, 4>, 4>& texels) {
+    scene.AddTextures(1);
+    Texture& texture = scene.textures[scene.textureCount - 1];
+    GLuint name = 0;
+    glGenTextures(1, &name);
+    texture.glName = name;
+    glBindTexture(GL_TEXTURE_2D, name);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexImage2D(GL_TEXTURE_2D, 0, 4, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels.data());
+    return scene.textureCount - 1;
+}
+
+Sprite& RenderTest::AddSprite(Vector position, float size, std::int32_t blendMode,
+                              std::int32_t textureIndex) {
+    scene.AddSprites(1);
+    Sprite& sprite = scene.sprites[scene.spriteCount - 1];
+    sprite.position = position;
+    sprite.size = size;
+    sprite.blendMode = blendMode;
+    sprite.textureIndex = textureIndex;
+    return sprite;
+}
+
+void RenderTest::AddHeadlight() {
+    scene.AddLights(1);
+    Light& light = scene.lights[scene.lightCount - 1];
+    light.Activate();
+    const float position[4] = {0.0f, -1.0f, 0.0f, 0.0f};
+    light.SetPosition(position);
+}
+
+void RenderTest::Draw(bool safe) {
+    const HDC deviceContext = std::exchange(engine.deviceContext, nullptr);
+    Show(safe);
+    engine.deviceContext = deviceContext;
+}
+
+Colour RenderTest::Pixel(int x, int y) const {
+    std::uint8_t rgb[3] = {};
+    glReadPixels(x, y, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, rgb);
+    return Colour{rgb[0], rgb[1], rgb[2]};
+}
+
+std::vector<std::uint8_t> RenderTest::Picture() const {
+    std::vector<std::uint8_t> picture(3 * windowSize * windowSize);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, windowSize, windowSize, GL_RGB, GL_UNSIGNED_BYTE, picture.data());
+    return picture;
+}
+
+void Paint(Object& object, float r, float g, float b) {
+    for (std::int32_t i = 0; i < object.vertexValueCount; i += 3) {
+        object.colours[i] = r;
+        object.colours[i + 1] = g;
+        object.colours[i + 2] = b;
+    }
+}
