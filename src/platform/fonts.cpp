@@ -7,11 +7,11 @@
 #include FT_SYNTHESIS_H
 
 #include <cstdlib>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/window_record.h"
 #include "platform/windows1250.h"
 
 struct PlatformFont {
@@ -21,11 +21,10 @@ struct PlatformFont {
 
 namespace {
 
-/// All fonts of the process, and which of them each device context has.
+/// All fonts of the process.
 struct Fonts {
     FT_Library library = nullptr;
     std::vector<std::unique_ptr<PlatformFont>> all;
-    std::map<HDC, HFONT> selected;
     PlatformFont none;  ///< what a device context has before the first selection
 
     Fonts() {
@@ -106,10 +105,8 @@ HFONT CreateFontA(int height, int /*width*/, int /*escapement*/, int /*orientati
 
 HFONT SelectObject(HDC deviceContext, HFONT font) {
     if (!deviceContext || !font) return nullptr;
-    Fonts& fonts = TheFonts();
-    HFONT& selected = fonts.selected[deviceContext];
-    const HFONT before = selected ? selected : &fonts.none;
-    selected = font;
+    const HFONT before = deviceContext->font ? deviceContext->font : &TheFonts().none;
+    deviceContext->font = font;
     return before;
 }
 
@@ -145,10 +142,9 @@ static void DrawCharacter(const FT_GlyphSlotRec& slot, std::vector<BYTE>& rows) 
 }
 
 BOOL wglUseFontBitmapsA(HDC deviceContext, DWORD first, DWORD count, DWORD listBase) {
-    const auto found = TheFonts().selected.find(deviceContext);
     // The list 0 is none: it comes from a context that could give no lists.
-    if (found == TheFonts().selected.end() || listBase == 0) return FALSE;
-    const PlatformFont& font = *found->second;
+    if (!deviceContext || !deviceContext->font || listBase == 0) return FALSE;
+    const PlatformFont& font = *deviceContext->font;
     if (!font.face) return FALSE;
 
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);

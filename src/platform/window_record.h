@@ -10,6 +10,7 @@ struct SDL_Window;
 
 struct PlatformDeviceContext {
     PlatformWindow* window = nullptr;
+    HFONT font = nullptr;  ///< selected for the character lists; null before the first selection
     PIXELFORMATDESCRIPTOR pixelFormat;  ///< as asked for
 };
 
