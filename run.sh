@@ -44,6 +44,6 @@ RunEngine &
 running=$!
 sleep 5
 import -window root "$screenshot"
-xdotool key Escape
+xdotool keydown Escape  # held, as a frame has to see it
 wait "$running"
 echo "Screenshot: $screenshot"

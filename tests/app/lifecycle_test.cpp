@@ -29,13 +29,15 @@ struct Lifecycle : testing::TestWithParam<WindowManager> {
         return window;
     }
 
-    /// The window, once the frame loop runs: the last thing before it is the loading of the scenes, so a
-    /// scene that doesn't exist leaves its mark in the log.
+    /// The window, once it takes keys.
     std::string WaitForFrames() {
         const std::string window = FindWindow();
         WaitUntil([&] { return RunCommand("xdotool getwindowfocus 2>&1").output == window + "\n"; });
         return window;
     }
+
+    /// Long enough for a frame to see it: a key that is down and up again within one frame counts as up.
+    void HoldKey(const std::string& key) { display.Xdotool("keydown " + key + " sleep 0.5 keyup " + key); }
 
     static void ExpectOrderlyEnd(EngineProcess& engine) {
         EXPECT_EQ(engine.WaitForExit(), 1);
@@ -51,7 +53,7 @@ TEST_P(Lifecycle, EscapeEndsIt) {
     WriteWholeFile("settings.atr", "*RESOLUTION 320 200 32 *FRAMERATELIMIT 50 }");
     EngineProcess engine;
     WaitForFrames();
-    display.Xdotool("key Escape");
+    HoldKey("Escape");
     ExpectOrderlyEnd(engine);
 }
 
@@ -67,7 +69,7 @@ TEST_P(Lifecycle, TheLogTellsOfTheContextAndItsState) {
     WriteWholeFile("settings.atr", "*RESOLUTION 320 200 32 *FRAMERATELIMIT 50 }");
     EngineProcess engine;
     WaitForFrames();
-    display.Xdotool("key Escape");
+    HoldKey("Escape");
     ASSERT_EQ(engine.WaitForExit(), 1);
     const std::vector<std::string> entries = LogEntries(EngineProcess::Log());
     // The start, four labels each with its string, eleven capabilities, the font and the two last entries.
@@ -104,7 +106,7 @@ TEST_P(Lifecycle, WithoutSettingsTwoBoxesComeAndTheDefaultsRule) {
     }
     const std::string window = WaitForFrames();
     EXPECT_NE(display.Xdotool("getwindowgeometry " + window).find("640x480"), std::string::npos);
-    display.Xdotool("key Escape");
+    HoldKey("Escape");
     ExpectOrderlyEnd(engine);
 }
 
