@@ -108,10 +108,28 @@ inline Vector operator-(Vector a) {
     return Vector(-a.x, -a.y, -a.z);
 }
 
-// In the header, since meshes take them a million times.
+// In the header, since meshes take them a million times and collision does little else.
 
+inline Vector& Vector::operator=(float value) {
+    x = value;
+    y = value;
+    z = value;
+    return *this;
+}
+inline Vector& Vector::operator=(int value) {
+    return *this = static_cast<float>(value);
+}
 inline float Vector::Length() const {
     return std::sqrt(std::fabs(x * x + y * y + z * z));
+}
+inline bool Vector::IsZero() const {
+    return x == 0.0f && y == 0.0f && z == 0.0f;
+}
+inline Vector Vector::Cross(Vector other) const {
+    return Vector(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
+}
+inline float Vector::Dot(Vector other) const {
+    return x * other.x + y * other.y + z * other.z;
 }
 inline void Vector::Normalise() {
     const float length = Length();
@@ -119,12 +137,12 @@ inline void Vector::Normalise() {
         *this = *this / length;
     }
 }
+inline void Vector::SetLength(float length) {
+    const float current = Length();
+    if (current != 0.0f) {
+        *this = *this * (length / current);
+    }
+}
 inline float Vector::Distance(Vector other) const {
     return (other - *this).Length();
-}
-inline Vector Vector::Cross(Vector other) const {
-    return Vector(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
-}
-inline float Vector::Dot(Vector other) const {
-    return x * other.x + y * other.y + z * other.z;
 }
