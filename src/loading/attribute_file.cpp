@@ -64,7 +64,7 @@ void PlaceOnSpawnPoint(const Block& block, const Object& spawnPoint, std::int32_
         block.LogIgnored("*PLAYERSPAWNPOINT", playerIndex, "an object without vertices is nowhere");
         return;
     }
-    object.attributes[spawnStateAttribute] = 2;
+    object.attributes[spawnStateAttribute] = justSpawned;
     Vector target;
     Vector centre;
     spawnPoint.GetVertex(target, 0);

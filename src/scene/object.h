@@ -15,7 +15,10 @@
 inline constexpr int attributeCount = 10;
 inline constexpr int collidableAttribute = 0;  ///< 0: moving objects pass through this one
 inline constexpr int invisibleAttribute = 1;   ///< 1: not drawn
-inline constexpr int spawnStateAttribute = 2;  ///< 2: placed on a spawn point, for one world step at rest
+inline constexpr int spawnStateAttribute = 2;  ///< `justSpawned` or -1
+
+/// Placed on a spawn point: stands still, without collision and input, until the next world step is over.
+inline constexpr std::int32_t justSpawned = 2;
 
 /// One mesh of the world. It has no position and no orientation: it is where its vertices are. Four of
 /// them, the markers, stand for its pivot and its axes and move along; motion is requested in

@@ -22,6 +22,9 @@ inline constexpr std::int32_t lookDown = 5;
 /// and key track of the objects are changed, and the world step carries them out. A player whose player or
 /// camera object doesn't exist is left out, and so is one just placed on a spawn point.
 struct PlayerControl {
+    /// Whether the player and both its objects exist.
+    static bool HasObjects(const Scene& scene, std::int32_t playerIndex);
+
     /// @param keyState 256 bytes, one per virtual key code, not 0 while down
     void ControlByKeyboard(Scene& scene, std::int32_t playerIndex, const std::uint8_t* keyState);
     /// @param delta x and y in radians
