@@ -8,7 +8,7 @@ namespace {
 constexpr int escapeKey = 0x1B;
 constexpr int numericPad1Key = 0x61;
 
-/// How far numeric pad 1 raises the first light in a frame, in world units.
+/// How far numeric pad 1 moves the first light along y in a frame, in world units.
 constexpr float lightStep = 0.5f;
 
 /// Radians for the way from the rest position: the difference of two unsigned numbers has a sign.
@@ -16,14 +16,14 @@ float Deflection(std::uint32_t position, std::uint32_t centre, float sensitivity
     return static_cast<float>(static_cast<std::int32_t>(position - centre)) * sensitivity;
 }
 
-void RaiseFirstLight(Scene& scene) {
+void MoveFirstLight(Scene& scene) {
     if (scene.lightCount <= 0) {
         return;
     }
     Light& light = scene.lights[0];
-    const float raised[4] = {light.position[0], light.position[1] + lightStep, light.position[2],
-                             light.position[3]};
-    light.SetPosition(raised);
+    const float moved[4] = {light.position[0], light.position[1] + lightStep, light.position[2],
+                            light.position[3]};
+    light.SetPosition(moved);
 }
 
 }  // namespace
@@ -63,6 +63,6 @@ void Engine::SampleInput() {
         }
     }
     if (keyState[numericPad1Key] != 0) {
-        RaiseFirstLight(scene);
+        MoveFirstLight(scene);
     }
 }
