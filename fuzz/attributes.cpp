@@ -14,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         scene.objects[i].name = names[i];
     }
     scene.objects[3].ResizeVertices(0);
+    scene.objects[3].ResizeFaces(0);
     WriteFuzzFile("scene.atr", text.data(), text.size());
     for (const char* name : names) {
         scene.ReadObjectAttributes("scene.atr", name);
