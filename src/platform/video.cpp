@@ -10,6 +10,9 @@
 namespace {
 
 void SetHints() {
+    // Only what puts windows on a screen: SDL would otherwise fall back to drawing where nobody sees it,
+    // and the program would run on without a way to end it.
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, std::getenv("WAYLAND_DISPLAY") ? "x11,wayland" : "x11");
     // Ctrl+C ends the process, and closing the window is an ordinary message.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");

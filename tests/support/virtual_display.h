@@ -66,6 +66,32 @@ struct VirtualDisplay {
         return RunCommand("xdotool " + arguments + " 2>&1").output;
     }
 
+    /// The size of the window with that title, such as "200x100"; empty without one. (xdotool doesn't find
+    /// message boxes by their title.)
+    std::string WindowSize(const std::string& title) const {
+        CommandResult tree;
+        do {  // it gives up when a window goes while it looks
+            tree = RunCommand("xwininfo -root -tree 2>/dev/null");
+        } while (tree.exitCode != 0 && kill(server, 0) == 0);
+        const std::string& windows = tree.output;
+        const std::size_t found = windows.find("\"" + title + "\": (");
+        if (found == std::string::npos) return {};
+        const std::size_t start = windows.find(")", found) + 1;
+        const std::size_t size = windows.find_first_not_of(' ', start);
+        return windows.substr(size, windows.find('+', size) - size);
+    }
+
+    /// Waits for a message box and presses Return until it is gone, as a user would. False if no box
+    /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` tells it.
+    bool CloseBox(const std::string& title, std::string* size = nullptr) const {
+        if (!WaitUntil([&] { return !WindowSize(title).empty(); })) return false;
+        if (size) *size = WindowSize(title);
+        return WaitUntil([&] {
+            Xdotool("key Return sleep 0.05");
+            return WindowSize(title).empty();
+        });
+    }
+
     /// Saves what the screen shows; the suffix of the name decides the format.
     bool SaveScreenshot(const std::string& fileName) const {
         return RunCommand("import -window root '" + fileName + "' 2>&1").exitCode == 0;
