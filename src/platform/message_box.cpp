@@ -83,7 +83,7 @@ int MessageBoxA(HWND, const char* text, const char* caption, UINT style) {
 
     constexpr int ok = 1;
     if (ShowBox(BoxKind(style), utf8Caption, utf8Text)) return ok;
-    if (caption) {
+    if (utf8Caption[0] != '\0') {
         std::fprintf(stderr, "[%s] %s\n", utf8Caption, utf8Text);
     } else {
         std::fprintf(stderr, "%s\n", utf8Text);

@@ -7,12 +7,12 @@
 
 #include "app/engine.h"
 #include "app/singletons.h"
+#include "platform/video.h"
 #include "scene/scene.h"
 #include "scene_writer/attribute_text.h"
 #include "scene_writer/bytes.h"
 #include "scene_writer/scene_file.h"
 #include "scene_writer/shapes.h"
-#include "platform/video.h"
 #include "services/log.h"
 #include "simulation/player_control.h"
 #include "support/leak_check.h"

@@ -20,7 +20,7 @@ struct EngineProcess {
 
     /// @param shellPrefix put in front of the program, such as "ulimit -v 200000;"
     explicit EngineProcess(const std::string& shellPrefix = "") {
-        std::filesystem::remove("defaultlog.txt");
+        if (std::filesystem::is_regular_file("defaultlog.txt")) std::filesystem::remove("defaultlog.txt");
         id = fork();
         if (id != 0) return;
         const int errors = open("stderr.txt", O_WRONLY | O_CREAT | O_TRUNC, 0644);
@@ -38,12 +38,19 @@ struct EngineProcess {
     EngineProcess(const EngineProcess&) = delete;
     EngineProcess& operator=(const EngineProcess&) = delete;
 
+    /// Whether the process has ended; then with which code, or -1 if it died by a signal.
+    bool HasEnded(int& code) {
+        int status = 0;
+        if (id <= 0 || waitpid(id, &status, WNOHANG) != id) return false;
+        id = -1;
+        code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return true;
+    }
     /// Waits for the end of the process; its exit code, or -1 if it doesn't end or dies by a signal.
     int WaitForExit() {
-        int status = 0;
-        if (id <= 0 || !WaitUntil([&] { return waitpid(id, &status, WNOHANG) == id; })) return -1;
-        id = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        int code = -1;
+        WaitUntil([&] { return HasEnded(code); });
+        return code;
     }
 
     static std::string Log() { return ReadWholeFile("defaultlog.txt"); }
