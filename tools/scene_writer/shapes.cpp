@@ -140,6 +140,41 @@ SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int r
     return whole;
 }
 
+SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<LathePoint>& profile,
+                      int sides, float tiles) {
+    const int rings = static_cast<int>(profile.size()) - 1;
+    SceneObject grid = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, rings, tiles);
+    for (int row = 0; row <= rings; row++) {
+        for (int column = 0; column <= sides; column++) {
+            const float angle =
+                2.0f * std::numbers::pi_v<float> * static_cast<float>(column) / static_cast<float>(sides);
+            const float radius = profile[row].radius;
+            grid.vertices[row * (sides + 1) + column] = {
+                radius * std::cos(angle), radius * std::sin(angle), profile[row].height};
+        }
+    }
+    SceneObject lathe = grid;
+    lathe.faces.clear();
+    lathe.texFaces.clear();
+    for (std::size_t i = 0; i < grid.faces.size(); i++) {
+        Int3 face = grid.faces[i];
+        const int row = static_cast<int>(i) / (2 * sides);
+        const LathePoint lower = profile[row];
+        const LathePoint upper = profile[row + 1];
+        if (lower.radius == upper.radius && lower.height == upper.height) continue;
+        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
+            const std::int32_t first = *corner / (sides + 1) * (sides + 1);
+            // The seam, and a ring that has shrunk to a point.
+            if (*corner == first + sides || profile[first / (sides + 1)].radius == 0.0f) *corner = first;
+        }
+        if (face.a == face.b || face.b == face.c || face.c == face.a) continue;
+        lathe.faces.push_back(face);
+        if (!grid.texFaces.empty()) lathe.texFaces.push_back(grid.texFaces[i]);
+    }
+    Move(lathe, base);
+    return lathe;
+}
+
 SceneObject MakeCamera(const std::string& name, Float3 eye, Float3 look) {
     SceneObject camera;
     camera.name = name;
@@ -175,6 +210,14 @@ void Paint(SceneObject& object, Float3 colour) {
 void Move(SceneObject& object, Float3 offset) {
     for (Float3& vertex : object.vertices) {
         vertex = Sum(vertex, offset);
+    }
+}
+
+void Stretch(SceneObject& object, Float3 centre, Float3 factors) {
+    for (Float3& vertex : object.vertices) {
+        vertex.x = centre.x + (vertex.x - centre.x) * factors.x;
+        vertex.y = centre.y + (vertex.y - centre.y) * factors.y;
+        vertex.z = centre.z + (vertex.z - centre.z) * factors.z;
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "scene_writer/scene_file.h"
 
@@ -23,6 +24,16 @@ SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, flo
 /// equator and from pole to pole.
 SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int rings, int sides,
                      float tiles = 0.0f);
+/// One ring of a turned shape.
+struct LathePoint {
+    float radius = 0.0f;
+    float height = 0.0f;  ///< above the base
+};
+/// A shape turned on a lathe about the vertical: rings from the lowest to the highest, smooth around and
+/// along. A height that occurs twice makes a ledge; a ring that occurs twice makes a sharp edge. The ends
+/// stay open: close them with a ring of radius 0.
+SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<LathePoint>& profile,
+                      int sides, float tiles = 0.0f);
 /// An object of two vertices and no triangle: vertex 0 is the eye, vertex 1 what it looks at.
 SceneObject MakeCamera(const std::string& name, Float3 eye, Float3 look);
 
@@ -31,6 +42,8 @@ void Append(SceneObject& object, const SceneObject& part);
 /// Gives all vertices this colour.
 void Paint(SceneObject& object, Float3 colour);
 void Move(SceneObject& object, Float3 offset);
+/// Multiplies the distances from the centre; factors are above 0.
+void Stretch(SceneObject& object, Float3 centre, Float3 factors);
 /// Turns the object about the vertical through `centre`, counter-clockwise as seen from above.
 /// @param angle radians
 void TurnAboutZ(SceneObject& object, Float3 centre, float angle);

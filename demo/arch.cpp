@@ -1,0 +1,41 @@
+#include "blocks.h"
+#include "courtyard.h"
+#include "float3.h"
+#include "lights.h"
+#include "scene_writer/shapes.h"
+#include "scene_writer/texture_mapping.h"
+
+namespace {
+
+void AddLantern(World& world) {
+    // Untextured: the colours are all that there is. The light itself hangs a little lower.
+    SceneObject lantern = MakeLathe("Lantern", lampPlace,
+                                    {{0.0f, -0.1f}, {0.35f, 0.0f}, {0.55f, 1.2f}, {0.0f, 1.2f}}, 6);
+    Paint(lantern, {1.0f, 0.93f, 0.62f});
+    SceneObject cap = MakeLathe("", lampPlace, {{0.0f, 1.2f}, {0.75f, 1.2f}, {0.1f, 1.8f}, {0.1f, 2.4f}}, 6);
+    Paint(cap, {0.25f, 0.23f, 0.22f});
+    Append(lantern, cap);
+    world.Add(lantern, Role::Outside, {"*NOCOLLIDER"});
+}
+
+}  // namespace
+
+void AddArch(World& world) {
+    ArchShape shape;
+    shape.middle = lampPlace.x;
+    shape.front = lampPlace.y - 2.0f;
+    shape.back = lampPlace.y + 2.0f;
+    shape.outer = 7.5f;
+    shape.height = 16.0f;
+    SceneObject arch = MakeArch("Arch", shape);
+    Paint(arch, {0.95f, 0.88f, 0.76f});
+    ProjectTexture(arch, 10.0f);
+    world.AddTextured(arch, Role::Fixed, "ashlar.rgb");
+
+    SceneObject crown = MakeBlock("ArchCrown", {shape.middle - 8.1f, shape.front - 0.6f, shape.height},
+                                  {shape.middle + 8.1f, shape.back + 0.6f, shape.height + 1.0f}, 3.0f);
+    Paint(crown, {1.0f, 0.95f, 0.85f});
+    ProjectTexture(crown, 10.0f);
+    world.AddTextured(crown, Role::Fixed, "plaster.rgb");
+    AddLantern(world);
+}

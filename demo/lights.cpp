@@ -1,0 +1,42 @@
+#include "lights.h"
+
+SceneLight Lamp() {
+    SceneLight lamp;
+    lamp.ambient = {0.45f, 0.33f, 0.14f, 1.0f};  // what is close to it glows
+    lamp.diffuse = {1.5f, 1.05f, 0.5f, 1.0f};
+    lamp.position = {lampPlace.x, lampPlace.y, lampPlace.z - 1.2f, 1.0f};
+    lamp.constantAttenuation = 0.6f;
+    lamp.linearAttenuation = 0.05f;
+    lamp.quadraticAttenuation = 0.016f;
+    return lamp;
+}
+
+SceneLight Sun() {
+    SceneLight sun;
+    sun.ambient = {0.16f, 0.18f, 0.22f, 1.0f};
+    sun.diffuse = {0.92f, 0.84f, 0.66f, 1.0f};
+    sun.position = {0.62f, -0.48f, 0.62f, 0.0f};
+    return sun;
+}
+
+SceneLight Sky() {
+    SceneLight sky;
+    sky.diffuse = {0.12f, 0.15f, 0.2f, 1.0f};
+    sky.position = {-0.5f, 0.5f, 0.7f, 0.0f};
+    return sky;
+}
+
+SceneLight Spot() {
+    SceneLight spot;
+    spot.diffuse = {5.0f, 4.2f, 2.6f, 1.0f};
+    spot.position = {spotPlace.x, spotPlace.y, spotPlace.z, 1.0f};
+    spot.spotDirection = {0.0f, 0.0f, -1.0f};
+    spot.spotExponent = 6.0f;
+    spot.spotCutoff = 40.0f;
+    spot.linearAttenuation = 0.03f;
+    return spot;
+}
+
+std::vector<std::string> LightLines() {
+    return {LightLine(Lamp()), LightLine(Sun()), LightLine(Sky()), LightLine(Spot())};
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "scene_writer/attribute_text.h"
+
+// The lights of the courtyard. Sun and sky reach everything; lamp and spot fade with distance.
+
+SceneLight Lamp();  ///< hangs in the arch; the first light, which the keyboard can move
+SceneLight Sun();
+SceneLight Sky();   ///< a weak light against the sun, so that shaded walls keep their shape
+SceneLight Spot();  ///< under the ceiling of the chamber
+
+/// Where lamp and spot hang, for the meshes that show them.
+inline constexpr Float3 lampPlace{13.0f, -12.0f, 10.6f};
+inline constexpr Float3 spotPlace{-34.0f, 27.0f, 12.4f};
+
+/// What OpenGL adds to all lights by itself.
+inline constexpr float globalAmbient = 0.2f;
+
+/// One line for each light, in the order above.
+std::vector<std::string> LightLines();

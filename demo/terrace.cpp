@@ -1,0 +1,82 @@
+#include "blocks.h"
+#include "courtyard.h"
+#include "float3.h"
+#include "scene_writer/shapes.h"
+#include "scene_writer/texture_mapping.h"
+
+namespace {
+
+constexpr float terraceWest = 18.0f;
+constexpr float terraceSouth = 16.0f;
+constexpr Float3 sandstone{0.98f, 0.9f, 0.76f};
+
+void AddStone(World& world, SceneObject stone) {
+    Paint(stone, sandstone);
+    ProjectTexture(stone, 10.0f);
+    world.AddTextured(stone, Role::Fixed, "ashlar.rgb");
+}
+
+void AddPlatform(World& world) {
+    SceneObject floor = MakeBlock("TerraceFloor", {terraceWest, terraceSouth, 0.0f},
+                                  {eastWall, northWall, terraceHeight}, 2.4f, top);
+    Paint(floor, {1.0f, 0.95f, 0.85f});
+    ProjectTexture(floor, 12.0f);
+    world.AddTextured(floor, Role::Fixed, "cobbles.rgb");
+    AddStone(world, MakeBlock("TerraceSides", {terraceWest, terraceSouth, 0.0f},
+                              {eastWall, northWall, terraceHeight}, 2.6f, south | west));
+    // Open where the stairs and the ramp arrive.
+    const float rail = terraceHeight + 2.6f;
+    AddStone(world, MakeParapet("ParapetSouth", {terraceWest, terraceSouth, terraceHeight},
+                                {31.0f, terraceSouth + 1.2f, rail}));
+    AddStone(world, MakeParapet("ParapetWest", {terraceWest, terraceSouth + 1.2f, terraceHeight},
+                                {terraceWest + 1.2f, 23.5f, rail}));
+}
+
+/// Low, deep steps: a body climbs what meets it well below its middle.
+void AddStairs(World& world) {
+    constexpr int steps = 12;
+    constexpr float depth = 1.5f;
+    constexpr float rise = terraceHeight / steps;
+    constexpr float foot = terraceWest - steps * depth;
+    SceneObject stairs;
+    stairs.name = "Stairs";
+    for (int step = 0; step < steps; step++) {
+        const float front = foot + static_cast<float>(step) * depth;
+        const float height = static_cast<float>(step + 1) * rise;
+        // The lower part of each step is inside the one before it.
+        Append(stairs, MakeBlock("", {front, 24.0f, height - rise}, {front + depth, northWall, height}, 3.0f,
+                                 west | top));
+        Append(stairs, MakeBlock("", {front, 24.0f, 0.0f}, {front + depth, northWall, height}, 3.0f, south));
+    }
+    AddStone(world, stairs);
+}
+
+void AddRamp(World& world) {
+    constexpr float foot = -12.0f;
+    constexpr float west = 32.0f;
+    constexpr int cells = 12;
+    SceneObject ramp = MakeGrid("Ramp", {west, foot, 0.0f}, {eastWall - west, 0.0f, 0.0f},
+                                {0.0f, terraceSouth - foot, terraceHeight}, 4, cells);
+    Paint(ramp, {1.0f, 0.95f, 0.85f});
+    ProjectTexture(ramp, 12.0f);
+    world.AddTextured(ramp, Role::Fixed, "cobbles.rgb");
+
+    SceneObject side = MakeBlock("RampSide", {west, foot, 0.0f}, {eastWall, terraceSouth, 1.0f}, 2.4f, Side::west);
+    for (Float3& vertex : side.vertices) {
+        if (vertex.z > 0.0f) vertex.z = terraceHeight * (vertex.y - foot) / (terraceSouth - foot);
+    }
+    // At its foot the last cell has become a triangle.
+    std::erase_if(side.faces, [&side](Int3 face) {
+        const Float3 a = side.vertices[face.a];
+        return Length(Cross(side.vertices[face.b] - a, side.vertices[face.c] - a)) < 1e-4f;
+    });
+    AddStone(world, side);
+}
+
+}  // namespace
+
+void AddTerrace(World& world) {
+    AddPlatform(world);
+    AddStairs(world);
+    AddRamp(world);
+}

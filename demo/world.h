@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "scene_writer/scene_file.h"
+
+/// What becomes of an object once it has been put into the world.
+enum class Role {
+    Fixed,   ///< casts and takes shadows; gets its markers when the world is written
+    Outside, ///< the same, but neither casts nor takes shadows
+    Moving   ///< has its markers already; shadows would move along with it
+};
+
+struct WorldObject {
+    SceneObject mesh;
+    Role role = Role::Fixed;
+    std::vector<std::string> attributes;  ///< the lines of its block
+};
+
+/// A scene while it is being put together, object by object in the order of the file. The engine draws in
+/// that order, and what an attribute refers to must come first.
+struct World {
+    std::vector<WorldObject> objects;
+
+    void Add(SceneObject mesh, Role role, std::vector<std::string> attributes = {});
+    /// The same, with the key for the texture; its coordinates must be there.
+    void AddTextured(SceneObject mesh, Role role, const std::string& texture,
+                     std::vector<std::string> attributes = {});
+};
+
+/// Writes data/courtyard.bin and data/courtyard.atr into the folder. Throws std::runtime_error if a file
+/// can't be written, or if an object's name would find the block of another.
+void WriteWorld(const World& world, const std::string& folder);
