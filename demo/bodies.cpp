@@ -8,10 +8,11 @@
 // Every collider is the same ellipsoid, 4 wide and 10 high. A body that stands on the ground thus has its
 // centre 5.05 above it, and its mesh hangs below that centre.
 
+// Bodies stop each other with their centres 2 apart, so the meshes are narrower than the ellipsoid.
+
 namespace {
 
-constexpr float standing = 5.05f;
-constexpr Float3 toFoot{0.0f, 0.0f, -standing};
+constexpr Float3 footToCentre{0.0f, 0.0f, 5.05f};
 
 struct Drop {
     Float3 foot;
@@ -26,20 +27,20 @@ std::vector<std::string> Attributes(const Drop& drop) {
 }
 
 void AddCrate(World& world, int number, const Drop& drop, float angle) {
-    constexpr float half = 1.6f;
+    constexpr float half = 1.3f;
     const Float3 low = drop.foot + Float3{-half, -half, 0.0f};
     SceneObject crate = MakeBox("Crate" + std::to_string(number), low,
                                 low + Float3{2.0f * half, 2.0f * half, 2.0f * half}, 1.0f);
     TurnAboutZ(crate, drop.foot, angle);
-    AddMarkers(crate, drop.foot - toFoot);
+    AddMarkers(crate, drop.foot + footToCentre);
     world.AddTextured(crate, Role::Moving, "crate.rgb", Attributes(drop));
 }
 
 void AddBall(World& world, int number, const Drop& drop, Float3 colour) {
-    constexpr float radius = 1.5f;
+    constexpr float radius = 1.25f;
     SceneObject ball = MakeBall("Ball" + std::to_string(number), drop.foot + Float3{0.0f, 0.0f, radius}, radius, 8, 12, 1.0f);
     Paint(ball, colour);
-    AddMarkers(ball, drop.foot - toFoot);
+    AddMarkers(ball, drop.foot + footToCentre);
     world.AddTextured(ball, Role::Moving, "stripes.rgb", Attributes(drop));
 }
 
@@ -66,13 +67,13 @@ void AddPile(World& world) {
 void AddBodies(World& world) {
     AddPile(world);
     // Crates hardly bounce and soon stand still; balls jump, and roll down the mounds.
-    AddCrate(world, 1, {{20.5f, -6.0f, 9.0f}, 0.2f, 0.1f, 0.6f}, 0.3f);
-    AddCrate(world, 2, {{27.5f, -9.5f, 14.0f}, 0.2f, 0.3f, 0.5f}, 1.1f);
+    AddCrate(world, 1, {{21.5f, -16.5f, 9.0f}, 0.2f, 0.1f, 0.6f}, 0.3f);
+    AddCrate(world, 2, {{27.0f, -9.0f, 14.0f}, 0.2f, 0.3f, 0.5f}, 1.1f);
     AddCrate(world, 3, {{-13.0f, -19.0f, 12.0f}, 0.2f, 0.2f, 0.5f}, 0.7f);
-    AddCrate(world, 4, {{24.0f, 28.0f, 20.0f}, 0.2f, 0.3f, 0.5f}, 0.2f);
-    AddBall(world, 1, {{4.0f, -22.0f, 16.0f}, 0.15f, 0.8f, 0.05f}, {0.95f, 0.35f, 0.3f});
-    AddBall(world, 2, {{-23.5f, -24.0f, 20.0f}, 0.15f, 0.7f, 0.02f}, {0.35f, 0.6f, 0.95f});
-    AddBall(world, 3, {{-18.0f, 8.0f, 24.0f}, 0.15f, 0.85f, 0.03f}, {0.98f, 0.85f, 0.3f});
-    AddBall(world, 4, {{24.0f, -22.0f, 18.0f}, 0.15f, 0.5f, 0.1f}, {0.5f, 0.85f, 0.45f});
-    AddBall(world, 5, {{34.0f, 26.0f, 26.0f}, 0.15f, 0.75f, 0.1f}, {0.9f, 0.55f, 0.9f});
+    AddCrate(world, 4, {{21.5f, 33.0f, 20.0f}, 0.2f, 0.3f, 0.5f}, 0.2f);
+    AddBall(world, 1, {{4.5f, -17.5f, 16.0f}, 0.15f, 0.8f, 0.05f}, {0.95f, 0.35f, 0.3f});
+    AddBall(world, 2, {{-23.5f, -24.0f, 20.0f}, 0.15f, 0.7f, 0.1f}, {0.35f, 0.6f, 0.95f});
+    AddBall(world, 3, {{-18.5f, 6.0f, 24.0f}, 0.15f, 0.8f, 0.1f}, {0.98f, 0.85f, 0.3f});
+    AddBall(world, 4, {{23.5f, -22.5f, 18.0f}, 0.15f, 0.5f, 0.1f}, {0.5f, 0.85f, 0.45f});
+    AddBall(world, 5, {{38.0f, 32.0f, 26.0f}, 0.15f, 0.75f, 0.1f}, {0.9f, 0.55f, 0.9f});
 }

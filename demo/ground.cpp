@@ -62,7 +62,7 @@ void AddGround(World& world) {
     grass("G", 18.0f, southWall, 32.0f, -12.0f);
     grass("H", 32.0f, southWall, eastWall, -12.0f);
     grass("I", 18.0f, -12.0f, 32.0f, 16.0f);
-    // The path goes on through the gate.
+    // The path goes on through the gate, and beyond it in the landscape.
     const auto path = [&world](const std::string& name, float south, float north) {
         AddPatch(world, "Path" + name, 8.0f, south, 18.0f, north, 2.0f, "cobbles.rgb", 10.0f);
     };

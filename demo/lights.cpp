@@ -2,7 +2,7 @@
 
 SceneLight Lamp() {
     SceneLight lamp;
-    lamp.ambient = {0.45f, 0.33f, 0.14f, 1.0f};  // what is close to it glows
+    lamp.ambient = {0.3f, 0.21f, 0.09f, 1.0f};  // what is close to it glows
     lamp.diffuse = {1.5f, 1.05f, 0.5f, 1.0f};
     lamp.position = {lampPlace.x, lampPlace.y, lampPlace.z - 1.2f, 1.0f};
     lamp.constantAttenuation = 0.6f;
@@ -15,7 +15,7 @@ SceneLight Sun() {
     SceneLight sun;
     sun.ambient = {0.16f, 0.18f, 0.22f, 1.0f};
     sun.diffuse = {0.92f, 0.84f, 0.66f, 1.0f};
-    sun.position = {0.62f, -0.48f, 0.62f, 0.0f};
+    sun.position = {0.45f, -0.42f, 0.9f, 0.0f};
     return sun;
 }
 
@@ -24,6 +24,13 @@ SceneLight Sky() {
     sky.diffuse = {0.12f, 0.15f, 0.2f, 1.0f};
     sky.position = {-0.5f, 0.5f, 0.7f, 0.0f};
     return sky;
+}
+
+SceneLight Ground() {
+    SceneLight ground;
+    ground.diffuse = {0.3f, 0.32f, 0.38f, 1.0f};
+    ground.position = {0.0f, 0.0f, -1.0f, 0.0f};
+    return ground;
 }
 
 SceneLight Spot() {
@@ -38,5 +45,5 @@ SceneLight Spot() {
 }
 
 std::vector<std::string> LightLines() {
-    return {LightLine(Lamp()), LightLine(Sun()), LightLine(Sky()), LightLine(Spot())};
+    return {LightLine(Lamp()), LightLine(Sun()), LightLine(Sky()), LightLine(Ground()), LightLine(Spot())};
 }

@@ -10,6 +10,7 @@
 SceneLight Lamp();  ///< hangs in the arch; the first light, which the keyboard can move
 SceneLight Sun();
 SceneLight Sky();   ///< a weak light against the sun, so that shaded walls keep their shape
+SceneLight Ground();  ///< from below, as the ground gives it back: without it there would be no bright sky
 SceneLight Spot();  ///< under the ceiling of the chamber
 
 /// Where lamp and spot hang, for the meshes that show them.

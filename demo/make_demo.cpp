@@ -5,6 +5,7 @@
 #include <exception>
 #include <numbers>
 #include <string>
+#include <vector>
 
 #include "courtyard.h"
 #include "hero.h"
@@ -28,8 +29,8 @@ void AddWatcher(World& world, int player, Float3 eye, Float3 look) {
     world.Add(watcher, Role::Moving, {"*CAMERAOBJECT " + number + " 0 1", "*NOCOLLIDER"});
 }
 
-/// Everything but the players. What is added last lends its texture to the sprites.
-World MakeCourtyard() {
+/// What is added last lends its texture to the sprites.
+World MakeCourtyard(const std::vector<Hero>& heroes) {
     World world;
     AddLandscape(world);
     AddGround(world);
@@ -39,22 +40,19 @@ World MakeCourtyard() {
     AddLoggia(world);
     AddChamber(world);
     AddBodies(world);
+    for (const Hero& hero : heroes) {
+        AddHero(world, hero);
+    }
     AddGarden(world);
     PaintShadows(world);
     return world;
 }
 
 void WriteDemos(const std::string& folder) {
-    const World courtyard = MakeCourtyard();
-
-    World single = courtyard;
-    AddHero(single, firstHero);
-    WriteWorld(single, folder + "/single");
+    WriteWorld(MakeCourtyard({firstHero}), folder + "/single");
     WriteTextures(folder + "/single");
 
-    World split = courtyard;
-    AddHero(split, firstHero);
-    AddHero(split, secondHero);
+    World split = MakeCourtyard({firstHero, secondHero});
     AddWatcher(split, 2, {2.0f, -33.0f, 15.0f}, {14.0f, -4.0f, 5.0f});
     AddWatcher(split, 3, {40.0f, 34.0f, 22.0f}, {5.0f, -6.0f, 2.0f});
     WriteWorld(split, folder + "/split");

@@ -129,9 +129,10 @@ Float3 Shade(Float3 vertex, Float3 normal, const std::vector<Occluder>& occluder
     const Float3 ambient = Float3{globalAmbient, globalAmbient, globalAmbient} + Colour(Sun().ambient);
     const Float3 direct = Falling(Sun(), normal);
     const Float3 opposite = Falling(Sky(), normal);
-    Float3 wanted = ambient * (0.3f + 0.7f * sky) + opposite * sky;
+    const Float3 below = Falling(Ground(), normal);
+    Float3 wanted = ambient * (0.3f + 0.7f * sky) + (opposite + below * 0.5f) * sky;
     if (Dot(direct, direct) > 0.0f) wanted = wanted + direct * SunShare(start, occluders);
-    return wanted / (ambient + direct + opposite);
+    return wanted / (ambient + direct + opposite + below);
 }
 
 }  // namespace
