@@ -101,12 +101,12 @@ SceneObject MakeArch(const std::string& name, const ArchShape& shape) {
         const float to = angles[i + 1];
         const float front = shape.front;
         const float back = shape.back;
-        AddQuad(arch, OnOpening(shape, from, front), OnOutline(shape, from, front), OnOutline(shape, to, front),
-                OnOpening(shape, to, front));
+        AddQuad(arch, OnOpening(shape, from, front), OnOutline(shape, from, front),
+                OnOutline(shape, to, front), OnOpening(shape, to, front));
         AddQuad(arch, OnOpening(shape, to, back), OnOutline(shape, to, back), OnOutline(shape, from, back),
                 OnOpening(shape, from, back));
-        AddQuad(arch, OnOpening(shape, from, back), OnOpening(shape, from, front), OnOpening(shape, to, front),
-                OnOpening(shape, to, back));
+        AddQuad(arch, OnOpening(shape, from, back), OnOpening(shape, from, front),
+                OnOpening(shape, to, front), OnOpening(shape, to, back));
     }
     return arch;
 }

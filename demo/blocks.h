@@ -22,7 +22,8 @@ enum Side : unsigned {
 /// A block between two corners.
 /// @param cell about how large the parts of its sides are, in world units
 /// @param sides those that can be seen or met; the others are left out
-SceneObject MakeBlock(const std::string& name, Float3 low, Float3 high, float cell, unsigned sides = allSides);
+SceneObject MakeBlock(const std::string& name, Float3 low, Float3 high, float cell,
+                      unsigned sides = allSides);
 
 /// A slab whose top falls from `low.x` to `high.x`.
 /// @param topAtLow,topAtHigh height of the top at the two ends

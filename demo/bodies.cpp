@@ -22,8 +22,8 @@ struct Drop {
 };
 
 std::vector<std::string> Attributes(const Drop& drop) {
-    return {"*COLLIDER", "*PHYSICS " + std::to_string(drop.gravity) + " " + std::to_string(drop.bounce) + " " +
-                             std::to_string(drop.friction)};
+    return {"*COLLIDER", "*PHYSICS " + std::to_string(drop.gravity) + " " + std::to_string(drop.bounce) +
+                             " " + std::to_string(drop.friction)};
 }
 
 void AddCrate(World& world, int number, const Drop& drop, float angle) {
@@ -38,7 +38,8 @@ void AddCrate(World& world, int number, const Drop& drop, float angle) {
 
 void AddBall(World& world, int number, const Drop& drop, Float3 colour) {
     constexpr float radius = 1.25f;
-    SceneObject ball = MakeBall("Ball" + std::to_string(number), drop.foot + Float3{0.0f, 0.0f, radius}, radius, 8, 12, 1.0f);
+    SceneObject ball = MakeBall("Ball" + std::to_string(number), drop.foot + Float3{0.0f, 0.0f, radius},
+                                radius, 8, 12, 1.0f);
     Paint(ball, colour);
     AddMarkers(ball, drop.foot + footToCentre);
     world.AddTextured(ball, Role::Moving, "stripes.rgb", Attributes(drop));

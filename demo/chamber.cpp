@@ -25,21 +25,28 @@ void AddStone(World& world, SceneObject stone, const std::string& texture, float
 }
 
 void AddRoom(World& world) {
-    AddStone(world, MakeBlock("ChamberFloor", {westWall, insideSouth, -1.0f}, {insideEast, northWall, 0.0f}, cell, top),
-             "ashlar.rgb", 8.0f);
-    AddStone(world, MakeBlock("DoorSill", {insideEast, doorFrom, -1.0f}, {insideEast + wall, doorTo, 0.0f}, 2.0f, top),
-             "ashlar.rgb", 8.0f);
-    AddStone(world, MakeBlock("ChamberSouth", {westWall, insideSouth - wall, 0.0f},
-                              {insideEast + wall, insideSouth, ceiling}, 2.6f, upright),
+    AddStone(
+        world,
+        MakeBlock("ChamberFloor", {westWall, insideSouth, -1.0f}, {insideEast, northWall, 0.0f}, cell, top),
+        "ashlar.rgb", 8.0f);
+    AddStone(
+        world,
+        MakeBlock("DoorSill", {insideEast, doorFrom, -1.0f}, {insideEast + wall, doorTo, 0.0f}, 2.0f, top),
+        "ashlar.rgb", 8.0f);
+    AddStone(world,
+             MakeBlock("ChamberSouth", {westWall, insideSouth - wall, 0.0f},
+                       {insideEast + wall, insideSouth, ceiling}, 2.6f, upright),
              "plaster.rgb", 8.0f);
     SceneObject eastWallPieces = MakeBlock("ChamberEast", {insideEast, insideSouth, 0.0f},
                                            {insideEast + wall, doorFrom, ceiling}, 2.6f, upright);
-    Append(eastWallPieces, MakeBlock("", {insideEast, doorTo, 0.0f}, {insideEast + wall, northWall, ceiling}, 2.6f, upright));
-    Append(eastWallPieces, MakeBlock("", {insideEast, doorFrom, doorHeight}, {insideEast + wall, doorTo, ceiling}, 2.6f,
-                                     east | west | bottom));
+    Append(eastWallPieces, MakeBlock("", {insideEast, doorTo, 0.0f},
+                                     {insideEast + wall, northWall, ceiling}, 2.6f, upright));
+    Append(eastWallPieces, MakeBlock("", {insideEast, doorFrom, doorHeight},
+                                     {insideEast + wall, doorTo, ceiling}, 2.6f, east | west | bottom));
     AddStone(world, eastWallPieces, "plaster.rgb", 8.0f);
-    AddStone(world, MakeBlock("ChamberRoof", {westWall, insideSouth - wall - 0.6f, ceiling},
-                              {insideEast + wall + 0.6f, northWall, ceiling + 1.4f}, 3.0f),
+    AddStone(world,
+             MakeBlock("ChamberRoof", {westWall, insideSouth - wall - 0.6f, ceiling},
+                       {insideEast + wall + 0.6f, northWall, ceiling + 1.4f}, 3.0f),
              "ashlar.rgb", 10.0f);
 }
 
@@ -49,8 +56,15 @@ void AddUrn(World& world) {
                                      {place.x + 1.6f, place.y + 1.6f, 3.2f}, 1.6f, upright | top);
     AddStone(world, pedestal, "plaster.rgb", 4.0f);
     SceneObject urn = MakeLathe("Urn", {place.x, place.y, 3.2f},
-                                {{0.0f, 0.0f}, {0.8f, 0.0f}, {0.45f, 0.5f}, {0.6f, 0.9f}, {1.35f, 2.0f}, {1.25f, 2.9f},
-                                 {0.6f, 3.5f}, {0.75f, 4.0f}, {0.0f, 3.8f}},
+                                {{0.0f, 0.0f},
+                                 {0.8f, 0.0f},
+                                 {0.45f, 0.5f},
+                                 {0.6f, 0.9f},
+                                 {1.35f, 2.0f},
+                                 {1.25f, 2.9f},
+                                 {0.6f, 3.5f},
+                                 {0.75f, 4.0f},
+                                 {0.0f, 3.8f}},
                                 12);
     Paint(urn, {0.95f, 0.72f, 0.28f});
     world.Add(urn, Role::Fixed);
@@ -78,7 +92,8 @@ void AddChamber(World& world) {
     AddRoom(world);
     AddUrn(world);
     AddCurtain(world);
-    SceneObject lamp = MakeLathe("SpotLamp", spotPlace, {{0.7f, 0.0f}, {0.35f, 0.6f}, {0.35f, ceiling - spotPlace.z}}, 8);
+    SceneObject lamp =
+        MakeLathe("SpotLamp", spotPlace, {{0.7f, 0.0f}, {0.35f, 0.6f}, {0.35f, ceiling - spotPlace.z}}, 8);
     Paint(lamp, {0.2f, 0.2f, 0.22f});
     world.Add(lamp, Role::Outside, {"*NOCOLLIDER"});
 }

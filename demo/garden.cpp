@@ -15,9 +15,9 @@ namespace {
 constexpr Float3 treePlace{-4.5f, -4.5f, 0.0f};
 
 void AddRing(World& world) {
-    SceneObject ring = MakeLathe("Ring", treePlace,
-                                 {{7.7f, 0.0f}, {7.7f, 1.5f}, {7.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 0.0f}},
-                                 24);
+    SceneObject ring =
+        MakeLathe("Ring", treePlace,
+                  {{7.7f, 0.0f}, {7.7f, 1.5f}, {7.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 0.0f}}, 24);
     Paint(ring, {0.98f, 0.92f, 0.82f});
     ProjectTexture(ring, 8.0f);
     world.AddTextured(ring, Role::Fixed, "plaster.rgb");
@@ -31,9 +31,9 @@ void AddRing(World& world) {
 }
 
 void AddTrunk(World& world) {
-    SceneObject trunk = MakeLathe("Trunk", treePlace,
-                                  {{2.2f, 0.0f}, {1.5f, 1.2f}, {1.2f, 3.5f}, {1.1f, 7.0f}, {0.9f, 11.0f}, {0.5f, 15.0f}}, 9,
-                                  1.0f);
+    SceneObject trunk = MakeLathe(
+        "Trunk", treePlace,
+        {{2.2f, 0.0f}, {1.5f, 1.2f}, {1.2f, 3.5f}, {1.1f, 7.0f}, {0.9f, 11.0f}, {0.5f, 15.0f}}, 9, 1.0f);
     for (Float3& vertex : trunk.vertices) {
         vertex.x += 0.5f * std::sin(vertex.z * 0.35f);
     }

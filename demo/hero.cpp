@@ -63,7 +63,8 @@ SceneObject MakeLimb(const std::vector<LathePoint>& profile, Float3 top, Float3 
 
 SceneObject MakeLeg(const Hero& hero, float side) {
     const Float3 hip{0.52f * side, 0.0f, 4.4f};
-    SceneObject leg = MakeLimb({{0.0f, -3.9f}, {0.34f, -3.8f}, {0.4f, -2.0f}, {0.5f, -0.3f}, {0.0f, 0.3f}}, hip, hero.trousers);
+    SceneObject leg = MakeLimb({{0.0f, -3.9f}, {0.34f, -3.8f}, {0.4f, -2.0f}, {0.5f, -0.3f}, {0.0f, 0.3f}},
+                               hip, hero.trousers);
     SceneObject shoe = MakeBall("", {hip.x, -0.25f, 0.32f}, 0.5f, 5, 8);
     Stretch(shoe, {hip.x, -0.25f, 0.0f}, {0.85f, 1.6f, 0.9f});
     Paint(shoe, leather);
@@ -73,7 +74,9 @@ SceneObject MakeLeg(const Hero& hero, float side) {
 
 SceneObject MakeArm(const Hero& hero, float side) {
     const Float3 shoulder{1.22f * side, 0.0f, 7.15f};
-    SceneObject arm = MakeLimb({{0.0f, -2.2f}, {0.24f, -2.1f}, {0.28f, -1.2f}, {0.36f, -0.2f}, {0.0f, 0.35f}}, shoulder, hero.shirt);
+    SceneObject arm =
+        MakeLimb({{0.0f, -2.2f}, {0.24f, -2.1f}, {0.28f, -1.2f}, {0.36f, -0.2f}, {0.0f, 0.35f}}, shoulder,
+                 hero.shirt);
     SceneObject hand = MakeBall("", {shoulder.x, 0.0f, shoulder.z - 2.5f}, 0.3f, 5, 7);
     Paint(hand, skin);
     Append(arm, hand);
@@ -83,7 +86,8 @@ SceneObject MakeArm(const Hero& hero, float side) {
 SceneObject MakeTorso(const Hero& hero) {
     SceneObject torso = MakeLimb({{0.0f, 3.9f}, {0.95f, 4.2f}, {0.98f, 4.7f}}, {}, hero.trousers);
     Append(torso, MakeLimb({{1.0f, 4.65f}, {1.0f, 4.9f}}, {}, leather));
-    Append(torso, MakeLimb({{0.96f, 4.85f}, {0.92f, 5.6f}, {1.12f, 6.7f}, {1.05f, 7.3f}, {0.45f, 7.65f}}, {}, hero.shirt));
+    Append(torso, MakeLimb({{0.96f, 4.85f}, {0.92f, 5.6f}, {1.12f, 6.7f}, {1.05f, 7.3f}, {0.45f, 7.65f}},
+                           {}, hero.shirt));
     Stretch(torso, {}, {1.0f, 0.62f, 1.0f});
     Append(torso, MakeLimb({{0.4f, 7.5f}, {0.38f, 8.0f}}, {}, skin));
     return torso;
@@ -107,6 +111,13 @@ SceneObject MakeHead() {
         Paint(eye, {0.1f, 0.1f, 0.12f});
         Append(head, eye);
     }
+    SceneObject nose = MakeBall("", {0.0f, -0.8f, 8.36f}, 0.11f, 4, 6);
+    Paint(nose, skin * 0.95f);
+    Append(head, nose);
+    SceneObject mouth = MakeBall("", {0.0f, -0.68f, 8.08f}, 0.16f, 4, 6);
+    Stretch(mouth, {0.0f, -0.68f, 8.08f}, {1.2f, 0.6f, 0.3f});
+    Paint(mouth, {0.55f, 0.25f, 0.22f});
+    Append(head, mouth);
     return head;
 }
 
@@ -117,32 +128,35 @@ void AddHero(World& world, const Hero& hero) {
     const float turn = hero.heading + pi;  // it was modelled facing south
     const Float3 xAxis{std::cos(turn), std::sin(turn), 0.0f};
     const Float3 yAxis{-std::sin(turn), std::cos(turn), 0.0f};
-    const auto put = [&](SceneObject part, const std::string& name, Float3 pivot, std::vector<SceneKeyTrack> tracks,
-                         std::vector<std::string> attributes) {
+    const auto put = [&](SceneObject part, const std::string& name, Float3 pivot,
+                         std::vector<SceneKeyTrack> tracks, std::vector<std::string> attributes) {
         part.name = name + number;
         part.keyTracks = std::move(tracks);
         TurnAboutZ(part, {}, turn);
-        const Float3 turnedPivot{pivot.x * xAxis.x + pivot.y * yAxis.x, pivot.x * xAxis.y + pivot.y * yAxis.y, pivot.z};
+        const Float3 turnedPivot{pivot.x * xAxis.x + pivot.y * yAxis.x,
+                                 pivot.x * xAxis.y + pivot.y * yAxis.y, pivot.z};
         AddMarkers(part, turnedPivot, xAxis, yAxis);
         world.Add(std::move(part), Role::Moving, std::move(attributes));
     };
 
-    // The members come before the body: so each has done its own motion by the time the body takes it along.
-    // The number of the group must be the player's. Members are no obstacles, or the body would bump into
-    // its own legs.
+    // The members come before the body: so each has done its own motion by the time the body takes it
+    // along. The number of the group must be the player's. Members are no obstacles, or the body would bump
+    // into its own legs.
     const std::vector<std::string> member{"*GROUPMEMBER " + number, "*NOCOLLIDER"};
     for (const float side : {-1.0f, 1.0f}) {
         const std::string which = side > 0.0f ? "Left" : "Right";
-        put(MakeLeg(hero, side), which + "Leg", {0.52f * side, 0.0f, 4.4f}, LimbTracks(0.55f * side), member);
-        put(MakeArm(hero, side), which + "Arm", {1.22f * side, 0.0f, 7.15f}, LimbTracks(-0.4f * side), member);
+        put(MakeLeg(hero, side), which + "Leg", {0.52f * side, 0.0f, 4.4f}, LimbTracks(0.55f * side),
+            member);
+        put(MakeArm(hero, side), which + "Arm", {1.22f * side, 0.0f, 7.15f}, LimbTracks(-0.4f * side),
+            member);
     }
     std::vector<std::string> camera = member;
     camera.push_back("*CAMERAOBJECT " + number + " 0 1");
     put(MakeHead(), "Head", {0.0f, 0.0f, 8.2f}, {NodTrack(0.1f), NodTrack(0.1f), NodTrack(0.05f)}, camera);
 
     // A gravity of more than 0.5 brings a walker back to the ground in every frame, which makes the walk
-    // smooth. The body's own tracks hold still, but they are what tells that a step is under way. It stands on its
-    // own list, so that they are rewound together with the limbs'.
+    // smooth. The body's own tracks hold still, but they are what tells that a step is under way. It stands
+    // on its own list, so that they are rewound together with the limbs'.
     const SceneKeyTrack still(stepFrames);
     put(MakeTorso(hero), "Hero", bodyCentre, {still, still, still},
         {"*GROUPMEMBER " + number, "*GROUPPARENT " + number, "*PLAYEROBJECT " + number, "*COLLIDER",

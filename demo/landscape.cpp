@@ -18,7 +18,8 @@ Float3 Colour(Float4 value) {
 Float3 Unlit(Float3 wanted, Float3 normal) {
     Float3 light = Float3{globalAmbient, globalAmbient, globalAmbient} + Colour(Sun().ambient);
     for (const SceneLight& source : {Sun(), Sky(), Ground()}) {
-        light = light + Colour(source.diffuse) * std::max(0.0f, Dot(normal, Normalised(Colour(source.position))));
+        light = light +
+                Colour(source.diffuse) * std::max(0.0f, Dot(normal, Normalised(Colour(source.position))));
     }
     const Float3 colour = wanted / light;
     return {std::min(colour.x, 1.0f), std::min(colour.y, 1.0f), std::min(colour.z, 1.0f)};
@@ -40,9 +41,11 @@ void AddSky(World& world) {
     for (std::size_t i = 0; i < sky.vertices.size(); i++) {
         const Float3 vertex = sky.vertices[i];
         const float steepness = vertex.z / std::max(1.0f, std::hypot(vertex.x, vertex.y));
-        const Float3 clear = Mixed({0.62f, 0.66f, 0.72f}, {0.2f, 0.38f, 0.68f}, std::sqrt(std::clamp(steepness, 0.0f, 1.0f)));
+        const Float3 clear = Mixed({0.62f, 0.66f, 0.72f}, {0.2f, 0.38f, 0.68f},
+                                   std::sqrt(std::clamp(steepness, 0.0f, 1.0f)));
         const float cloud = Clouds(vertex.x * 0.009f + 64.0f, vertex.y * 0.009f + 64.0f, 32, 61);
-        const Float3 wanted = Mixed(clear, {0.66f, 0.67f, 0.7f}, std::clamp((cloud - 0.5f) * 3.5f, 0.0f, 0.8f));
+        const Float3 wanted =
+            Mixed(clear, {0.66f, 0.67f, 0.7f}, std::clamp((cloud - 0.5f) * 3.5f, 0.0f, 0.8f));
         sky.colours.push_back(Unlit(wanted, normals[i]));
     }
     world.Add(sky, Role::Outside, {"*NOCOLLIDER"});
@@ -66,7 +69,8 @@ void AddMeadow(World& world) {
     world.AddTextured(meadow, Role::Outside, "grass.tga", {"*NOCOLLIDER"});
 
     // The path goes on, in a bend. Where the meadow lies higher it covers it.
-    SceneObject track = MakeGrid("Track", {8.0f, -80.0f, 0.0f}, {10.0f, 0.0f, 0.0f}, {0.0f, 40.0f, 0.0f}, 3, 14);
+    SceneObject track =
+        MakeGrid("Track", {8.0f, -80.0f, 0.0f}, {10.0f, 0.0f, 0.0f}, {0.0f, 40.0f, 0.0f}, 3, 14);
     for (Float3& vertex : track.vertices) {
         const float away = southWall - 4.0f - vertex.y;
         vertex.x += away * away * 0.012f;
@@ -89,7 +93,8 @@ void AddGrove(World& world) {
         Paint(stem, {0.6f, 0.4f, 0.3f});
         Append(grove, stem);
         for (const Float3 place : {Float3{0.0f, 0.0f, 9.0f}, Float3{1.0f, 1.0f, 12.5f}}) {
-            SceneObject crown = MakeBall("", foot + place * size, (place.z < 10.0f ? 4.2f : 3.0f) * size, 5, 7, 2.0f);
+            SceneObject crown =
+                MakeBall("", foot + place * size, (place.z < 10.0f ? 4.2f : 3.0f) * size, 5, 7, 2.0f);
             Paint(crown, {0.95f, 1.0f, 0.85f});
             Append(grove, crown);
         }

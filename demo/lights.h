@@ -9,9 +9,9 @@
 
 SceneLight Lamp();  ///< hangs in the arch; the first light, which the keyboard can move
 SceneLight Sun();
-SceneLight Sky();   ///< a weak light against the sun, so that shaded walls keep their shape
+SceneLight Sky();     ///< a weak light against the sun, so that shaded walls keep their shape
 SceneLight Ground();  ///< from below, as the ground gives it back: without it there would be no bright sky
-SceneLight Spot();  ///< under the ceiling of the chamber
+SceneLight Spot();    ///< under the ceiling of the chamber
 
 /// Where lamp and spot hang, for the meshes that show them.
 inline constexpr Float3 lampPlace{13.0f, -12.0f, 10.6f};

@@ -12,7 +12,8 @@ constexpr float floorHeight = 0.5f;
 constexpr float ceiling = 13.0f;
 
 void AddFloor(World& world, const std::string& name, float from, float to) {
-    SceneObject floor = MakeBlock(name, {westWall, from, 0.0f}, {floorEdge, to, floorHeight}, 2.6f, top | east);
+    SceneObject floor =
+        MakeBlock(name, {westWall, from, 0.0f}, {floorEdge, to, floorHeight}, 2.6f, top | east);
     Paint(floor, {0.9f, 0.82f, 0.72f});
     ProjectTexture(floor, 10.0f);
     world.AddTextured(floor, Role::Fixed, "ashlar.rgb");
@@ -21,9 +22,9 @@ void AddFloor(World& world, const std::string& name, float from, float to) {
 void AddColumn(World& world, int number, float y) {
     const Float3 base{-34.0f, y, floorHeight};
     const float height = ceiling - floorHeight;
-    const std::vector<LathePoint> profile{
-        {1.7f, 0.0f},           {1.7f, 0.7f},           {1.25f, 1.1f},          {1.2f, 4.0f},  {1.15f, 7.5f},
-        {1.0f, height - 1.5f},  {1.7f, height - 0.8f},  {1.7f, height}};
+    const std::vector<LathePoint> profile{{1.7f, 0.0f},          {1.7f, 0.7f},  {1.25f, 1.1f},
+                                          {1.2f, 4.0f},          {1.15f, 7.5f}, {1.0f, height - 1.5f},
+                                          {1.7f, height - 0.8f}, {1.7f, height}};
     SceneObject column = MakeLathe("Column" + std::to_string(number), base, profile, 10, 1.0f);
     ScaleTexture(column, 1.0f, 2.0f);
     Paint(column, {1.0f, 0.96f, 0.88f});
@@ -39,7 +40,8 @@ void AddLoggia(World& world) {
         AddColumn(world, i, southWall + 6.0f + 8.0f * static_cast<float>(i));
     }
     // A beam on the columns, and tiles that fall from the wall to it.
-    SceneObject beam = MakeBlock("LoggiaBeam", {-35.2f, southWall, ceiling}, {-32.8f, loggiaNorth, ceiling + 1.4f}, 3.0f);
+    SceneObject beam =
+        MakeBlock("LoggiaBeam", {-35.2f, southWall, ceiling}, {-32.8f, loggiaNorth, ceiling + 1.4f}, 3.0f);
     Paint(beam, {0.85f, 0.8f, 0.72f});
     ProjectTexture(beam, 8.0f);
     world.AddTextured(beam, Role::Fixed, "planks.rgb");

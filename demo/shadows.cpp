@@ -30,7 +30,8 @@ std::vector<Occluder> FindOccluders(const World& world) {
         if (object.role != Role::Fixed) continue;
         Occluder occluder{&object.mesh, {}, 0.0f};
         for (const Float3 vertex : object.mesh.vertices) {
-            occluder.centre = occluder.centre + vertex * (1.0f / static_cast<float>(object.mesh.vertices.size()));
+            occluder.centre =
+                occluder.centre + vertex * (1.0f / static_cast<float>(object.mesh.vertices.size()));
         }
         for (const Float3 vertex : object.mesh.vertices) {
             occluder.radius = std::max(occluder.radius, Length(vertex - occluder.centre));
@@ -85,8 +86,8 @@ std::array<Float3, 16> DirectionsAbout(Float3 normal) {
         const float square = (static_cast<float>(i) + 0.5f) / static_cast<float>(directions.size());
         const float angle = static_cast<float>(i) * std::numbers::pi_v<float> * 0.764f;
         const float flat = std::sqrt(square);
-        directions[i] = x * (flat * std::cos(angle)) + y * (flat * std::sin(angle)) +
-                        normal * std::sqrt(1.0f - square);
+        directions[i] =
+            x * (flat * std::cos(angle)) + y * (flat * std::sin(angle)) + normal * std::sqrt(1.0f - square);
     }
     return directions;
 }
@@ -103,8 +104,11 @@ Float3 Falling(const SceneLight& light, Float3 normal) {
 
 /// Share of the sun that arrives, from five points of its disc so that the border is soft.
 float SunShare(Float3 start, const std::vector<Occluder>& occluders) {
-    constexpr std::array<Float3, 5> offsets{
-        {{0.0f, 0.0f, 0.0f}, {0.05f, 0.0f, 0.0f}, {-0.05f, 0.0f, 0.0f}, {0.0f, 0.05f, 0.0f}, {0.0f, -0.05f, 0.0f}}};
+    constexpr std::array<Float3, 5> offsets{{{0.0f, 0.0f, 0.0f},
+                                             {0.05f, 0.0f, 0.0f},
+                                             {-0.05f, 0.0f, 0.0f},
+                                             {0.0f, 0.05f, 0.0f},
+                                             {0.0f, -0.05f, 0.0f}}};
     float share = 0.0f;
     for (const Float3 offset : offsets) {
         const Float3 direction = Normalised(Normalised(Colour(Sun().position)) + offset);

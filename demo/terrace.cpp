@@ -44,9 +44,10 @@ void AddStairs(World& world) {
         const float front = foot + static_cast<float>(step) * depth;
         const float height = static_cast<float>(step + 1) * rise;
         // The lower part of each step is inside the one before it.
-        Append(stairs, MakeBlock("", {front, 24.0f, height - rise}, {front + depth, northWall, height}, 3.0f,
-                                 west | top));
-        Append(stairs, MakeBlock("", {front, 24.0f, 0.0f}, {front + depth, northWall, height}, 3.0f, south));
+        Append(stairs, MakeBlock("", {front, 24.0f, height - rise}, {front + depth, northWall, height},
+                                 3.0f, west | top));
+        Append(stairs,
+               MakeBlock("", {front, 24.0f, 0.0f}, {front + depth, northWall, height}, 3.0f, south));
     }
     AddStone(world, stairs);
 }
@@ -61,7 +62,8 @@ void AddRamp(World& world) {
     ProjectTexture(ramp, 12.0f);
     world.AddTextured(ramp, Role::Fixed, "cobbles.rgb");
 
-    SceneObject side = MakeBlock("RampSide", {west, foot, 0.0f}, {eastWall, terraceSouth, 1.0f}, 2.4f, Side::west);
+    SceneObject side =
+        MakeBlock("RampSide", {west, foot, 0.0f}, {eastWall, terraceSouth, 1.0f}, 2.4f, Side::west);
     for (Float3& vertex : side.vertices) {
         if (vertex.z > 0.0f) vertex.z = terraceHeight * (vertex.y - foot) / (terraceSouth - foot);
     }

@@ -136,9 +136,12 @@ Image Cobbles() {
             for (int j = -1; j <= cells; j++) {
                 const int column = (i + cells) % cells;
                 const int row = (j + cells) % cells;
-                const float pointX = (static_cast<float>(i) + 0.2f + 0.6f * Random(column, row, 11)) * cellSize;
-                const float pointY = (static_cast<float>(j) + 0.2f + 0.6f * Random(column, row, 12)) * cellSize;
-                const float distance = std::hypot(static_cast<float>(x) - pointX, static_cast<float>(y) - pointY);
+                const float pointX =
+                    (static_cast<float>(i) + 0.2f + 0.6f * Random(column, row, 11)) * cellSize;
+                const float pointY =
+                    (static_cast<float>(j) + 0.2f + 0.6f * Random(column, row, 12)) * cellSize;
+                const float distance =
+                    std::hypot(static_cast<float>(x) - pointX, static_cast<float>(y) - pointY);
                 if (distance < nearest) {
                     second = nearest;
                     nearest = distance;
@@ -165,7 +168,8 @@ Image Planks() {
         const float along = static_cast<float>(y) * 4.0f / size;
         const float across = static_cast<float>(x) * 32.0f / size;
         const float grain = Noise(across, along, 32, 20 + plank);
-        const Float3 wood = Mixed({0.43f, 0.29f, 0.17f}, {0.6f, 0.43f, 0.26f}, 0.35f * Random(plank, 0, 21) + 0.65f * grain);
+        const Float3 wood = Mixed({0.43f, 0.29f, 0.17f}, {0.6f, 0.43f, 0.26f},
+                                  0.35f * Random(plank, 0, 21) + 0.65f * grain);
         return wood * (inPlank < 2 ? 0.62f : 1.0f);
     });
 }
@@ -177,7 +181,8 @@ Image CrateSide() {
     return PaintColours(size, [&planks](int x, int y) {
         const int border = std::min(std::min(x, size - 1 - x), std::min(y, size - 1 - y));
         const int fromDiagonal = std::abs(x - y);
-        const Float3 plank{planks.At(x, y, 0) / 255.0f, planks.At(x, y, 1) / 255.0f, planks.At(x, y, 2) / 255.0f};
+        const Float3 plank{planks.At(x, y, 0) / 255.0f, planks.At(x, y, 1) / 255.0f,
+                           planks.At(x, y, 2) / 255.0f};
         const float grain = 0.85f + 0.3f * CloudsAt(x, y, size, 16, 23);
         if (border < 3) return Float3{0.4f, 0.28f, 0.16f} * grain;
         if (border < 16) return Float3{0.68f, 0.5f, 0.31f} * grain;

@@ -38,8 +38,8 @@ void AddGate(World& world) {
     world.AddTextured(gate, Role::Fixed, "ashlar.rgb");
 
     // Nothing is seen of it, and nobody leaves. It casts no shadow, either.
-    SceneObject barrier = MakeBlock("Barrier", {8.0f, southWall - thickness, 0.0f},
-                                    {18.0f, southWall - 1.0f, 14.0f}, 5.0f);
+    SceneObject barrier =
+        MakeBlock("Barrier", {8.0f, southWall - thickness, 0.0f}, {18.0f, southWall - 1.0f, 14.0f}, 5.0f);
     world.Add(barrier, Role::Outside, {"*INVISIBLE"});
 }
 
@@ -52,8 +52,10 @@ void AddWalls(World& world) {
         const std::string number(1, static_cast<char>('A' + i));
         const float from = low + (high - low) * static_cast<float>(i) / 4.0f;
         const float to = low + (high - low) * static_cast<float>(i + 1) / 4.0f;
-        AddPiece(world, "West" + number, {westWall - thickness, from, 0.0f}, {westWall, to, wallHeight}, east);
-        AddPiece(world, "East" + number, {eastWall, from, 0.0f}, {eastWall + thickness, to, wallHeight}, west);
+        AddPiece(world, "West" + number, {westWall - thickness, from, 0.0f}, {westWall, to, wallHeight},
+                 east);
+        AddPiece(world, "East" + number, {eastWall, from, 0.0f}, {eastWall + thickness, to, wallHeight},
+                 west);
         const float left = westWall + (eastWall - westWall) * static_cast<float>(i) / 4.0f;
         const float right = westWall + (eastWall - westWall) * static_cast<float>(i + 1) / 4.0f;
         AddPiece(world, "North" + number, {left, northWall, 0.0f}, {right, high, wallHeight}, south);

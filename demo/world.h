@@ -7,9 +7,9 @@
 
 /// What becomes of an object once it has been put into the world.
 enum class Role {
-    Fixed,   ///< casts and takes shadows; gets its markers when the world is written
-    Outside, ///< the same, but neither casts nor takes shadows
-    Moving   ///< has its markers already; shadows would move along with it
+    Fixed,    ///< casts and takes shadows; gets its markers when the world is written
+    Outside,  ///< the same, but neither casts nor takes shadows
+    Moving    ///< has its markers already; shadows would move along with it
 };
 
 struct WorldObject {

@@ -149,8 +149,8 @@ SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<La
             const float angle =
                 2.0f * std::numbers::pi_v<float> * static_cast<float>(column) / static_cast<float>(sides);
             const float radius = profile[row].radius;
-            grid.vertices[row * (sides + 1) + column] = {
-                radius * std::cos(angle), radius * std::sin(angle), profile[row].height};
+            grid.vertices[row * (sides + 1) + column] = {radius * std::cos(angle), radius * std::sin(angle),
+                                                         profile[row].height};
         }
     }
     SceneObject lathe = grid;
