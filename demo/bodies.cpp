@@ -68,13 +68,13 @@ void AddPile(World& world) {
 void AddBodies(World& world) {
     AddPile(world);
     // Crates hardly bounce and soon stand still; balls jump, and roll down the mounds.
-    AddCrate(world, 1, {{21.5f, -16.5f, 9.0f}, 0.2f, 0.1f, 0.6f}, 0.3f);
-    AddCrate(world, 2, {{27.0f, -9.0f, 14.0f}, 0.2f, 0.3f, 0.5f}, 1.1f);
+    AddCrate(world, 1, {{21.5f, -7.5f, 9.0f}, 0.2f, 0.1f, 0.6f}, 0.3f);
+    AddCrate(world, 2, {{28.0f, -12.5f, 14.0f}, 0.2f, 0.3f, 0.5f}, 1.1f);
     AddCrate(world, 3, {{-13.0f, -19.0f, 12.0f}, 0.2f, 0.2f, 0.5f}, 0.7f);
     AddCrate(world, 4, {{21.5f, 33.0f, 20.0f}, 0.2f, 0.3f, 0.5f}, 0.2f);
     AddBall(world, 1, {{4.5f, -17.5f, 16.0f}, 0.15f, 0.8f, 0.05f}, {0.95f, 0.35f, 0.3f});
-    AddBall(world, 2, {{-23.5f, -24.0f, 20.0f}, 0.15f, 0.7f, 0.1f}, {0.35f, 0.6f, 0.95f});
-    AddBall(world, 3, {{-18.5f, 6.0f, 24.0f}, 0.15f, 0.8f, 0.1f}, {0.98f, 0.85f, 0.3f});
+    AddBall(world, 2, {{-24.0f, -26.5f, 16.0f}, 0.15f, 0.7f, 0.15f}, {0.35f, 0.6f, 0.95f});
+    AddBall(world, 3, {{-22.5f, 8.5f, 16.0f}, 0.15f, 0.8f, 0.15f}, {0.98f, 0.85f, 0.3f});
     AddBall(world, 4, {{23.5f, -22.5f, 18.0f}, 0.15f, 0.5f, 0.1f}, {0.5f, 0.85f, 0.45f});
     AddBall(world, 5, {{38.0f, 32.0f, 26.0f}, 0.15f, 0.75f, 0.1f}, {0.9f, 0.55f, 0.9f});
 }
