@@ -57,7 +57,7 @@ void AddFoliage(World& world) {
     foliage.name = "Foliage";
     for (std::size_t i = 0; i < clumps.size(); i++) {
         const Float3 centre = treePlace + clumps[i].place;
-        SceneObject clump = MakeBall("", centre, clumps[i].radius, 6, 10, 3.0f);
+        SceneObject clump = MakeBall("", centre, clumps[i].radius, 6, 10, 4.0f);
         clump.colours.clear();
         for (std::size_t j = 0; j < clump.vertices.size(); j++) {
             Float3& vertex = clump.vertices[j];

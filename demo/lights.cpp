@@ -2,8 +2,8 @@
 
 SceneLight Lamp() {
     SceneLight lamp;
-    lamp.ambient = {0.3f, 0.21f, 0.09f, 1.0f};  // what is close to it glows
-    lamp.diffuse = {1.5f, 1.05f, 0.5f, 1.0f};
+    lamp.ambient = {0.26f, 0.17f, 0.06f, 1.0f};  // what is close to it glows
+    lamp.diffuse = {1.15f, 0.78f, 0.36f, 1.0f};
     lamp.position = {lampPlace.x, lampPlace.y, lampPlace.z - 1.2f, 1.0f};
     lamp.constantAttenuation = 0.6f;
     lamp.linearAttenuation = 0.05f;

@@ -15,7 +15,7 @@ SceneLight Spot();    ///< under the ceiling of the chamber
 
 /// Where lamp and spot hang, for the meshes that show them.
 inline constexpr Float3 lampPlace{13.0f, -12.0f, 10.6f};
-inline constexpr Float3 spotPlace{-34.0f, 27.0f, 12.4f};
+inline constexpr Float3 spotPlace{-34.0f, 27.0f, 12.0f};
 
 /// What OpenGL adds to all lights by itself.
 inline constexpr float globalAmbient = 0.2f;

@@ -1,5 +1,6 @@
 #include "shadows.h"
 
+#include <algorithm>
 #include <array>
 #include <numbers>
 
@@ -136,7 +137,8 @@ Float3 Shade(Float3 vertex, Float3 normal, const std::vector<Occluder>& occluder
     const Float3 below = Falling(Ground(), normal);
     Float3 wanted = ambient * (0.3f + 0.7f * sky) + (opposite + below * 0.5f) * sky;
     if (Dot(direct, direct) > 0.0f) wanted = wanted + direct * SunShare(start, occluders);
-    return wanted / (ambient + direct + opposite + below);
+    const Float3 share = wanted / (ambient + direct + opposite + below);
+    return {std::min(share.x, 1.0f), std::min(share.y, 1.0f), std::min(share.z, 1.0f)};  // rounding
 }
 
 }  // namespace
