@@ -44,6 +44,19 @@ const char* MeshFault(const RecordHead& head, const Object& object) {
     return nullptr;
 }
 
+/// Without texture faces one index serves vertices and texture vertices, so drawing reads as many of these
+/// as the faces name. The count stays as the file has it, but behind the array room is made for those that
+/// are missing, all 0.
+/// @return whether some were missing
+bool FillTexVertices(Object& object) {
+    const std::int32_t there = object.texVertexValueCount;
+    if (there == 0 || AreIndicesBelow(object.faces.get(), object.faceValueCount, there / 3)) return false;
+    auto filled = std::make_unique<float[]>(static_cast<std::size_t>(object.vertexValueCount));
+    std::copy_n(object.texVertices.get(), there, filled.get());
+    object.texVertices = std::move(filled);
+    return true;
+}
+
 /// Puts the mesh of a new object in the place of this one.
 void DropMesh(Object& object) {
     Object plain;
@@ -115,7 +128,11 @@ void SceneLoad::PrepareMesh(const RecordHead& head, Object& object) const {
         return;
     }
     object.ComputeNormals();
-    if (object.texFaces != nullptr) object.ReindexByTexFaces();
+    if (object.texFaces != nullptr) {
+        object.ReindexByTexFaces();
+    } else if (FillTexVertices(object)) {
+        Tell(object.name, "triangles name texture vertices that don't exist; these are 0");
+    }
     object.centreVertex = head.centreVertex;
     object.spareVertex = head.spareVertex;
     object.xAxisVertex = head.xAxisVertex;

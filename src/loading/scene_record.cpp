@@ -19,6 +19,9 @@ constexpr std::int64_t zAxisVertexOffset = 74;
 constexpr std::int64_t texVertexCountOffset = 78;
 constexpr std::int64_t texTriangleCountOffset = 82;
 constexpr std::int64_t keyTrackCountOffset = 86;
+/// Most key tracks of an object. A track takes much more memory while it is made than its 4 bytes in the
+/// file, and only the first three are ever played.
+constexpr std::int32_t maxKeyTrackCount = 1000;
 
 constexpr std::int64_t tripleSize = 12;
 constexpr std::int64_t keySize = 40;
@@ -146,7 +149,13 @@ Damage ReadHead(SceneFile& file, std::int64_t offset, RecordHead& head) {
     head.keyTrackCount = Int32At(bytes + keyTrackCountOffset);
     head.bodyOffset = offset + recordHeadSize;
     const Damage damage = FindKeyTracks(file, head, offset, head.endOffset);
-    return damage.text.empty() ? FindEnd(file, head.keyTrackCount, head.endOffset) : damage;
+    if (!damage.text.empty()) return damage;
+    if (head.keyTrackCount > maxKeyTrackCount) {
+        return {"key track count " + std::to_string(head.keyTrackCount) + " is more than " +
+                    std::to_string(maxKeyTrackCount),
+                offset + keyTrackCountOffset};
+    }
+    return FindEnd(file, head.keyTrackCount, head.endOffset);
 }
 
 bool ReadBody(SceneFile& file, const RecordHead& head, Object& object) {

@@ -42,11 +42,13 @@ bool IsSystemKey(const SDL_Keysym& key, BYTE code) {
 }
 
 void TakeKeyPress(const SDL_KeyboardEvent& event) {
-    const BYTE code = VirtualKeyCode(event.keysym);
+    PressedKey& pressed = pressedKeys[event.keysym.scancode];
+    // A repeat keeps the code of the press, and so does the release: Num Lock may change meanwhile.
+    const bool repeats = event.repeat && pressed.code != 0;
+    const BYTE code = repeats ? pressed.code : VirtualKeyCode(event.keysym);
     if (code == 0) return;
     const bool systemKey = IsSystemKey(event.keysym, code);
-    PressedKey& pressed = pressedKeys[event.keysym.scancode];
-    if (!event.repeat) pressed = {code, true};
+    if (!repeats) pressed = {code, true};
     pressed.onlyAsSystemKey = pressed.onlyAsSystemKey && systemKey;
     Queue(systemKey ? WM_SYSKEYDOWN : WM_KEYDOWN, code);
 }

@@ -82,10 +82,8 @@ void Object::ReindexByTexFaces() {
 
 void Object::ComputeRadius() {
     radius = 0.0f;
-    if (vertexValueCount == 0) {
-        return;
-    }
-    const Vector centre = VectorAt(vertices.get(), centreVertex);
+    Vector centre;
+    GetVertex(centre, centreVertex);
     for (std::int32_t vertex = 0; vertex < vertexValueCount / 3; vertex++) {
         const float distance = centre.Distance(VectorAt(vertices.get(), vertex));
         if (distance > radius) {

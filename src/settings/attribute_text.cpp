@@ -1,5 +1,6 @@
 #include "settings/attribute_text.h"
 
+#include <cctype>
 #include <charconv>
 #include <clocale>
 #include <cstdlib>
@@ -116,12 +117,22 @@ std::int32_t ScanInt(const char*& cursor) {
 }
 
 float ScanFloat(const char*& cursor) {
-    // The decimal point is a point, whatever language the desktop speaks.
-    static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
-
     cursor += std::strcspn(cursor, numberStart);
-    const float value = strtof_l(cursor, nullptr, plainLocale);
+    const char* begin = cursor;
     cursor += std::strspn(cursor, "-.0123456789");
+    // Only decimal forms count, with a fraction or an exponent: no words such as "-inf". The decimal
+    // point is a point, whatever language the desktop speaks.
+    const char* digits = *begin == '-' ? begin + 1 : begin;
+    if (!std::isdigit(static_cast<unsigned char>(*digits)) && *digits != '.') {
+        return 0.0f;
+    }
+    const char* end = begin + std::strspn(begin, "+-.0123456789eE");
+    float value = 0.0f;
+    if (std::from_chars(begin, end, value).ec == std::errc::result_out_of_range) {
+        // Tells too small from too large: 0 or infinity.
+        static const locale_t plainLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+        value = strtof_l(begin, nullptr, plainLocale);
+    }
     return value;
 }
 

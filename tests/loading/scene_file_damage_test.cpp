@@ -173,6 +173,27 @@ TEST_F(DamagedSceneTest, TheLastSpareEntryCanStillBeACorner) {
     ExpectVector(Vertex(0, 0), 0, 0, 3);
 }
 
+TEST_F(DamagedSceneTest, ATriangleWithoutTextureFacesFindsATextureVertexForEachCorner) {
+    SceneObject object = Triangle("First");
+    object.texFaces.clear();
+    object.texVertices = {{0.5f, 0.5f, 0.5f}};
+    EXPECT_TRUE(LoadObjects({object}));
+    EXPECT_EQ(LoggedWith("level.bin: ").size(), 1u);
+    EXPECT_EQ(scene.objects[0].texVertexValueCount, 3);
+    EXPECT_EQ(scene.objects[0].texVertices[0], 0.5f);
+    EXPECT_EQ(scene.objects[0].texVertices[8], 0.0f);
+}
+
+/// A track takes a thousand times as much memory as the 4 bytes that an empty one takes in the file.
+TEST_F(DamagedSceneTest, MoreKeyTracksThanAnyObjectHasEndTheLoad) {
+    SceneObject object = Triangle("First");
+    object.keyTracks.assign(1001, {});
+    EXPECT_FALSE(LoadObjects({object}));
+    ExpectDamage("key track count 1001");
+    object.keyTracks.resize(1000);
+    EXPECT_TRUE(LoadObjects({object}));
+}
+
 TEST_F(DamagedSceneTest, MarkersWithoutAVertexBecomeZero) {
     SceneObject object = Triangle("First");
     object.centreVertex = 7;  // three texture vertices and four spare entries: 6 is the last

@@ -125,7 +125,8 @@ TEST(ScanFloat, BeginsWithADigitOrAHyphen) {
     EXPECT_EQ(Floats("1.5-2.5 3", 2), (std::vector<float>{1.5f, 3.0f}));
     EXPECT_EQ(Floats("- 5", 2), (std::vector<float>{0.0f, 5.0f}));
     EXPECT_EQ(Floats("--5 6", 2), (std::vector<float>{0.0f, 6.0f}));
-    EXPECT_EQ(Floats("0x1p3", 1), (std::vector<float>{8.0f}));
+    EXPECT_EQ(Floats("0x57", 2), (std::vector<float>{0.0f, 57.0f}));
+    EXPECT_EQ(Floats("-inf -nan -0x8 4", 4), (std::vector<float>{0.0f, 0.0f, 0.0f, 8.0f}));
     EXPECT_EQ(Floats("none", 1), (std::vector<float>{0.0f}));
 }
 
