@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include <cstdlib>
+
 #include "platform/video.h"
 #include "platform/window_record.h"
 
@@ -32,6 +34,10 @@ bool FindMode(const DEVMODEA& wanted, SDL_DisplayMode& found) {
     return false;
 }
 
+void LeaveFullScreen() {
+    if (TheWindow() && TheWindow()->system) SDL_SetWindowFullscreen(TheWindow()->system, 0);
+}
+
 }  // namespace
 
 const SDL_DisplayMode* AskedDisplayMode() {
@@ -41,10 +47,11 @@ const SDL_DisplayMode* AskedDisplayMode() {
 LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
     if (mode) {
         if (!FindMode(*mode, askedMode)) return DISP_CHANGE_BADMODE;
-        modeAsked = true;  // the window takes it when it is shown: SDL ties the mode to a window
+        static const bool comesBackAtExit = std::atexit(LeaveFullScreen) == 0;
+        modeAsked = comesBackAtExit;  // the window takes it when it is shown: SDL ties the mode to a window
         return DISP_CHANGE_SUCCESSFUL;
     }
     modeAsked = false;
-    if (TheWindow() && TheWindow()->system) SDL_SetWindowFullscreen(TheWindow()->system, 0);
+    LeaveFullScreen();
     return DISP_CHANGE_SUCCESSFUL;
 }

@@ -50,6 +50,7 @@ BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* 
                          (window.popUp ? SDL_WINDOW_BORDERLESS : SDL_WINDOW_RESIZABLE);
     window.system = SDL_CreateWindow(window.title.c_str(), window.position.x, window.position.y,
                                      window.clientWidth, window.clientHeight, flags);
+    SDL_GL_UnloadLibrary();  // which the choice of the format has loaded, and the window keeps
     deviceContext->pixelFormat = *descriptor;
     return window.system != nullptr;
 }

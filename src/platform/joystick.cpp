@@ -4,7 +4,6 @@
 #include <cstdlib>
 
 #include "platform/input_devices.h"
-#include "platform/video.h"
 
 namespace {
 
@@ -21,7 +20,6 @@ bool StartJoysticks() {
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     if (SDL_InitSubSystem(SDL_INIT_JOYSTICK) != 0) return false;
-    EndSdlWithProcess();
     return true;
 }
 

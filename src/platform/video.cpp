@@ -28,11 +28,6 @@ void SetHints() {
 
 }  // namespace
 
-void EndSdlWithProcess() {
-    static const bool registered = std::atexit(SDL_Quit) == 0;
-    (void)registered;
-}
-
 bool VideoRuns() {
     return SDL_WasInit(SDL_INIT_VIDEO) != 0;
 }
@@ -41,13 +36,8 @@ bool StartVideo() {
     if (VideoRuns()) return true;
     SetHints();
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return false;
-    EndSdlWithProcess();
     SDL_StopTextInput();  // keys are wanted, not texts, and no input method's window
     WatchKeyReleases();
     ChooseCursorMethod();
     return true;
-}
-
-void StopVideo() {
-    if (VideoRuns()) SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <GL/gl.h>
+#include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,8 +12,8 @@
 #include "platform/gl_context.h"
 #include "platform/message_box.h"
 #include "platform/other_window.h"
-#include "platform/video.h"
 #include "platform/window.h"
+#include "support/loaded_libraries.h"
 #include "support/virtual_display.h"
 
 inline bool operator==(const RECT& left, const RECT& right) {
@@ -68,7 +69,8 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
         PostQuitMessage(0);  // leaves no quit message behind, whether the test had posted one or not
         GetMessageA(&message, nullptr, 0, 0);
         ChangeDisplaySettingsA(nullptr, 0);
-        StopVideo();
+        KeepLoadedLibraries();
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);  // the next test has another display
     }
 
     static LRESULT Procedure(HWND self, UINT message, WPARAM wParam, LPARAM lParam) {
