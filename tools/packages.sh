@@ -3,7 +3,8 @@
 run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libgl-dev
     libglu1-mesa-dev libgl1-mesa-dri fonts-liberation"
 display_packages="xvfb xdotool imagemagick"
-test_packages="$display_packages libgtest-dev libbenchmark-dev openbox netpbm x11-utils"
+test_packages="$display_packages libgtest-dev libbenchmark-dev openbox netpbm x11-utils
+    x11-xserver-utils"
 ci_packages="clang clang-format libclang-rt-14-dev"
 
 # InstallMissing PACKAGE...: asks apt for those that are not there; without apt it prints the list.

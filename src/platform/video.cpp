@@ -41,3 +41,7 @@ bool StartVideo() {
     ChooseCursorMethod();
     return true;
 }
+
+void StopVideo() {
+    if (VideoRuns()) SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <GL/gl.h>
-#include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,6 +11,7 @@
 #include "platform/gl_context.h"
 #include "platform/message_box.h"
 #include "platform/other_window.h"
+#include "platform/video.h"
 #include "platform/window.h"
 #include "support/loaded_libraries.h"
 #include "support/virtual_display.h"
@@ -70,7 +70,7 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
         GetMessageA(&message, nullptr, 0, 0);
         ChangeDisplaySettingsA(nullptr, 0);
         KeepLoadedLibraries();
-        SDL_QuitSubSystem(SDL_INIT_VIDEO);  // the next test has another display
+        StopVideo();  // the next test has another display
     }
 
     static LRESULT Procedure(HWND self, UINT message, WPARAM wParam, LPARAM lParam) {
