@@ -1,7 +1,9 @@
 #include "platform/video.h"
 
 #include <SDL.h>
+#include <X11/Xlib.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "platform/cursor.h"
@@ -26,6 +28,13 @@ void SetHints() {
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
 }
 
+/// Without its X server the process ends at once: what runs at an ordinary exit would ask the server again,
+/// and wait for ever.
+int EndWithTheDisplay(Display*) {
+    std::fputs("The display has gone.\n", stderr);
+    std::_Exit(1);
+}
+
 }  // namespace
 
 bool VideoRuns() {
@@ -37,6 +46,7 @@ bool StartVideo() {
     SetHints();
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return false;
     SDL_StopTextInput();  // keys are wanted, not texts, and no input method's window
+    XSetIOErrorHandler(EndWithTheDisplay);
     WatchKeyReleases();
     ChooseCursorMethod();
     return true;
