@@ -10,28 +10,14 @@
 
 namespace {
 
-const char* const windowSearch = "search --onlyvisible --name '^Engine$'";
-
 /// A fresh folder with settings, and a display.
 struct Lifecycle : testing::TestWithParam<WindowManager> {
     TemporaryFolder folder;
     VirtualDisplay display{GetParam()};
 
-    std::string FindWindow() {
-        std::string window;
-        WaitUntil([&] {
-            window = display.Xdotool(windowSearch);
-            return !window.empty() && std::isdigit(static_cast<unsigned char>(window[0])) != 0;
-        });
-        while (!window.empty() && window.back() == '\n') {
-            window.pop_back();
-        }
-        return window;
-    }
-
     /// The window, once it takes keys.
     std::string WaitForFrames() {
-        const std::string window = FindWindow();
+        const std::string window = display.WaitForWindow("Engine");
         WaitUntil([&] { return RunCommand("xdotool getwindowfocus 2>&1").output == window + "\n"; });
         return window;
     }

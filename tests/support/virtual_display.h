@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <optional>
 #include <stdexcept>
@@ -64,6 +65,17 @@ struct VirtualDisplay {
     /// Runs xdotool, as in `Xdotool("key a")`, and returns what it prints.
     std::string Xdotool(const std::string& arguments) const {
         return RunCommand("xdotool " + arguments + " 2>&1").output;
+    }
+
+    /// Waits until a window of that title is to be seen, and gives its number; empty if none comes.
+    std::string WaitForWindow(const std::string& title) const {
+        std::string found;
+        WaitUntil([&] {
+            found = Xdotool("search --onlyvisible --name '^" + title + "$'");
+            found.resize(std::min(found.find('\n'), found.size()));
+            return !found.empty() && found.find_first_not_of("0123456789") == std::string::npos;
+        });
+        return found;
     }
 
     /// The size of the window with that title, such as "200x100"; empty without one. (xdotool doesn't find
