@@ -78,14 +78,20 @@ std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
     if (!file) return nullptr;
     auto stream = std::make_unique<TextStream>();
     std::string& text = stream->text;
+    struct stat status {};
+    if (fstat(fileno(file), &status) == 0 && status.st_size > 0) {
+        text.resize(static_cast<std::size_t>(status.st_size));
+        text.resize(std::fread(text.data(), 1, text.size(), file));
+    }
+    // What isn't a plain file has no size, and a file may have grown meanwhile.
     char buffer[4096];
     for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, file)) > 0;) {
         text.append(buffer, count);
     }
     std::fclose(file);
 
-    std::size_t length = 0;
-    for (std::size_t i = 0; i < text.size(); i++) {
+    std::size_t length = std::min(text.find('\r'), text.size());
+    for (std::size_t i = length; i < text.size(); i++) {
         if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
         text[length++] = text[i];
     }

@@ -1,11 +1,13 @@
 #include "settings/attribute_text.h"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <string_view>
 #include <system_error>
 
 namespace {
@@ -80,19 +82,23 @@ bool FindAttributeBlock(const char* name, TextStream& stream) {
 }
 
 std::string ReadAttributeBlock(TextStream& stream, bool* closed) {
-    const std::size_t begin = stream.position;
+    const std::string& text = stream.text;
+    const std::size_t begin = std::min(stream.position, text.size());
+    std::size_t end = begin;
     int depth = 1;
-    for (int c = 0; depth > 0 && (c = stream.Read()) != -1;) {
-        if (c == '{') {
-            depth++;
-        } else if (c == '}') {
-            depth--;
-        }
+    while (depth > 0) {
+        const std::size_t brace = text.find('}', end);
+        if (brace == std::string::npos) break;
+        const std::string_view before = std::string_view(text).substr(end, brace - end);
+        depth += static_cast<int>(std::ranges::count(before, '{')) - 1;
+        end = brace + 1;
     }
+    if (depth > 0) end = text.size();
     if (closed != nullptr) {
         *closed = depth == 0;
     }
-    return stream.text.substr(begin, stream.position - begin);
+    stream.position = end;
+    return text.substr(begin, end - begin);
 }
 
 const char* NextKey(std::string& text, const char* key, std::size_t& from) {
