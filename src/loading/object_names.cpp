@@ -9,22 +9,23 @@ ObjectNames::ObjectNames(const Scene& scene) {
     }
 }
 
-std::string ObjectNames::MakeUnique(const std::string& name) {
-    // The one name that an object may give up is the default of new records. It ends in no digit, so the
-    // numbered names behind `lastNumbers` can't be meant.
-    if (!bearers.contains(name)) return name;
-    std::int32_t& number = lastNumbers[name];
-    std::string candidate;
-    do {
-        number++;
-        candidate = name + std::to_string(number);
-    } while (bearers.contains(candidate));
-    return candidate;
-}
-
-void ObjectNames::Rename(const std::string& before, const std::string& after) {
+std::string ObjectNames::Rename(const std::string& before, const std::string& wanted) {
+    const std::string after = TakeUnique(wanted);
     const auto old = bearers.find(before);
     old->second--;
     if (old->second == 0) bearers.erase(old);
-    bearers[after]++;
+    return after;
+}
+
+std::string ObjectNames::TakeUnique(const std::string& wanted) {
+    // The one name that an object may give up is the default of new records. It ends in no digit, so the
+    // numbered names behind `lastNumbers` can't be meant.
+    if (bearers.try_emplace(wanted, 1).second) return wanted;
+    std::int32_t& number = lastNumbers[wanted];
+    std::string candidate;
+    do {
+        number++;
+        candidate = wanted + std::to_string(number);
+    } while (!bearers.try_emplace(candidate, 1).second);
+    return candidate;
 }

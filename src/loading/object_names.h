@@ -1,21 +1,29 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <unordered_map>
 
 struct Scene;
 
-/// The names that the objects of a scene bear, for the time of one load: gives what
-/// `Scene::MakeUniqueObjectName` gives without a walk over all objects. While it lives, names change
-/// through `Rename` alone.
+/// The names that the objects of a scene bear, for the time of one load, in which names change through
+/// `Rename` alone.
 struct ObjectNames {
-    std::unordered_map<std::string, std::int32_t> bearers;  ///< how many objects bear the name
+    using Numbers = std::pmr::unordered_map<std::string, std::int32_t>;
+
+    /// Keeps the entries together; among the meshes, looking up a name would be a walk through far memory.
+    std::pmr::monotonic_buffer_resource memory;
+    Numbers bearers{&memory};  ///< how many objects bear the name
     /// For a name that was taken: all numbers up to this one are taken too, for names only come to stay.
-    std::unordered_map<std::string, std::int32_t> lastNumbers;
+    Numbers lastNumbers{&memory};
 
     explicit ObjectNames(const Scene& scene);
-    std::string MakeUnique(const std::string& name);
-    /// Tells of an object that changes its name.
-    void Rename(const std::string& before, const std::string& after);
+    /// Takes down that an object changes its name to what `Scene::MakeUniqueObjectName` makes of the wanted
+    /// one, found without a walk over all objects.
+    /// @return the new name
+    std::string Rename(const std::string& before, const std::string& wanted);
+
+private:
+    std::string TakeUnique(const std::string& wanted);
 };

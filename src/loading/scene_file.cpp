@@ -157,9 +157,7 @@ Damage SceneLoad::ReadRecord(std::int64_t& offset, std::int32_t id, ObjectNames&
     }
     offset = head.endOffset;
 
-    const std::string name = names.MakeUnique(head.name);
-    names.Rename(object.name, name);
-    object.name = name;
+    object.name = names.Rename(object.name, head.name);
     objectTotal++;
     vertexTotal += head.vertexCount;
     triangleTotal += head.triangleCount;

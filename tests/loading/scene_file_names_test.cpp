@@ -31,9 +31,8 @@ TEST(ObjectNames, GiveWhatTheSceneItselfGives) {
                 const std::string name = RandomName(random);
                 std::string expected;
                 scene.MakeUniqueObjectName(name, expected);
-                ASSERT_EQ(names.MakeUnique(name), expected);
-                names.Rename(scene.objects[id].name, expected);
-                scene.objects[id].name = expected;
+                scene.objects[id].name = names.Rename(scene.objects[id].name, name);
+                ASSERT_EQ(scene.objects[id].name, expected);
             }
         }
     }
