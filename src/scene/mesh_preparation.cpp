@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -19,16 +20,21 @@ void StoreVector(float* values, std::int32_t index, Vector value) {
     values[3 * index + 2] = value.z;
 }
 
-/// Gives entry `texFaces[i]` of the array the old value of entry `faces[i]`, for all i in order: of two
-/// vertices that one texture vertex belongs to, the later wins.
-void Redistribute(float* values, std::int32_t valueCount, const std::int32_t* faces,
-                  const std::int32_t* texFaces, std::int32_t faceValueCount) {
-    // Read from a copy, since an entry may be overwritten before its old value is wanted.
-    auto old = std::make_unique_for_overwrite<float[]>(static_cast<std::size_t>(valueCount));
-    std::copy_n(values, valueCount, old.get());
-    for (std::int32_t i = 0; i < faceValueCount; i++) {
-        std::memcpy(values + 3 * texFaces[i], old.get() + 3 * faces[i], 3 * sizeof(float));
+/// Resizes the array, with the given value behind the old ones, and gives entry `texFaces[i]` the old value
+/// of entry `faces[i]`, for all i in order: of two vertices that one texture vertex belongs to, the later
+/// wins.
+void Redistribute(std::unique_ptr<float[]>& values, std::int32_t oldCount, std::int32_t newCount,
+                  float newValue, const Object& object) {
+    // The old array stays beside it, since an entry may be overwritten before its old value is wanted.
+    auto resized = std::make_unique_for_overwrite<float[]>(static_cast<std::size_t>(newCount));
+    const std::int32_t kept = std::min(oldCount, newCount);
+    std::copy_n(values.get(), kept, resized.get());
+    std::fill(resized.get() + kept, resized.get() + newCount, newValue);
+    for (std::int32_t i = 0; i < object.faceValueCount; i++) {
+        std::memcpy(resized.get() + 3 * object.texFaces[i], values.get() + 3 * object.faces[i],
+                    3 * sizeof(float));
     }
+    values = std::move(resized);
 }
 
 }  // namespace
@@ -72,22 +78,27 @@ void Object::ComputeNormals() {
 }
 
 void Object::ReindexByTexFaces() {
-    ResizeVertices(texVertexValueCount / 3 + 4);
-    for (float* values : {vertices.get(), normals.get(), colours.get()}) {
-        Redistribute(values, vertexValueCount, faces.get(), texFaces.get(), faceValueCount);
-    }
+    // The values of new entries are those of `ResizeVertices`.
+    const std::int32_t newCount = texVertexValueCount + 3 * 4;
+    Redistribute(vertices, vertexValueCount, newCount, 0.0f, *this);
+    Redistribute(normals, vertexValueCount, newCount, 0.0f, *this);
+    Redistribute(colours, vertexValueCount, newCount, 1.0f, *this);
+    vertexValueCount = newCount;
     faces = std::move(texFaces);
     texFaceValueCount = 0;
 }
 
 void Object::ComputeRadius() {
-    radius = 0.0f;
+    // A root never turns the order of two numbers round, so the largest square has the largest root.
+    float largestSquare = 0.0f;
     Vector centre;
     GetVertex(centre, centreVertex);
     for (std::int32_t vertex = 0; vertex < vertexValueCount / 3; vertex++) {
-        const float distance = centre.Distance(VectorAt(vertices.get(), vertex));
-        if (distance > radius) {
-            radius = distance;
+        const Vector offset = VectorAt(vertices.get(), vertex) - centre;
+        const float square = offset.Dot(offset);
+        if (square > largestSquare) {
+            largestSquare = square;
         }
     }
+    radius = std::sqrt(largestSquare);
 }
