@@ -8,13 +8,14 @@
 // The benchmark's own operator new: it counts, so that a frame that allocates shows.
 
 static std::int64_t count = 0;
-static std::int64_t bytes = 0;
 
 std::int64_t AllocationCount() {
     return count;
 }
+
 std::int64_t AllocatedBytes() {
-    return bytes;
+    const struct mallinfo2 memory = mallinfo2();
+    return static_cast<std::int64_t>(memory.uordblks + memory.hblkhd);
 }
 
 void* operator new(std::size_t size) {
@@ -23,17 +24,13 @@ void* operator new(std::size_t size) {
         throw std::bad_alloc();
     }
     count++;
-    bytes += static_cast<std::int64_t>(malloc_usable_size(memory));
     return memory;
 }
 
 void operator delete(void* memory) noexcept {
-    if (memory != nullptr) {
-        bytes -= static_cast<std::int64_t>(malloc_usable_size(memory));
-    }
     std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
-    operator delete(memory);
+    std::free(memory);
 }

@@ -4,5 +4,5 @@
 
 /// How often the process has asked operator new for memory so far.
 std::int64_t AllocationCount();
-/// Bytes that operator new has given out and not got back, as the allocator counts them.
+/// Bytes that the allocator has given out and not got back.
 std::int64_t AllocatedBytes();

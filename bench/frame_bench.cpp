@@ -6,6 +6,7 @@
 
 #include "allocations.h"
 #include "app/engine.h"
+#include "paired_times.h"
 #include "render/gl_state.h"
 #include "scene/scene.h"
 #include "services/timer.h"
@@ -116,74 +117,76 @@ void BareFrameEnd(const Engine& engine) {
     SwapBuffers(engine.deviceContext);
 }
 
-void frame_arrays(benchmark::State& state) {
+void BareArrays(const View& view) {
+    const Scene& scene = view.scene;
+    BareFrameStart(scene);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glEnableClientState(GL_COLOR_ARRAY);
+    for (std::int32_t i = 0; i < scene.objectCount; i++) {
+        const Object& object = scene.objects[i];
+        glIsEnabled(GL_TEXTURE_2D);
+        glVertexPointer(3, GL_FLOAT, 0, object.vertices.get());
+        glNormalPointer(GL_FLOAT, 0, object.normals.get());
+        glColorPointer(3, GL_FLOAT, 0, object.colours.get());
+        glDrawElements(GL_TRIANGLES, object.faceValueCount, GL_UNSIGNED_INT, object.faces.get());
+    }
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_COLOR_ARRAY);
+    BareSprites(scene);
+    BareFrameEnd(view.engine);
+}
+
+void BareImmediate(const View& view) {
+    const Scene& scene = view.scene;
+    BareFrameStart(scene);
+    for (std::int32_t i = 0; i < scene.objectCount; i++) {
+        const Object& object = scene.objects[i];
+        glIsEnabled(GL_TEXTURE_2D);
+        glBegin(GL_TRIANGLES);
+        for (const std::int32_t *corner = object.faces.get(), *end = corner + object.faceValueCount;
+             corner != end; corner++) {
+            const float* colour = object.colours.get() + 3 * *corner;
+            glColor3f(colour[0], colour[1], colour[2]);
+            const float* normal = object.normals.get() + 3 * *corner;
+            glNormal3f(normal[0], normal[1], normal[2]);
+            const float* vertex = object.vertices.get() + 3 * *corner;
+            glVertex3f(vertex[0], vertex[1], vertex[2]);
+        }
+        glEnd();
+    }
+    BareSprites(scene);
+    BareFrameEnd(view.engine);
+}
+
+void Frame(benchmark::State& state, void (Scene::*render)(const Engine&), void (*renderBare)(const View&)) {
     View& view = TheView();
     std::int64_t allocations = 0;
-    for (auto _ : state) {
-        const std::int64_t before = AllocationCount();
-        view.scene.RenderFrame(view.engine);
-        allocations += AllocationCount() - before;
-    }
+    TimeInTurn(
+        state, "bare loops", [] {},
+        [&] {
+            const std::int64_t before = AllocationCount();
+            (view.scene.*render)(view.engine);
+            allocations += AllocationCount() - before;
+            return true;
+        },
+        [&] {
+            renderBare(view);
+            return true;
+        });
     state.counters["allocations"] =
         static_cast<double>(allocations) / static_cast<double>(state.iterations());
 }
 
-void bare_arrays(benchmark::State& state) {
-    View& view = TheView();
-    const Scene& scene = view.scene;
-    for (auto _ : state) {
-        BareFrameStart(scene);
-        glEnableClientState(GL_VERTEX_ARRAY);
-        glEnableClientState(GL_NORMAL_ARRAY);
-        glEnableClientState(GL_COLOR_ARRAY);
-        for (std::int32_t i = 0; i < scene.objectCount; i++) {
-            const Object& object = scene.objects[i];
-            glIsEnabled(GL_TEXTURE_2D);
-            glVertexPointer(3, GL_FLOAT, 0, object.vertices.get());
-            glNormalPointer(GL_FLOAT, 0, object.normals.get());
-            glColorPointer(3, GL_FLOAT, 0, object.colours.get());
-            glDrawElements(GL_TRIANGLES, object.faceValueCount, GL_UNSIGNED_INT, object.faces.get());
-        }
-        glDisableClientState(GL_VERTEX_ARRAY);
-        glDisableClientState(GL_NORMAL_ARRAY);
-        glDisableClientState(GL_COLOR_ARRAY);
-        BareSprites(scene);
-        BareFrameEnd(view.engine);
-    }
+void frame_arrays(benchmark::State& state) {
+    Frame(state, &Scene::RenderFrame, BareArrays);
 }
-
 void frame_immediate(benchmark::State& state) {
-    View& view = TheView();
-    for (auto _ : state) {
-        view.scene.RenderFrameSafe(view.engine);
-    }
+    Frame(state, &Scene::RenderFrameSafe, BareImmediate);
 }
 
-void bare_immediate(benchmark::State& state) {
-    View& view = TheView();
-    const Scene& scene = view.scene;
-    for (auto _ : state) {
-        BareFrameStart(scene);
-        for (std::int32_t i = 0; i < scene.objectCount; i++) {
-            const Object& object = scene.objects[i];
-            glIsEnabled(GL_TEXTURE_2D);
-            glBegin(GL_TRIANGLES);
-            for (const std::int32_t *corner = object.faces.get(), *end = corner + object.faceValueCount;
-                 corner != end; corner++) {
-                glColor3fv(object.colours.get() + 3 * *corner);
-                glNormal3fv(object.normals.get() + 3 * *corner);
-                glVertex3fv(object.vertices.get() + 3 * *corner);
-            }
-            glEnd();
-        }
-        BareSprites(scene);
-        BareFrameEnd(view.engine);
-    }
-}
-
-BENCHMARK(frame_arrays)->Unit(benchmark::kMicrosecond);
-BENCHMARK(bare_arrays)->Unit(benchmark::kMicrosecond);
-BENCHMARK(frame_immediate)->Unit(benchmark::kMicrosecond);
-BENCHMARK(bare_immediate)->Unit(benchmark::kMicrosecond);
+BENCHMARK(frame_arrays)->UseManualTime();
+BENCHMARK(frame_immediate)->UseManualTime();
 
 }  // namespace

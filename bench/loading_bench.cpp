@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -6,78 +7,114 @@
 #include <string>
 
 #include "allocations.h"
+#include "paired_times.h"
 #include "scene/scene.h"
 #include "worlds.h"
 
-// Loading, each beside a plain read of the same files into fresh memory.
+// Loading, each beside a plain read of the same two files. A scene is loaded once in the life of the
+// program, into memory that it hasn't touched before; so is what is measured here: before each load and
+// each plain read all free memory goes back to the system, and what they leave is released untimed.
 
 namespace {
 
-std::string AttributePath(const std::string& path) {
-    return path.substr(0, path.size() - 3) + "atr";
-}
+using Bytes = std::unique_ptr<char[]>;
 
-/// What no loader can do without: the bytes in memory of their own.
-void ReadPlainly(const std::string& path) {
-    const auto size = static_cast<std::size_t>(std::filesystem::file_size(path));
-    const auto bytes = std::make_unique_for_overwrite<char[]>(size);
+bool ReadInto(const std::string& path, char* bytes, std::size_t size) {
     std::FILE* file = std::fopen(path.c_str(), "rb");
-    benchmark::DoNotOptimize(std::fread(bytes.get(), 1, size, file));
+    const bool whole = std::fread(bytes, 1, size, file) == size;
     std::fclose(file);
-    benchmark::DoNotOptimize(bytes.get());
     benchmark::ClobberMemory();
+    return whole;
 }
 
-void Load(benchmark::State& state, const std::string& path) {
-    const auto fileSize = static_cast<double>(std::filesystem::file_size(path));
-    for (auto _ : state) {
-        const std::int64_t before = AllocatedBytes();
-        Scene scene;
-        benchmark::DoNotOptimize(scene.LoadMesh(path.c_str()));
-        state.counters["memory_per_file_byte"] = static_cast<double>(AllocatedBytes() - before) / fileSize;
-    }
+/// What no loader can do without: the bytes of the file in memory of their own.
+Bytes ReadPlainly(const std::string& path) {
+    const auto size = static_cast<std::size_t>(std::filesystem::file_size(path));
+    Bytes bytes = std::make_unique_for_overwrite<char[]>(size);
+    ReadInto(path, bytes.get(), size);
+    return bytes;
 }
 
-void Read(benchmark::State& state, const std::string& path) {
-    for (auto _ : state) {
-        ReadPlainly(path);
-        ReadPlainly(AttributePath(path));
-    }
+std::pair<Bytes, Bytes> ReadPlainly(const SceneFiles& files) {
+    return {ReadPlainly(files.mesh), ReadPlainly(files.attributes)};
 }
 
-void load_ground(benchmark::State& state) {
-    Load(state, WriteGround(state.range(0)));
-}
-void read_ground(benchmark::State& state) {
-    Read(state, WriteGround(state.range(0)));
-}
-void load_different_names(benchmark::State& state) {
-    Load(state, WriteBoxes(state.range(0), false));
-}
-void read_different_names(benchmark::State& state) {
-    Read(state, WriteBoxes(state.range(0), false));
-}
-void load_equal_names(benchmark::State& state) {
-    Load(state, WriteBoxes(state.range(0), true));
-}
-void read_equal_names(benchmark::State& state) {
-    Read(state, WriteBoxes(state.range(0), true));
-}
-// 1,000 objects; the size is the free text in each of their blocks, so up to 4 megabytes in all.
-void load_attribute_text(benchmark::State& state) {
-    Load(state, WriteBoxes(1000, false, state.range(0)));
-}
-void read_attribute_text(benchmark::State& state) {
-    Read(state, WriteBoxes(1000, false, state.range(0)));
+std::unique_ptr<Scene> LoadScene(const SceneFiles& files) {
+    auto scene = std::make_unique<Scene>();
+    scene->LoadMesh(files.mesh.c_str());
+    return scene;
 }
 
-BENCHMARK(load_ground)->RangeMultiplier(10)->Range(1000, 1000000);
-BENCHMARK(read_ground)->RangeMultiplier(10)->Range(1000, 1000000);
-BENCHMARK(load_different_names)->RangeMultiplier(10)->Range(10, 10000);
-BENCHMARK(read_different_names)->RangeMultiplier(10)->Range(10, 10000);
-BENCHMARK(load_equal_names)->RangeMultiplier(10)->Range(10, 10000);
-BENCHMARK(read_equal_names)->RangeMultiplier(10)->Range(10, 10000);
-BENCHMARK(load_attribute_text)->RangeMultiplier(4)->Range(64, 4096);
-BENCHMARK(read_attribute_text)->RangeMultiplier(4)->Range(64, 4096);
+void Load(benchmark::State& state, const SceneFiles& files) {
+    TimeInTurn(
+        state, "plain reads", [] { malloc_trim(0); }, [&] { return LoadScene(files); },
+        [&] { return ReadPlainly(files); });
+    const std::int64_t before = AllocatedBytes();
+    const std::unique_ptr<Scene> scene = LoadScene(files);
+    const std::int64_t memory = AllocatedBytes() - before;
+    const auto fileBytes = static_cast<double>(std::filesystem::file_size(files.mesh) +
+                                               std::filesystem::file_size(files.attributes));
+    const auto triangles = static_cast<double>(files.triangles);
+    state.counters["per object"] = static_cast<double>(files.objects);
+    state.counters["per triangle"] = triangles;
+    state.counters["bytes in memory a triangle"] = static_cast<double>(memory) / triangles;
+    state.counters["bytes of the files a triangle"] = fileBytes / triangles;
+}
+
+/// How much of a plain read is taking memory into use: the same beside one into memory used before.
+void read_textured_ground(benchmark::State& state) {
+    const SceneFiles files = WriteGround(state.range(0), 8);
+    const Bytes used = ReadPlainly(files.mesh);
+    const auto size = static_cast<std::size_t>(std::filesystem::file_size(files.mesh));
+    TimeInTurn(
+        state, "reads into used memory", [] { malloc_trim(0); }, [&] { return ReadPlainly(files.mesh); },
+        [&] { return ReadInto(files.mesh, used.get(), size); });
+}
+
+void Register(const std::string& name, SceneFiles (*write)(std::int64_t), int multiplier, std::int64_t from,
+              std::int64_t to) {
+    benchmark::RegisterBenchmark(("load_" + name).c_str(),
+                                 [=](benchmark::State& state) { Load(state, write(state.range(0))); })
+        ->RangeMultiplier(multiplier)
+        ->Range(from, to)
+        ->UseManualTime();
+}
+
+SceneFiles PlainGround(std::int64_t triangles) {
+    return WriteGround(triangles, 0);
+}
+SceneFiles TexturedGround(std::int64_t triangles) {
+    return WriteGround(triangles, 8);
+}
+SceneFiles DifferentNames(std::int64_t objects) {
+    return WriteBoxes(objects, {});
+}
+SceneFiles EqualNames(std::int64_t objects) {
+    return WriteBoxes(objects, {.equalNames = true});
+}
+SceneFiles WithoutBlocks(std::int64_t objects) {
+    return WriteBoxes(objects, {.blocks = false});
+}
+SceneFiles WithoutTexture(std::int64_t objects) {
+    return WriteBoxes(objects, {.textured = false});
+}
+/// 1,000 objects; the size is the free text in each of their blocks, so up to 4 megabytes in all.
+SceneFiles AttributeText(std::int64_t fillerBytes) {
+    return WriteBoxes(1000, {.fillerBytes = fillerBytes});
+}
+
+BENCHMARK(read_textured_ground)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
+
+[[maybe_unused]] const bool registered = [] {
+    Register("plain_ground", PlainGround, 10, 1000, 1000000);
+    Register("textured_ground", TexturedGround, 10, 1000, 1000000);
+    Register("objects", DifferentNames, 10, 10, 10000);
+    Register("objects_of_equal_name", EqualNames, 10, 10, 10000);
+    Register("objects_without_blocks", WithoutBlocks, 10, 10, 10000);
+    Register("objects_without_texture", WithoutTexture, 10, 10, 10000);
+    Register("attribute_text", AttributeText, 4, 64, 4096);
+    Register("keys", WriteKeyTracks, 10, 1000, 100000);
+    return true;
+}();
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace {
 
 Object Mesh(std::int64_t triangles) {
     Scene scene;
-    scene.LoadMesh(WriteGround(triangles).c_str());
+    scene.LoadMesh(WriteGround(triangles, 8).mesh.c_str());
     return std::move(scene.objects[0]);
 }
 

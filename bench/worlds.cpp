@@ -1,6 +1,9 @@
 #include "worlds.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
+#include <vector>
 
 #include "scene_writer/attribute_text.h"
 #include "scene_writer/bytes.h"
@@ -21,33 +24,66 @@ SceneObject Ground(const std::string& name, float x, float y, float side, std::i
     return ground;
 }
 
-}  // namespace
-
-std::string WriteGround(std::int64_t triangles) {
-    const std::string stem = "ground" + std::to_string(triangles);
-    WriteSceneFile(stem + ".bin", {Ground("Ground", 0, 0, 1000, triangles, 8)});
-    WriteBytes(stem + ".atr", AttributeBlock("Ground", {"*NOCOLLIDER"}));
-    return stem + ".bin";
+/// Writes the scene unless it has been written before.
+/// @param make gives the objects and fills in the text of the attribute file
+template <typename Make>
+SceneFiles WriteOnce(const std::string& stem, Make make) {
+    static std::map<std::string, SceneFiles> written;
+    const auto [entry, isNew] = written.try_emplace(stem);
+    SceneFiles& files = entry->second;
+    if (isNew) {
+        files.mesh = stem + ".bin";
+        files.attributes = stem + ".atr";
+        std::string attributes;
+        const std::vector<SceneObject> objects = make(attributes);
+        WriteSceneFile(files.mesh, objects);
+        WriteBytes(files.attributes, attributes);
+        files.objects = static_cast<std::int64_t>(objects.size());
+        for (const SceneObject& object : objects) {
+            files.triangles += static_cast<std::int64_t>(object.faces.size());
+        }
+    }
+    return files;
 }
 
-std::string WriteBoxes(std::int64_t objects, bool equalNames, std::int64_t fillerBytes) {
-    const std::string stem =
-        (equalNames ? "equal" : "different") + std::to_string(objects) + "x" + std::to_string(fillerBytes);
-    const std::string filler(static_cast<std::size_t>(fillerBytes), 'x');
-    std::vector<SceneObject> boxes;
-    std::string attributes;
-    for (std::int64_t i = 0; i < objects; i++) {
-        const float x = 3.0f * static_cast<float>(i);
-        boxes.push_back(
-            MakeBox(equalNames ? "Box" : "Box" + std::to_string(i), {x, 0, 0}, {x + 1, 1, 1}, 1));
-        AddMarkers(boxes.back(), {x + 0.5f, 0.5f, 0.5f});
-        // In the scene equal names are told apart by numbers from 1 up.
-        const std::string unique = equalNames && i == 0 ? "Box" : "Box" + std::to_string(i);
-        attributes += AttributeBlock(unique, {filler, "*PHYSICS 1 0.5 0.5"});
-    }
-    WriteSceneFile(stem + ".bin", boxes);
-    WriteBytes(stem + ".atr", attributes);
-    return stem + ".bin";
+}  // namespace
+
+SceneFiles WriteGround(std::int64_t triangles, float tiles) {
+    const std::string stem = (tiles == 0.0f ? "plain" : "textured") + std::to_string(triangles);
+    return WriteOnce(stem, [&](std::string& attributes) {
+        attributes = AttributeBlock("Ground", {"*NOCOLLIDER"});
+        return std::vector<SceneObject>{Ground("Ground", 0, 0, 1000, triangles, tiles)};
+    });
+}
+
+SceneFiles WriteBoxes(std::int64_t objects, const BoxKind& kind) {
+    const std::string stem = std::string(kind.equalNames ? "equal" : "different") +
+                             (kind.blocks ? "" : "bare") + (kind.textured ? "" : "plain") +
+                             std::to_string(objects) + "x" + std::to_string(kind.fillerBytes);
+    return WriteOnce(stem, [&](std::string& attributes) {
+        const std::string filler(static_cast<std::size_t>(kind.fillerBytes), 'x');
+        std::vector<SceneObject> boxes;
+        for (std::int64_t i = 0; i < objects; i++) {
+            const float x = 3.0f * static_cast<float>(i);
+            boxes.push_back(MakeBox(kind.equalNames ? "Box" : "Box" + std::to_string(i), {x, 0, 0},
+                                    {x + 1, 1, 1}, kind.textured ? 1.0f : 0.0f));
+            AddMarkers(boxes.back(), {x + 0.5f, 0.5f, 0.5f});
+            // In the scene equal names are told apart by numbers from 1 up.
+            const std::string unique = kind.equalNames && i == 0 ? "Box" : "Box" + std::to_string(i);
+            if (kind.blocks) attributes += AttributeBlock(unique, {filler, "*PHYSICS 1 0.5 0.5"});
+        }
+        return boxes;
+    });
+}
+
+SceneFiles WriteKeyTracks(std::int64_t keys) {
+    return WriteOnce("keys" + std::to_string(keys), [&](std::string&) {
+        SceneObject box = MakeBox("Box", {0, 0, 0}, {1, 1, 1});
+        AddMarkers(box, {0.5f, 0.5f, 0.5f});
+        const SceneKey key{{0.1f, 0, 0}, {0, 0, 1}, 0.01f, {}};
+        box.keyTracks.assign(static_cast<std::size_t>(keys) / 100, SceneKeyTrack(100, key));
+        return std::vector<SceneObject>{box};
+    });
 }
 
 void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::int64_t patches,

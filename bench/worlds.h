@@ -7,13 +7,31 @@
 
 // Scenes to measure, made with the scene writer in the working directory.
 
-/// One textured patch of uneven ground; the number of triangles is rounded to a full grid.
-/// @return the path of the scene file
-std::string WriteGround(std::int64_t triangles);
-/// Small boxes, each with a block of its own in the attribute file.
-/// @param equalNames all are called the same in the file
-/// @param fillerBytes of free text in each block
-std::string WriteBoxes(std::int64_t objects, bool equalNames, std::int64_t fillerBytes = 0);
+/// A scene on disk and what is in it.
+struct SceneFiles {
+    std::string mesh;        ///< path
+    std::string attributes;  ///< path
+    std::int64_t objects = 0;
+    std::int64_t triangles = 0;
+};
+
+/// What small boxes are like.
+struct BoxKind {
+    bool equalNames = false;       ///< all are called the same in the file
+    bool blocks = true;            ///< each has a block of its own in the attribute file
+    bool textured = true;          ///< with texture coordinates
+    std::int64_t fillerBytes = 0;  ///< free text in each block
+};
+
+// Each writes its files once in a run.
+
+/// One patch of uneven ground; the number of triangles is rounded to a full grid.
+/// @param tiles 0 for no texture coordinates
+SceneFiles WriteGround(std::int64_t triangles, float tiles);
+/// Boxes of 12 triangles side by side.
+SceneFiles WriteBoxes(std::int64_t objects, const BoxKind& kind);
+/// One box with key tracks of 100 keys each.
+SceneFiles WriteKeyTracks(std::int64_t keys);
 
 /// Ground of `patches` objects with `triangles` in all, and bodies with collider and physics on or above
 /// it, too far from one another to meet.
