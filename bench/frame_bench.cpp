@@ -164,7 +164,7 @@ void Frame(benchmark::State& state, void (Scene::*render)(const Engine&), void (
     View& view = TheView();
     std::int64_t allocations = 0;
     TimeInTurn(
-        state, "bare loops", [] {},
+        state, "bare loops", WallTime, [] {},
         [&] {
             const std::int64_t before = AllocationCount();
             (view.scene.*render)(view.engine);

@@ -47,7 +47,7 @@ std::unique_ptr<Scene> LoadScene(const SceneFiles& files) {
 
 void Load(benchmark::State& state, const SceneFiles& files) {
     TimeInTurn(
-        state, "plain reads", [] { malloc_trim(0); }, [&] { return LoadScene(files); },
+        state, "plain reads", ThreadTime, [] { malloc_trim(0); }, [&] { return LoadScene(files); },
         [&] { return ReadPlainly(files); });
     const std::int64_t before = AllocatedBytes();
     const std::unique_ptr<Scene> scene = LoadScene(files);
@@ -67,8 +67,8 @@ void read_textured_ground(benchmark::State& state) {
     const Bytes used = ReadPlainly(files.mesh);
     const auto size = static_cast<std::size_t>(std::filesystem::file_size(files.mesh));
     TimeInTurn(
-        state, "reads into used memory", [] { malloc_trim(0); }, [&] { return ReadPlainly(files.mesh); },
-        [&] { return ReadInto(files.mesh, used.get(), size); });
+        state, "reads into used memory", ThreadTime, [] { malloc_trim(0); },
+        [&] { return ReadPlainly(files.mesh); }, [&] { return ReadInto(files.mesh, used.get(), size); });
 }
 
 void Register(const std::string& name, SceneFiles (*write)(std::int64_t), int multiplier, std::int64_t from,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
+#include <time.h>
 
 #include <algorithm>
 #include <chrono>
@@ -13,19 +14,30 @@ inline double Median(std::vector<double> values) {
     return values.empty() ? 0.0 : values[values.size() / 2];
 }
 
+/// A clock in seconds.
+inline double WallTime() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+/// The time that this thread has had a processor, in which other programs take no part.
+inline double ThreadTime() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
 /// Runs an action and its baseline in turn, so that both meet the same conditions, however these change
 /// while a benchmark runs. The times are those of the action, the counter `ratioName` tells how many
 /// times as long it takes. Destroying what the two return is not timed.
+/// @param now the clock to use
 /// @param prepare comes before each of them, untimed
 template <typename Prepare, typename Action, typename Baseline>
-void TimeInTurn(benchmark::State& state, const std::string& ratioName, Prepare prepare, Action action,
-                Baseline baseline) {
+void TimeInTurn(benchmark::State& state, const std::string& ratioName, double (*now)(), Prepare prepare,
+                Action action, Baseline baseline) {
     const auto time = [&](auto& timed) {
-        using Clock = std::chrono::steady_clock;
         prepare();
-        const Clock::time_point start = Clock::now();
+        const double start = now();
         auto result = timed();
-        const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+        const double seconds = now() - start;
         benchmark::DoNotOptimize(&result);
         return seconds;
     };
