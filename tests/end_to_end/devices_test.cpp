@@ -15,7 +15,7 @@
 #include "scene_writer/shapes.h"
 #include "services/log.h"
 #include "simulation/player_control.h"
-#include "support/leak_check.h"
+#include "support/loaded_libraries.h"
 #include "support/temporary_folder.h"
 #include "support/virtual_display.h"
 
@@ -67,7 +67,6 @@ struct DevicesTest : testing::TestWithParam<WindowManager> {
         WriteWorld();
         scene.AddPlayers(1);
         ASSERT_TRUE(engine->CreateMainWindow(nullptr, nullptr, nullptr, SW_SHOW));
-        CheckLeaksBeforeDriversUnload();
         ASSERT_TRUE(scene.LoadMesh("world.bin"));
         ASSERT_TRUE(FramesUntil([this] { return GetActiveWindow() == engine->window; }));
         Frames(20);  // settles on the floor, with the cursor in the centre
@@ -77,6 +76,7 @@ struct DevicesTest : testing::TestWithParam<WindowManager> {
         theEngine = nullptr;  // from here on the default handling
         DestroyWindow(window);
         UnregisterClassA(engine->title.c_str(), nullptr);
+        KeepLoadedLibraries();
         StopVideo();  // before the display goes
         engine.reset();
         theScene = nullptr;

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "render/gl_state.h"
-#include "support/leak_check.h"
 
 namespace {
 
@@ -33,7 +32,6 @@ struct TestWindow {
         descriptor.cDepthBits = 16;
         SetPixelFormat(deviceContext, ChoosePixelFormat(deviceContext, &descriptor), &descriptor);
         ShowWindow(window, SW_SHOW);
-        CheckLeaksBeforeDriversUnload();
     }
     TestWindow(const TestWindow&) = delete;
     TestWindow& operator=(const TestWindow&) = delete;
