@@ -12,6 +12,7 @@ namespace {
 int displayCounter = 0;
 
 bool madeUp = false;
+bool placed = false;  // by the callers, so that the made-up position means something
 POINT madeUpPosition;
 
 bool AskServer(POINT& point) {
@@ -41,6 +42,7 @@ void ChooseCursorMethod() {
 
 void SetCursorMadeUp(bool newMadeUp) {
     madeUp = newMadeUp;
+    placed = false;
 }
 
 void MoveCursor(int x, int y) {
@@ -63,7 +65,7 @@ BOOL ClipCursor(const RECT*) {
 
 BOOL GetCursorPos(POINT* point) {
     if (!VideoRuns()) return FALSE;
-    if (madeUp) {
+    if (madeUp && placed) {
         *point = madeUpPosition;
     } else if (!AskServer(*point)) {
         SDL_GetGlobalMouseState(&point->x, &point->y);
@@ -74,6 +76,7 @@ BOOL GetCursorPos(POINT* point) {
 BOOL SetCursorPos(int x, int y) {
     if (!VideoRuns()) return FALSE;
     if (!madeUp) return SDL_WarpMouseGlobal(x, y) == 0;
+    placed = true;
     madeUpPosition = {x, y};
     if (!SDL_GetRelativeMouseMode()) SDL_SetRelativeMouseMode(SDL_TRUE);
     return TRUE;

@@ -87,7 +87,8 @@ BOOL AdjustWindowRect(RECT* rectangle, DWORD style, BOOL menu);
 /// Makes the record of a window and dispatches `WM_CREATE` before it returns. The system's window
 /// behind it is made, hidden, when the pixel format is set, since the two can't be parted there.
 /// Width and height are outer sizes as `AdjustWindowRect` gives them.
-/// @return null for an unknown class, or if no window could be made at all.
+/// There is one window at a time. Without a display it is the record alone.
+/// @return null for an unknown class, a second window, or sides beyond 16384 pixels.
 HWND CreateWindowExA(DWORD extendedStyle, const char* className, const char* title, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                      void* parameter);
@@ -114,7 +115,8 @@ HCURSOR LoadCursorA(HINSTANCE instance, UINT identifier);
 
 /// Gathers what has happened and tells whether a message waits; fills `message` with it if so.
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
-/// Takes the next message, waiting for one if need be. 0 when it is the quit message.
+/// Takes the next message, waiting for one if need be. 0 when it is the quit message; -1 if none could ever
+/// come, as without a display.
 BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
 /// Here characters come with the keys themselves, so nothing is left to translate: always 0.
 BOOL TranslateMessage(const MSG* message);

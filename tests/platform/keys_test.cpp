@@ -110,6 +110,20 @@ TEST_P(Keys, NumericPadFollowsNumLock) {
                            {"KP_Enter", 0x0D}});
 }
 
+TEST_P(Keys, NumLockMayBeOnFromTheStart) {
+    display->Xdotool("key Num_Lock");
+    Open();
+    ExpectCodes(*display, {{"KP_End", 0x61}});
+}
+
+// Czech keyboards have Z in the place of Y and write letters with the keys of the digits.
+TEST_P(Keys, LettersFollowTheLayoutAndDigitsThePlace) {
+    ASSERT_EQ(RunCommand("setxkbmap cz 2>&1").exitCode, 0);
+    Open();
+    ExpectCodes(*display, {{"29", 'Z'}, {"52", 'Y'}, {"24", 'Q'}, {"10", '1'}, {"11", '2'}, {"19", '0'}});
+    ExpectCodes(*display, {{"47", 0xBA}, {"34", 0xDB}, {"59", 0xBC}, {"60", 0xBE}});
+}
+
 TEST_P(Keys, HeldKeyRepeats) {
     Open();
     display->Xdotool("keydown w");
