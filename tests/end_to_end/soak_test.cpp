@@ -81,7 +81,9 @@ SoakResult Soak() {
         if (frame % 100 == 0) ExpectBodiesInTheWorld(world, frame);
         if (frame == settled) memory = mallinfo2().uordblks;
     }
-    if (!sanitized) EXPECT_LE(mallinfo2().uordblks, memory);
+    if (!sanitized) {
+        EXPECT_LE(mallinfo2().uordblks, memory);
+    }
     return {WorldBytes(world.scene), ReadWholeFile(folder.path / "defaultlog.txt")};
 }
 
