@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <random>
 #include <vector>
 
-#include "scene/object.h"
+#include "simulation/test_world.h"
 
 namespace {
 
@@ -22,10 +20,6 @@ Vector Normal(const Object& object, std::int32_t index) {
     return Vector(n[0], n[1], n[2]);
 }
 
-void ExpectNear(Vector actual, Vector expected) {
-    EXPECT_LT(actual.Distance(expected), 1e-6f);
-}
-
 /// What `ComputeNormals` has to give: for each vertex a search through all triangles.
 std::vector<Vector> SearchedNormals(const Object& object) {
     std::vector<Vector> result;
@@ -37,10 +31,9 @@ std::vector<Vector> SearchedNormals(const Object& object) {
             if (corner[0] != vertex && corner[1] != vertex && corner[2] != vertex) {
                 continue;
             }
-            Vector a, b, c;
-            object.GetVertex(a, corner[0]);
-            object.GetVertex(b, corner[1]);
-            object.GetVertex(c, corner[2]);
+            const Vector a = VertexOf(object, corner[0]);
+            const Vector b = VertexOf(object, corner[1]);
+            const Vector c = VertexOf(object, corner[2]);
             Vector normal = (a - b).Cross(b - c);
             normal.Normalise();
             sum = sum + normal;
@@ -62,17 +55,15 @@ TEST(MeshPreparation, NormalsAreUnitMeansWhateverTheAreas) {
     ExpectNear(Normal(object, 3), Vector(0, 1, 0));
     const float half = 0.70710678f;
     ExpectNear(Normal(object, 0), Vector(0, half, half));
-}
 
-TEST(MeshPreparation, NormalsOfFoldedAndUnusedVertices) {
-    Object object;
-    SetMesh(object, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 5}}, {0, 1, 2, 0, 2, 1});
-    object.ResizeVertices(12);
-    object.ComputeNormals();
-    ExpectNear(Normal(object, 0), Vector());  // back to back: they cancel
+    Object folded;
+    SetMesh(folded, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 5}}, {0, 1, 2, 0, 2, 1});
+    folded.ResizeVertices(12);
+    folded.ComputeNormals();
+    ExpectNear(Normal(folded, 0), Vector());  // back to back: they cancel
     const float third = 0.57735027f;
-    ExpectNear(Normal(object, 3), Vector(third, third, third));  // (1, 1, 1) of a new object
-    ExpectNear(Normal(object, 11), Vector());                    // none of the first ten
+    ExpectNear(Normal(folded, 3), Vector(third, third, third));  // (1, 1, 1) of a new object
+    ExpectNear(Normal(folded, 11), Vector());                    // none of the first ten
 }
 
 TEST(MeshPreparation, NormalsEqualTheSearchBitForBit) {
@@ -114,25 +105,22 @@ TEST(MeshPreparation, ReindexingGivesEachTextureVertexItsPosition) {
     const Vector expected[] = {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 1, 0}, {1, 0, 0},
                                {0, 0, 0}, {9, 0, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}};
     for (std::int32_t i = 0; i < 10; i++) {
-        Vector vertex;
-        object.GetVertex(vertex, i);
-        EXPECT_EQ(vertex.Distance(expected[i]), 0.0f) << i;
+        ExpectNear(VertexOf(object, i), expected[i], 0.0f);
     }
     EXPECT_EQ(object.colours[3 * 1], 0.5f);
     EXPECT_EQ(object.faces[0], 5);
     EXPECT_EQ(object.texFaces, nullptr);
     EXPECT_EQ(object.texFaceValueCount, 0);
     ExpectNear(Normal(object, 4), Vector(0, 0, 1));
-}
 
-TEST(MeshPreparation, TheLaterCornerWinsATextureVertex) {
-    Object object;
-    SetMesh(object, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}, {0, 1, 2});
-    object.ResizeTexVertices(1);
-    object.ResizeTexFaces(1);
-    std::fill_n(object.texFaces.get(), 3, 0);
-    object.ReindexByTexFaces();
-    EXPECT_EQ(object.vertices[0], 2.0f);
+    // Of several corners with one texture vertex the last one wins.
+    Object other;
+    SetMesh(other, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}, {0, 1, 2});
+    other.ResizeTexVertices(1);
+    other.ResizeTexFaces(1);
+    std::fill_n(other.texFaces.get(), 3, 0);
+    other.ReindexByTexFaces();
+    EXPECT_EQ(other.vertices[0], 2.0f);
 }
 
 TEST(MeshPreparation, TheRadiusCountsAllVerticesFromTheCentre) {

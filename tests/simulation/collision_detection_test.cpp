@@ -1,5 +1,4 @@
 #include <cmath>
-#include <limits>
 
 #include "simulation/test_world.h"
 
@@ -28,59 +27,54 @@ struct Sphere {
     }
 };
 
-/// The triangle (-20, -20), (20, -20), (0, 20) at z = 0, facing up.
+/// At z = 0, facing up.
 Object Ground() {
     Object object;
-    const Vector corners[3] = {Vector(-20, -20, 0), Vector(20, -20, 0), Vector(0, 20, 0)};
-    MakeMesh(object, corners, 3);
+    MakeMesh(object, {{-20, -20, 0}, {20, -20, 0}, {0, 20, 0}});
     return object;
 }
 
-TEST(CollisionDetection, SphereFallsOntoAFace) {
+TEST(CollisionDetection, SphereMeetsFacesAndEdges) {
+    const Vector down(0, 0, -1);
+    const float edge = 1.5f - std::sqrt(0.75f);
+    const struct {
+        const char* what;
+        Vector from;
+        Vector sweep;
+        float distance;
+        Vector contact;
+    } cases[] = {{"falls onto the face", {1, 2, 1.5f}, down, 0.5f, {1, 2, 0}},
+                 {"just gets there", {1, 2, 1.5f}, down * 0.5f, 0.5f, {1, 2, 0}},
+                 {"doesn't get there", {1, 2, 1.5f}, down * 0.49f, -1, {}},
+                 {"along the face", {1, 2, 1.5f}, {1, 0, 0}, -1, {}},
+                 {"sunken in reports its depth", {0, 0, 0.8f}, {0.5f, 0, 0}, 0.2f, {0, 0, 0}},
+                 {"deeper than the sweep is long", {0, 0, 0.8f}, {0.1f, 0, 0}, -1, {}},
+                 {"from behind, with the near side", {0, 0, -0.5f}, {0, 0, 1.4f}, -1, {}},
+                 {"from behind, with the far side", {0, 0, -0.5f}, {0, 0, 1.6f}, 1.5f, {0, 0, 0}},
+                 {"half a unit outside the edge", {0, -20.5f, 1.5f}, down, edge, {0, -20, 0}},
+                 {"from 0.99 on clear of the edge", {0, -20.995f, 1.1f}, down * 1.2f, -1, {}}};
+    for (const auto& [what, from, sweep, distance, contact] : cases) {
+        SCOPED_TRACE(what);
+        Sphere sphere(from);
+        EXPECT_NEAR(sphere.Sweep(Ground(), sweep), distance, 1e-5f);
+        const Collider& found = *sphere.object.collider;
+        EXPECT_EQ(found.edgeContact, from.y < -20.0f ? 1 : 0);
+        if (distance > 0.0f) ExpectNear(found.nearestContactPoint, contact, 1e-3f);
+    }
+    // The point of the sphere that comes to touch.
     Sphere sphere(Vector(1, 2, 1.5f));
-    EXPECT_FLOAT_EQ(sphere.Sweep(Ground(), Vector(0, 0, -1)), 0.5f);
+    sphere.Sweep(Ground(), down);
     ExpectNear(sphere.object.collider->nearestSpherePoint, Vector(1, 2, 0.5f));
-    ExpectNear(sphere.object.collider->nearestContactPoint, Vector(1, 2, 0));
-    EXPECT_EQ(sphere.object.collider->edgeContact, 0);
-    EXPECT_FLOAT_EQ(sphere.Sweep(Ground(), Vector(0, 0, -0.5f)), 0.5f) << "a sweep that just gets there";
-    EXPECT_EQ(sphere.Sweep(Ground(), Vector(0, 0, -0.49f)), -1.0f) << "one that doesn't";
-    EXPECT_EQ(sphere.Sweep(Ground(), Vector(1, 0, 0)), -1.0f) << "one along the face";
-}
-
-TEST(CollisionDetection, SunkenSphereReportsHowDeepItIs) {
-    Sphere sphere(Vector(0, 0, 0.8f));
-    EXPECT_FLOAT_EQ(sphere.Sweep(Ground(), Vector(0.5f, 0, 0)), 0.2f);
-    ExpectNear(sphere.object.collider->nearestContactPoint, Vector(0, 0, 0));
-    EXPECT_EQ(sphere.Sweep(Ground(), Vector(0.1f, 0, 0)), -1.0f) << "deeper than the sweep is long";
-}
-
-TEST(CollisionDetection, FaceFromBehindIsMetOnlyByTheFarSide) {
-    Sphere sphere(Vector(0, 0, -0.5f));
-    EXPECT_EQ(sphere.Sweep(Ground(), Vector(0, 0, 1.4f)), -1.0f);
-    EXPECT_FLOAT_EQ(sphere.Sweep(Ground(), Vector(0, 0, 1.6f)), 1.5f);
-}
-
-TEST(CollisionDetection, EdgeIsMetOnThePlaneOfTravel) {
-    // Falls half a unit outside the edge along y = -20.
-    Sphere sphere(Vector(0, -20.5f, 1.5f));
-    const float distance = 1.5f - std::sqrt(0.75f);
-    EXPECT_NEAR(sphere.Sweep(Ground(), Vector(0, 0, -1)), distance, 1e-5f);
-    EXPECT_EQ(sphere.object.collider->edgeContact, 1);
-    ExpectNear(sphere.object.collider->nearestContactPoint, Vector(0, -20, 0), 1e-3f);
-    ExpectNear(sphere.object.collider->nearestSpherePoint, Vector(0, -20, distance), 1e-3f);
-
-    // From 0.99 on the path clears the edge, although the sphere is a unit wide.
-    EXPECT_GT(Sphere(Vector(0, -20.98f, 1.1f)).Sweep(Ground(), Vector(0, 0, -1.2f)), 0.0f);
-    EXPECT_EQ(Sphere(Vector(0, -20.995f, 1.1f)).Sweep(Ground(), Vector(0, 0, -1.2f)), -1.0f);
+    // A body with a collider is never hit on its triangles.
+    Object body = Ground();
+    body.MakeCollider();
+    EXPECT_EQ(sphere.Sweep(body, down), -1.0f);
 }
 
 TEST(CollisionDetection, FallAlongAnUprightEdgeMeetsItsStart) {
-    // An upright face whose nearest edge is the vertical one from (0, 0, 0) up to (0, 0, 10).
     Object face;
-    const Vector corners[3] = {Vector(0, 0, 0), Vector(10, 0, 0), Vector(0, 0, 10)};
-    MakeMesh(face, corners, 3);
+    MakeMesh(face, {{0, 0, 0}, {10, 0, 0}, {0, 0, 10}});
     Sphere sphere(Vector(-0.5f, 0, 11));
-    sphere.object.collider->edgeContact = 0;
     // The edge runs from c to a, so its start is the upper end.
     EXPECT_NEAR(sphere.Sweep(face, Vector(0, 0, -1)), 1.0f - std::sqrt(0.75f), 1e-5f);
     ExpectNear(sphere.object.collider->nearestContactPoint, Vector(0, 0, 10));
@@ -88,34 +82,25 @@ TEST(CollisionDetection, FallAlongAnUprightEdgeMeetsItsStart) {
 
 TEST(CollisionDetection, FirstOfEqualDistancesStands) {
     Sphere sphere(Vector(0, 0, 1.5f));
-    Object first = Ground();
-    Object second = Ground();
-    second.SetVertex(Vector(-30, -20, 0), 0);
-    const float distance = sphere.Sweep(first, Vector(0, 0, -1));
-    sphere.object.collider->nearestContactPoint = Vector(7, 7, 7);
-    sphere.object.CollideWithObject(second);
-    EXPECT_EQ(sphere.object.collider->nearestContactPoint.x, 7.0f) << "the same distance changes nothing";
-    sphere.object.collider->nearestDistance = std::nextafter(distance, 1.0f);
-    sphere.object.CollideWithObject(second);
-    EXPECT_EQ(sphere.object.collider->nearestContactPoint.x, 0.0f) << "the least nearer one does";
+    Collider& found = *sphere.object.collider;
+    const float distance = sphere.Sweep(Ground(), Vector(0, 0, -1));
+    found.nearestContactPoint = Vector(7, 7, 7);
+    sphere.object.CollideWithObject(Ground());
+    EXPECT_EQ(found.nearestContactPoint.x, 7.0f) << "the same distance changes nothing";
+    found.nearestDistance = std::nextafter(distance, 1.0f);
+    sphere.object.CollideWithObject(Ground());
+    EXPECT_EQ(found.nearestContactPoint.x, 0.0f) << "the least nearer one does";
 }
 
 TEST(CollisionDetection, BoundOfTheObstacleMixesUnits) {
+    // 50 from centre to centre: the travel of 1.0, not scaled, and 10 for the body leave 39.
     Sphere sphere(Vector(0, 0, 1.5f));
-    Object ground = Ground();
-    ground.SetVertex(Vector(5, 0, 1.5f), ground.centreVertex);
-    // 5.0 from centre to centre: travel 1.0, as it stands, and 1.0 for the sphere leave 3.0.
-    ground.radius = 3.0f;
-    EXPECT_EQ(sphere.Sweep(ground, Vector(0, 0, -1)), -1.0f) << "at equality there is no test";
-    ground.radius = 3.001f;
-    EXPECT_GT(sphere.Sweep(ground, Vector(0, 0, -1)), 0.0f);
-
-    // The same world with a body ten times as large: travel still counts as 1.0, and the body as 10.0.
     sphere.object.collider->radii = Vector(10, 10, 10);
     sphere.object.SetVertex(Vector(0, 0, 15), 0);
+    Object ground = Ground();
     ground.SetVertex(Vector(50, 0, 15), ground.centreVertex);
     ground.radius = 39.0f;
-    EXPECT_EQ(sphere.Sweep(ground, Vector(0, 0, -1)), -1.0f);
+    EXPECT_EQ(sphere.Sweep(ground, Vector(0, 0, -1)), -1.0f) << "at equality there is no test";
     ground.radius = 39.01f;
     EXPECT_GT(sphere.Sweep(ground, Vector(0, 0, -1)), 0.0f);
 }
@@ -123,57 +108,47 @@ TEST(CollisionDetection, BoundOfTheObstacleMixesUnits) {
 TEST(CollisionDetection, DegenerateFaces) {
     Sphere sphere(Vector(0, 0, 1.5f));
     Object object;
-    const Vector twoEqual[3] = {Vector(-5, 0, 0), Vector(-5, 0, 0), Vector(5, 0, 0)};
-    MakeMesh(object, twoEqual, 3);
+    MakeMesh(object, {{-5, 0, 0}, {-5, 0, 0}, {5, 0, 0}});
     EXPECT_EQ(sphere.Sweep(object, Vector(0, 0, -1)), -1.0f);
     // A line of three corners has no plane, only edges.
-    const Vector line[3] = {Vector(-5, 0.25f, 0), Vector(0, 0.25f, 0), Vector(5, 0.25f, 0)};
-    MakeMesh(object, line, 3);
+    MakeMesh(object, {{-5, 0.25f, 0}, {0, 0.25f, 0}, {5, 0.25f, 0}});
     EXPECT_NEAR(sphere.Sweep(object, Vector(0, 0, -1)), 1.5f - std::sqrt(1.0f - 0.0625f), 1e-5f);
-    EXPECT_EQ(sphere.object.collider->edgeContact, 1);
-    // No faces, and no vertices either.
     object.ResizeFaces(0);
-    EXPECT_EQ(sphere.Sweep(object, Vector(0, 0, -1)), -1.0f);
     object.ResizeVertices(0);
     EXPECT_EQ(sphere.Sweep(object, Vector(0, 0, -1)), -1.0f);
 }
 
-/// Two bodies of the standard size; the distance that the first finds in its own ellipsoid space.
-float SweepBodies(Vector from, Vector to, Vector worldSweep, Vector* contact = nullptr) {
-    Object first;
-    Object second;
-    first.MakeCollider();
-    second.MakeCollider();
-    first.SetVertex(from, 0);
-    second.SetVertex(to, 0);
-    Collider& body = *first.collider;
-    body.sweepOrigin = from / body.radii;
-    body.sweepVelocity = worldSweep / body.radii;
-    body.nearestDistance = -1.0f;
-    first.CollideWithObject(second);
-    if (contact) *contact = body.nearestContactPoint;
-    return body.nearestDistance;
-}
-
 TEST(CollisionDetection, BodiesStopEachOtherTwoUnitsApart) {
-    Vector contact;
-    // 10 world units apart are 5.0, and the wall stands 1.0 before the axis.
-    EXPECT_FLOAT_EQ(SweepBodies(Vector(0, 0, 5), Vector(10, 0, 5), Vector(9, 0, 0), &contact), 4.0f);
-    ExpectNear(contact, Vector(4, 0, 1));
-    EXPECT_EQ(SweepBodies(Vector(0, 0, 5), Vector(10, 0, 5), Vector(7.9f, 0, 0)), -1.0f) << "too short";
-    EXPECT_EQ(SweepBodies(Vector(0, 0, 5), Vector(10, 2.1f, 5), Vector(20, 0, 0)), -1.0f) << "beside";
-    EXPECT_GT(SweepBodies(Vector(0, 0, 14.9f), Vector(10, 0, 5), Vector(9, 0, 0)), 0.0f);
-    EXPECT_EQ(SweepBodies(Vector(0, 0, 15.1f), Vector(10, 0, 5), Vector(9, 0, 0)), -1.0f) << "above";
-    EXPECT_EQ(SweepBodies(Vector(0, 0, 20), Vector(0, 0, 5), Vector(0, 0, -15)), -1.0f) << "from above";
-    EXPECT_EQ(SweepBodies(Vector(9, 0, 5), Vector(10, 0, 5), Vector(3, 0, 0)), -1.0f) << "from inside";
-}
-
-TEST(CollisionDetection, BodyIsNeverHitOnItsTriangles) {
-    Sphere sphere(Vector(0, 0, 1.5f));
-    Object ground = Ground();
-    EXPECT_GT(sphere.Sweep(ground, Vector(0, 0, -1)), 0.0f);
-    ground.MakeCollider();
-    EXPECT_EQ(sphere.Sweep(ground, Vector(0, 0, -1)), -1.0f);
+    // 10 world units apart are 5.0, and the other one's wall stands 1.0 before its axis.
+    const struct {
+        const char* what;
+        Vector from;
+        Vector to;
+        Vector sweep;
+        bool meets;
+    } cases[] = {{"head on", {0, 0, 5}, {10, 0, 5}, {9, 0, 0}, true},
+                 {"too short", {0, 0, 5}, {10, 0, 5}, {7.9f, 0, 0}, false},
+                 {"beside", {0, 0, 5}, {10, 2.1f, 5}, {20, 0, 0}, false},
+                 {"just under the top", {0, 0, 14.9f}, {10, 0, 5}, {9, 0, 0}, true},
+                 {"above", {0, 0, 15.1f}, {10, 0, 5}, {9, 0, 0}, false},
+                 {"from above", {0, 0, 20}, {0, 0, 5}, {0, 0, -15}, false},
+                 {"from inside", {9, 0, 5}, {10, 0, 5}, {3, 0, 0}, false}};
+    for (const auto& [what, from, to, sweep, meets] : cases) {
+        SCOPED_TRACE(what);
+        Object first;
+        Object second;
+        first.MakeCollider();
+        second.MakeCollider();
+        second.SetVertex(to, 0);
+        Collider& body = *first.collider;
+        body.sweepOrigin = from / body.radii;
+        body.sweepVelocity = sweep / body.radii;
+        first.CollideWithObject(second);
+        EXPECT_EQ(body.foundCollision != 0, meets);
+        if (!meets) continue;
+        EXPECT_FLOAT_EQ(body.nearestDistance, 4.0f);
+        ExpectNear(body.nearestContactPoint, Vector(4, 0, from.z / 5));
+    }
 }
 
 }  // namespace

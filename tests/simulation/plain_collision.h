@@ -1,12 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
-#include "scene/object.h"
+#include "simulation/test_world.h"
 
-/// `Object::CollideWithObject` in the plainest words, every step on every face. The engine's version may
-/// leave out work, but never changes a bit of what this one records.
-inline void PlainCollideWithObject(Object& object, const Object& obstacle) {
+/// `Object::CollideWithObject` for a mesh in the plainest words, every step on every face. The engine's
+/// version may leave out work, but never changes a bit of what this one records.
+inline void PlainCollideWithMesh(Object& object, const Object& obstacle) {
     Collider& body = *object.collider;
     const Vector v = body.sweepVelocity;
     const Vector s = body.sweepOrigin;
@@ -25,46 +26,18 @@ inline void PlainCollideWithObject(Object& object, const Object& obstacle) {
         body.foundCollision = 1;
         body.airborne = 0;
     };
-    const auto largest = [](float a, float b, float c) {
-        float result = a;
-        if (b > result) result = b;
-        if (c > result) result = c;
-        return result;
-    };
 
-    Vector obstacleCentre;
-    obstacle.GetVertex(obstacleCentre, obstacle.centreVertex);
-
-    if (obstacle.collider) {
-        const Vector c = obstacleCentre / r;
-        const Vector o = obstacle.collider->radii;
-        float cylinderRadius = o.x / r.x;
-        if (o.y / r.y > cylinderRadius) cylinderRadius = o.y / r.y;
-        const float halfHeight = (r.z + o.z) / r.z;
-        const float t = s.IntersectRayUprightCylinder(v, c, cylinderRadius, halfHeight);
-        Vector toCentre = c - s;
-        toCentre.Normalise();
-        record(t, s + toCentre, s + d * t);
-        return;
-    }
-
-    Vector centre;
-    object.GetVertex(centre, object.centreVertex);
-    if (obstacle.radius + travel + largest(r.x, r.y, r.z) <= centre.Distance(obstacleCentre)) return;
+    const float apart = CentreOf(object).Distance(CentreOf(obstacle));
+    if (obstacle.radius + travel + std::max({r.x, r.y, r.z}) <= apart) return;
 
     for (std::int32_t face = 0; face < obstacle.faceValueCount / 3; face++) {
         body.edgeContact = 0;
-        Vector a;
-        Vector b;
-        Vector c;
-        obstacle.GetVertex(a, obstacle.faces[3 * face]);
-        obstacle.GetVertex(b, obstacle.faces[3 * face + 1]);
-        obstacle.GetVertex(c, obstacle.faces[3 * face + 2]);
-        a = a / r;
-        b = b / r;
-        c = c / r;
+        const Vector a = VertexOf(obstacle, obstacle.faces[3 * face]) / r;
+        const Vector b = VertexOf(obstacle, obstacle.faces[3 * face + 1]) / r;
+        const Vector c = VertexOf(obstacle, obstacle.faces[3 * face + 2]) / r;
         const Vector centroid = (a + b + c) / 3.0f;
-        const float faceRadius = largest(centroid.Distance(a), centroid.Distance(b), centroid.Distance(c));
+        const float faceRadius =
+            std::max({centroid.Distance(a), centroid.Distance(b), centroid.Distance(c)});
         if (faceRadius + travel + 1.0f <= s.Distance(centroid)) continue;
 
         const Vector e1 = b - a;
@@ -75,15 +48,9 @@ inline void PlainCollideWithObject(Object& object, const Object& obstacle) {
         if (n.Dot(d) > 1.0f) continue;
 
         const Vector p = s - n;
-        float distance;
-        Vector q;
-        if (p.ClassifyPoint(a, n) == PlaneBehind) {
-            distance = p.IntersectRayPlane(n, a, n);
-            q = p + n * distance;
-        } else {
-            distance = p.IntersectRayPlane(d, a, n);
-            q = p + d * distance;
-        }
+        const Vector ray = p.ClassifyPoint(a, n) == PlaneBehind ? n : d;
+        float distance = p.IntersectRayPlane(ray, a, n);
+        const Vector q = p + ray * distance;
         if (q.IsPointInTriangle(a, b, c)) {
             record(distance, p, q);
             continue;
@@ -101,8 +68,7 @@ inline void PlainCollideWithObject(Object& object, const Object& obstacle) {
         if (!m.IsZero()) {
             const Vector f = s.ProjectOntoPlane(m, e0);
             if (f.Distance(s) >= 0.99f) continue;
-            const Vector g = f + v;
-            contact = g.ClosestPointOnSegment(e0, eEnd);
+            contact = (f + v).ClosestPointOnSegment(e0, eEnd);
         }
         distance = contact.IntersectRaySphere(-d, s, 1.0f);
         record(distance, contact + (-d) * distance, contact);
