@@ -1,18 +1,21 @@
 #pragma once
 
+#include <GL/gl.h>
+#include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "platform/windows1250.h"
 #include "scene/scene.h"
-#include "scene_writer/attribute_text.h"
 #include "scene_writer/bytes.h"
-#include "scene_writer/shapes.h"
+#include "scene_writer/scene_file.h"
 #include "services/log.h"
 #include "support/temporary_folder.h"
+#include "support/virtual_display.h"
 
 using Lines = std::vector<std::string>;
 
@@ -27,23 +30,25 @@ inline Lines SplitLines(const std::string& text) {
 
 /// An empty scene with a log, in a folder of its own, on a machine without a display: boxes go to the
 /// standard error stream.
-struct SceneFileTest : testing::Test {
+struct LoadingTest : testing::Test {
     TemporaryFolder folder;
     Log log;
     Scene scene;
-    Lines boxes;   ///< of the last load
-    Lines logged;  ///< by the last load, without the time
+    Lines boxes;   ///< of what was watched last
+    Lines logged;  ///< the same, without the time
 
-    SceneFileTest() {
+    LoadingTest() {
         unsetenv("DISPLAY");
         unsetenv("WAYLAND_DISPLAY");
         scene.SetLog(&log);
     }
 
-    bool Load(const std::string& path) {
+    /// Does the work, and notes what is said about it.
+    template <typename Work>
+    auto Watch(Work work) {
         const std::size_t logSize = ReadWholeFile("defaultlog.txt").size();
         testing::internal::CaptureStderr();
-        const bool result = scene.LoadMesh(path.c_str());
+        auto result = work();
         boxes = SplitLines(testing::internal::GetCapturedStderr());
         logged.clear();
         const std::string added = ReadWholeFile("defaultlog.txt").substr(logSize);
@@ -52,24 +57,21 @@ struct SceneFileTest : testing::Test {
         }
         return result;
     }
+    bool Load(const std::string& path) {
+        return Watch([&] { return scene.LoadMesh(path.c_str()); });
+    }
     bool LoadBytes(const std::string& bytes) {
         WriteBytes("level.bin", bytes);
         return Load("level.bin");
     }
     bool LoadObjects(const std::vector<SceneObject>& objects) { return LoadBytes(SceneFileBytes(objects)); }
 
-    /// The lines of the last load that hold the text.
+    /// The noted lines that hold the text.
     Lines LoggedWith(const std::string& text) const {
         Lines lines;
-        for (const std::string& line : logged) {
-            if (line.find(text) != std::string::npos) lines.push_back(line);
-        }
+        std::ranges::copy_if(logged, std::back_inserter(lines),
+                             [&](const std::string& line) { return line.find(text) != line.npos; });
         return lines;
-    }
-    Vector Vertex(std::int32_t id, std::int32_t index) const {
-        Vector vertex;
-        scene.objects[id].GetVertex(vertex, index);
-        return vertex;
     }
     Lines Names() const {
         Lines names;
@@ -80,23 +82,27 @@ struct SceneFileTest : testing::Test {
     }
 };
 
-inline void ExpectVector(Vector value, float x, float y, float z) {
-    EXPECT_EQ(value.x, x);
-    EXPECT_EQ(value.y, y);
-    EXPECT_EQ(value.z, z);
+using Values = std::vector<float>;
+
+inline Values ValuesOf(Vector vector) {
+    return {vector.x, vector.y, vector.z};
+}
+inline Values VertexOf(const Object& object, std::int32_t index) {
+    Vector vertex;
+    object.GetVertex(vertex, index);
+    return ValuesOf(vertex);
 }
 
-/// Whether the object has the mesh of a fresh one: ten vertices at the origin, ten triangles of vertex 0.
-inline void ExpectDefaultMesh(const Object& object) {
-    ASSERT_EQ(object.vertexValueCount, 30);
-    ASSERT_EQ(object.faceValueCount, 30);
-    EXPECT_EQ(object.texVertexValueCount, 0);
-    EXPECT_EQ(object.texFaceValueCount, 0);
-    EXPECT_EQ(object.texVertices, nullptr);
-    EXPECT_EQ(object.texFaces, nullptr);
-    for (int i = 0; i < 30; i++) {
-        EXPECT_EQ(object.vertices[i], 0.0f);
-        EXPECT_EQ(object.colours[i], 1.0f);
-        EXPECT_EQ(object.faces[i], 0);
-    }
+/// A real window and its OpenGL context, made once and kept to the end of the process: drivers that are
+/// unloaded leave memory behind. Boxes still go to the standard error stream.
+inline void NeedContext() {
+    static VirtualDisplay* display = nullptr;
+    if (display != nullptr) return;
+    display = new VirtualDisplay;
+    ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    SDL_Window* window = SDL_CreateWindow("loading", 0, 0, 64, 64, SDL_WINDOW_OPENGL);
+    ASSERT_NE(SDL_GL_CreateContext(window), nullptr) << SDL_GetError();
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    unsetenv("DISPLAY");
 }

@@ -1,0 +1,291 @@
+#include <random>
+
+#include "loading/loading_test.h"
+#include "loading/sgi_image.h"
+#include "loading/tga_image.h"
+#include "scene_writer/image_file.h"
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// An image in which flat runs and noise alternate, so that both kinds of packets come up.
+Image MakePicture(int width, int height, int channels) {
+    std::mt19937 random(1);
+    Image image(width, height, channels);
+    for (int y = 0; y < height; y++) {
+        for (int channel = 0; channel < channels; channel++) {
+            std::uint8_t value = 0;
+            for (int x = 0; x < width; x++) {
+                if (x % 32 >= 16 || random() % 8 == 0) value = static_cast<std::uint8_t>(random());
+                image.At(x, y, channel) = value;
+            }
+        }
+    }
+    return image;
+}
+
+/// The image as four bytes a pixel: grey in all three colours, and 255 for an alpha that isn't there.
+Bytes Rgba(const Image& image) {
+    const int n = image.channels;
+    Bytes rgba;
+    for (std::size_t i = 0; i < image.samples.size(); i += n) {
+        const std::uint8_t* pixel = &image.samples[i];
+        const std::uint8_t alpha = n == 2 ? pixel[1] : n > 3 ? pixel[3] : 255;
+        rgba.insert(rgba.end(), {pixel[0], pixel[n < 3 ? 0 : 1], pixel[n < 3 ? 0 : 2], alpha});
+    }
+    return rgba;
+}
+
+struct ImageTest : LoadingTest {
+    std::int32_t width = -1, height = -1, components = -1;
+
+    /// The pixels of wall.rgb, RGBA.
+    Bytes Read() {
+        const auto pixels =
+            Watch([this] { return ReadRgbTexture("wall.rgb", width, height, components, &log); });
+        if (pixels == nullptr) return {};
+        return Bytes(pixels.get(), pixels.get() + std::size_t{4} * width * height);
+    }
+    Bytes Read(const std::string& bytes) {
+        WriteBytes("wall.rgb", bytes);
+        return Read();
+    }
+    bool IsDamageLogged() const { return LoggedWith("wall.rgb: damaged SGI image").size() == 1; }
+
+    void LoadTga(Texture& texture) {
+        NeedContext();
+        Watch([&] { return texture.LoadTga("wall.tga"), 0; });
+    }
+    /// What OpenGL holds, in as many channels. The record is usable, with or without an image.
+    static Bytes Uploaded(const Texture& texture, int channels) {
+        EXPECT_TRUE(texture.name.starts_with("wall."));
+        EXPECT_EQ(texture.pixels, nullptr);
+        EXPECT_NE(texture.glName, 0u);
+        glBindTexture(GL_TEXTURE_2D, texture.glName);
+        GLint value = 0;
+        for (const auto& [parameter, wanted] :
+             {std::pair{GL_TEXTURE_WRAP_S, GL_REPEAT}, std::pair{GL_TEXTURE_WRAP_T, GL_REPEAT},
+              std::pair{GL_TEXTURE_MAG_FILTER, GL_LINEAR}, std::pair{GL_TEXTURE_MIN_FILTER, GL_NEAREST}}) {
+            glGetTexParameteriv(GL_TEXTURE_2D, parameter, &value);
+            EXPECT_EQ(value, wanted);
+        }
+        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &value);
+        EXPECT_EQ(value, GL_MODULATE);
+        Bytes pixels(static_cast<std::size_t>(std::max(texture.width * texture.height * channels, 0)));
+        const GLenum formats[] = {GL_LUMINANCE, GL_LUMINANCE_ALPHA, GL_RGB, GL_RGBA};
+        glGetTexImage(GL_TEXTURE_2D, 0, formats[channels - 1], GL_UNSIGNED_BYTE, pixels.data());
+        return pixels;
+    }
+};
+
+TEST_F(ImageTest, ReachesOpenGlPixelByPixel) {
+    NeedContext();
+    for (int channels = 1; channels <= 4; channels++) {
+        for (const auto& [columns, rows] : {std::pair{2, 2}, std::pair{256, 32}, std::pair{2, 512}}) {
+            const Image image = MakePicture(columns, rows, channels);
+            const auto expectImage = [&](const Texture& texture) {
+                EXPECT_EQ(std::vector({texture.width, texture.height, texture.components}),
+                          std::vector({image.width, image.height, channels}));
+                EXPECT_EQ(Uploaded(texture, channels), image.samples);
+                glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_INTERNAL_FORMAT, &components);
+                EXPECT_EQ(components, channels);
+            };
+            for (const SgiPacking packing : {SgiPacking::Verbatim, SgiPacking::RunLength}) {
+                WriteSgi("wall.rgb", image, packing);
+                Texture texture;
+                texture.LoadRgb("wall.rgb", &log);
+                expectImage(texture);
+            }
+            if (channels < 3) continue;
+            WriteTga("wall.tga", image);
+            Texture texture;
+            LoadTga(texture);
+            EXPECT_EQ(boxes, Lines{});
+            expectImage(texture);
+        }
+    }
+}
+
+TEST_F(ImageTest, WrittenByAnotherProgramIsTheSame) {
+    // Beside the image it writes the pixels themselves, the bottom row first.
+    const auto write = [](const std::string& kind, const std::string& flips, const std::string& image) {
+        const std::string source = "convert \\( -seed 1 -size 128x32 plasma: xc:red +append \\) -depth 8 ";
+        const CommandResult result = RunCommand(source + kind + " \\( +clone -flip -write rgba:raw " +
+                                                "+delete \\) " + flips + image + " 2>&1");
+        ASSERT_EQ(result.exitCode, 0) << result.output;
+    };
+    const std::string alpha = "-alpha set -channel A -fx g +channel";
+    const std::pair<std::string, int> kinds[] = {{"-colorspace Gray", 1}, {"", 3}, {alpha, 4}};
+    for (const auto& [kind, channels] : kinds) {
+        for (const char* packing : {"-compress none ", "-compress RLE "}) {
+            write(kind, packing, "sgi:wall.rgb");
+            const std::string raw = ReadWholeFile("raw");
+            EXPECT_EQ(Read(), Bytes(raw.begin(), raw.end())) << packing << channels;
+            EXPECT_EQ(components, channels);
+            EXPECT_FALSE(IsDamageLogged());
+        }
+        if (channels < 3) continue;
+        write(kind, "-compress none -flip ", "wall.tga");  // this program writes the top row first
+        const std::string raw = ReadWholeFile("raw");
+        Texture texture;
+        LoadTga(texture);
+        EXPECT_EQ(Uploaded(texture, 4), Bytes(raw.begin(), raw.end()));
+    }
+}
+
+TEST_F(ImageTest, TgaPixelsFollowTheHeaderWhateverItSays) {
+    const Image image = MakePicture(2, 2, 3);
+    std::string bytes = TgaBytes(image);
+    bytes[0] = 3;      // an identification of three bytes, taken for the first pixel
+    bytes[17] = 0x20;  // the top row first: not turned
+    WriteBytes("wall.tga", bytes.insert(18, "\x03\x02\x01"));
+    Texture texture;
+    LoadTga(texture);
+    EXPECT_EQ(boxes, Lines{});
+    Bytes shifted{1, 2, 3};
+    shifted.insert(shifted.end(), image.samples.begin(), image.samples.end() - 3);
+    EXPECT_EQ(Uploaded(texture, 3), shifted);
+}
+
+TEST_F(ImageTest, AFaultyTgaIsToldAndGivesAnEmptyTexture) {
+    const char *const type = "Nesprávný typ TGA souboru", *const sides = "Špatné rozměry TGA textury",
+                      *const data = "Špatná TGA data";
+    const struct {
+        int offset, value;  ///< one wrong byte, or -1
+        int cut;            ///< bytes that are missing at the end
+        const char* box;
+        int width;
+    } cases[] = {
+        {1, 1, 0, type, -1},     {2, 10, 0, type, -1},
+        {-1, 0, 146, type, -1},  {12, 1, 0, sides, -1},
+        {13, 4, 0, sides, -1},   {14, 12, 0, sides, -1},
+        {-1, 0, 133, sides, -1}, {16, 16, 0, "Špatné TGA bity", -1},
+        {-1, 0, 129, data, 4},   {-1, 0, 128, data, 4},
+        {-1, 0, 1, data, 4},
+    };
+    for (const auto& faulty : cases) {
+        std::string bytes = TgaBytes(MakePicture(4, 8, 4));
+        if (faulty.offset >= 0) bytes[faulty.offset] = static_cast<char>(faulty.value);
+        WriteBytes("wall.tga", bytes.substr(0, bytes.size() - faulty.cut));
+        Texture texture;
+        LoadTga(texture);
+        EXPECT_EQ(boxes, Lines{std::string("[:-(] ") + faulty.box});
+        EXPECT_EQ(texture.width, faulty.width);
+        Uploaded(texture, 4);
+    }
+    std::filesystem::remove("wall.tga");
+    Texture texture;
+    LoadTga(texture);
+    EXPECT_EQ(boxes, Lines{"[:-(] Nelze otevřít soubor s TGA texturou"});
+    Uploaded(texture, 4);
+
+    std::vector<int> powers;
+    for (int side = -4; side <= 70000; side++) {
+        if (IsPowerOfTwo(side)) powers.push_back(side);
+    }
+    EXPECT_EQ(powers, (std::vector{2, 4, 8, 16, 32, 64, 128, 256, 512}));
+}
+
+TEST_F(ImageTest, SgiOfAnySizeAndChannelsGivesFourChannels) {
+    for (const SgiPacking packing : {SgiPacking::Verbatim, SgiPacking::RunLength}) {
+        for (int channels = 1; channels <= 5; channels++) {
+            const Image image = MakePicture(50, 9, channels);
+            EXPECT_EQ(Read(SgiBytes(image, packing)), Rgba(image)) << channels;
+            EXPECT_EQ(components, channels);
+            EXPECT_FALSE(IsDamageLogged());
+        }
+    }
+}
+
+/// A run-length encoded grey image of four pixels a row that holds these packets.
+std::string GreyRows(const std::vector<std::string>& rows) {
+    std::string bytes = SgiBytes(Image(4, static_cast<int>(rows.size()), 1), SgiPacking::RunLength);
+    bytes.resize(512);
+    std::string lengths, packets;
+    for (const std::string& row : rows) {
+        bytes += {0, 0, 2, static_cast<char>(8 * rows.size() + packets.size())};  // 512 and this
+        lengths += {0, 0, 0, static_cast<char>(row.size())};
+        packets += row;
+    }
+    return bytes + lengths + packets;
+}
+
+TEST_F(ImageTest, SgiDropsWhatDoesNotFitAndPutsZeroForWhatIsMissing) {
+    const struct {
+        std::string row;
+        Bytes pixels;
+        bool damaged;
+    } cases[] = {
+        {{'\x84', 1, 2, 3, 4, 0}, {1, 2, 3, 4}, false},
+        {{2, 7, '\x82', 8, 9, 0}, {7, 7, 8, 9}, false},
+        {{4, 7}, {7, 7, 7, 7}, false},                        // full without an end
+        {{3, 7, 0}, {7, 7, 7, 0}, true},                      // ends early
+        {{127, 7, 0}, {7, 7, 7, 7}, true},                    // run past the row
+        {{'\x86', 1, 2, 3, 4, 5, 6, 0}, {1, 2, 3, 4}, true},  // literals past the row
+        {{4, 7, 1, 8, 0}, {7, 7, 7, 7}, true},
+        {{'\x84', 1, 2}, {1, 2, 0, 0}, true},  // literals cut off
+        {{3, 7, 1}, {7, 7, 7, 0}, true},       // run cut off
+        {"", {0, 0, 0, 0}, true},
+    };
+    const auto expectRows = [this](const std::string& bytes, const Bytes& pixels, bool damaged) {
+        // Followed by a good row, which must not suffer.
+        Image image(4, 2, 1);
+        image.samples = pixels;
+        image.samples.resize(8, 5);
+        EXPECT_EQ(Read(bytes), Rgba(image));
+        EXPECT_EQ(IsDamageLogged(), damaged);
+    };
+    for (const auto& [row, pixels, damaged] : cases) {
+        expectRows(GreyRows({row, {4, 5, 0}}), pixels, damaged);
+    }
+    for (const char* value : {"\x7F\xFF\xFF\xFF", "\xFF\xFF\xFF\xFF"}) {
+        const std::string good = GreyRows({{4, 6, 0}, {4, 5, 0}});
+        expectRows(std::string(good).replace(512, 4, value), {0, 0, 0, 0}, true);
+        // A length too large still has its row.
+        expectRows(std::string(good).replace(512 + 8, 4, value), {6, 6, 6, 6}, true);
+    }
+}
+
+TEST_F(ImageTest, SgiCutAnywhereGivesZeroForTheRestAndRandomBytesDoNoHarm) {
+    const Image image = MakePicture(20, 6, 2);
+    const Bytes whole = Rgba(image);
+    std::mt19937 random(3);
+    for (const SgiPacking packing : {SgiPacking::Verbatim, SgiPacking::RunLength}) {
+        const std::string good = SgiBytes(image, packing);
+        for (std::size_t size = 0; size < good.size(); size++) {
+            const Bytes pixels = Read(good.substr(0, size));
+            if (size < 12) continue;  // the sides are cut too
+            ASSERT_TRUE(std::ranges::equal(pixels, whole, [](int a, int b) { return a == b || a == 0; }));
+            // A file that lacks nothing but the end mark of its last row still has all pixels.
+            ASSERT_TRUE(IsDamageLogged() || pixels == whole);
+        }
+        for (int round = 0; round < 1500; round++) {
+            std::string bytes = good;
+            for (std::uint32_t count = 1 + random() % 8; count > 0; count--) {
+                // Sides stay what they are, lest the image gets huge.
+                const std::size_t range = random() % 2 == 0 ? 96 : bytes.size() - 512;
+                bytes[512 + random() % range] = static_cast<char>(random());
+            }
+            ASSERT_EQ(Read(bytes).size(), whole.size());
+        }
+    }
+}
+
+using ImageDeathTest = ImageTest;
+
+TEST_F(ImageDeathTest, SgiOfMoreThanAGibibyteCountsAsNoMemory) {
+    const auto header = [](char type, std::string sides) {
+        return std::string{1, '\xDA', type, 1, 0, 3} + sides + std::string(500, '\0');
+    };
+    // 16385 x 16384 pixels of four bytes.
+    EXPECT_EQ(Read(header(0, {0x40, 1, 0x40, 0, 0, 3})), Bytes{});
+    EXPECT_EQ(boxes, Lines{"[:-(] Textura nejde nahrát"});
+    EXPECT_EQ(width, 16385);
+    // 65535 rows of 65535 channels, each with two entries of four bytes in the tables.
+    WriteBytes("wall.rgb", header(1, {0, 1, '\xFF', '\xFF', '\xFF', '\xFF'}));
+    EXPECT_EXIT(ReadRgbTexture("wall.rgb", width, height, components), testing::ExitedWithCode(1),
+                "Nedostatek Paměti");
+}
+
+}  // namespace
