@@ -25,22 +25,18 @@ std::vector<std::string> GlRecorder::CallsOf(const std::vector<std::string>& nam
     return result;
 }
 
-std::string CallWithText(const char* name, const char* text) {
-    return std::string(name) + " \"" + text + "\"";
-}
-
-std::string LightCall(GLenum light, GLenum parameter, const std::vector<float>& values) {
-    std::string result = Call("glLightfv", light, parameter);
-    for (const float value : values) {
-        result += Call("", value);
-    }
-    return result;
-}
-
 static void Record(const std::string& call) {
     if (recorder) {
         recorder->calls.push_back(call);
     }
+}
+
+static std::string Values(const float* values, int count) {
+    std::string result;
+    for (int i = 0; i < count; i++) {
+        result += Call("", values[i]);
+    }
+    return result;
 }
 
 template <typename Function>
@@ -93,22 +89,13 @@ RECORDED_4(glVertexPointer, GLint, GLenum, GLsizei, const GLvoid*)
 RECORDED_4(glTexCoordPointer, GLint, GLenum, GLsizei, const GLvoid*)
 RECORDED_4(glColorPointer, GLint, GLenum, GLsizei, const GLvoid*)
 RECORDED_4(glDrawElements, GLenum, GLsizei, GLenum, const GLvoid*)
+RECORDED(GLboolean, glIsEnabled, (GLenum a), a)
+RECORDED(void, gluLookAt, (GLdouble a, GLdouble b, GLdouble c, GLdouble d, GLdouble e, GLdouble f, GLdouble g,
+                           GLdouble h, GLdouble i), a, b, c, d, e, f, g, h, i)
+RECORDED_AS(Call("glGetFloatv", a), glGetFloatv, (GLenum a, GLfloat* b), a, b)
+RECORDED_AS(Call("glGetIntegerv", a), glGetIntegerv, (GLenum a, GLint* b), a, b)
+RECORDED_AS("glCallLists \"" + std::string(static_cast<const char*>(c), a) + '"', glCallLists,
+            (GLsizei a, GLenum b, const GLvoid* c), a, b, c)
+RECORDED_AS(Call("glLightfv", a, b) + Values(c, b == GL_SPOT_DIRECTION ? 3 : b <= GL_POSITION ? 4 : 1),
+            glLightfv, (GLenum a, GLenum b, const GLfloat* c), a, b, c)
     // clang-format on
-    RECORDED(GLboolean, glIsEnabled, (GLenum a), a)
-        RECORDED(void, gluLookAt,
-                 (GLdouble a, GLdouble b, GLdouble c, GLdouble d, GLdouble e, GLdouble f, GLdouble g,
-                  GLdouble h, GLdouble i),
-                 a, b, c, d, e, f, g, h, i)
-            RECORDED_AS(Call("glGetFloatv", a), glGetFloatv, (GLenum a, GLfloat* b), a, b)
-                RECORDED_AS(Call("glGetIntegerv", a), glGetIntegerv, (GLenum a, GLint* b), a, b)
-                    RECORDED_AS(Call("glGetBooleanv", a), glGetBooleanv, (GLenum a, GLboolean* b), a, b)
-                        RECORDED_AS(CallWithText("glCallLists",
-                                                 std::string(static_cast<const char*>(c), a).c_str()),
-                                    glCallLists, (GLsizei a, GLenum b, const GLvoid* c), a, b, c)
-
-                            static std::vector<float> LightValues(GLenum parameter, const float* values) {
-    if (parameter == GL_SPOT_DIRECTION) return std::vector<float>(values, values + 3);
-    if (parameter <= GL_POSITION) return std::vector<float>(values, values + 4);
-    return std::vector<float>(values, values + 1);
-}
-RECORDED_AS(LightCall(a, b, LightValues(b, c)), glLightfv, (GLenum a, GLenum b, const GLfloat* c), a, b, c)

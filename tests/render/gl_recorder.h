@@ -16,8 +16,6 @@ std::string Call(const char* name, Arguments... arguments) {
     ((text << ' ' << +arguments), ...);
     return text.str();
 }
-std::string CallWithText(const char* name, const char* text);
-std::string LightCall(GLenum light, GLenum parameter, const std::vector<float>& values);
 
 /// Records from its construction on, as long as it lives. One at a time.
 struct GlRecorder {

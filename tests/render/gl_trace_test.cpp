@@ -1,3 +1,5 @@
+#include <map>
+
 #include "gl_recorder.h"
 #include "render/gl_state.h"
 #include "render_test.h"
@@ -6,10 +8,27 @@
 
 // The calls themselves, written down in full: what other programs that watch the context may rely on.
 struct GlTraceTest : RenderTest {
-    using Calls = std::vector<std::string>;
+    /// What the numbers are called in the lists below.
+    std::map<std::string, std::string> names;
 
-    static void Append(Calls& calls, const Calls& more) {
-        calls.insert(calls.end(), more.begin(), more.end());
+    template <typename Value>
+    void Name(const std::string& name, Value value) {
+        names[name] = Call("", value).substr(1);
+    }
+
+    GlTraceTest() {
+        // clang-format off
+        const std::pair<const char*, GLenum> known[] = {
+            {"PROJECTION", GL_PROJECTION}, {"MODELVIEW", GL_MODELVIEW}, {"MODELVIEW_MATRIX", GL_MODELVIEW_MATRIX},
+            {"TEXTURE_2D", GL_TEXTURE_2D}, {"LIGHTING", GL_LIGHTING}, {"ALPHA_TEST", GL_ALPHA_TEST},
+            {"BLEND", GL_BLEND}, {"FLOAT", GL_FLOAT}, {"L0", GL_LIGHT0}, {"L1", GL_LIGHT1},
+            {"VERTICES", GL_VERTEX_ARRAY}, {"NORMALS", GL_NORMAL_ARRAY}, {"COLOURS", GL_COLOR_ARRAY},
+            {"TEX_VERTICES", GL_TEXTURE_COORD_ARRAY}, {"AMBIENT", GL_AMBIENT}, {"POSITION", GL_POSITION},
+            {"SPOT_DIRECTION", GL_SPOT_DIRECTION}, {"QUADRATIC", GL_QUADRATIC_ATTENUATION}};
+        // clang-format on
+        for (const auto& [name, value] : known) {
+            Name(name, value);
+        }
     }
 
     /// One player, one light, a textured and an untextured triangle, and one sprite of each kind.
@@ -27,125 +46,84 @@ struct GlTraceTest : RenderTest {
         timer.loopTime = 20;
         scene.fontListBase = 500;
         glDisable(GL_TEXTURE_2D);
+        for (const std::string n : {"1", "2"}) {
+            const Object& object = scene.objects[n[0] - '0'];
+            Name("v" + n, object.vertices.get());
+            Name("t" + n, object.texVertices.get());
+            Name("n" + n, object.normals.get());
+            Name("c" + n, object.colours.get());
+            Name("f" + n, object.faces.get());
+        }
     }
 
-    Calls FrameBeforeObjects() const {
-        return Calls{Call("glClear", 0x4100),
-                     Call("glViewport", 5, 6, 70, 80),
-                     Call("glPushMatrix"),
-                     Call("gluLookAt", 0, -10, 2, 0, 0, 2, 0, 0, 1),
-                     Call("glPushMatrix"),
-                     LightCall(GL_LIGHT0, GL_SPOT_DIRECTION, {0, 0, -1}),
-                     LightCall(GL_LIGHT0, GL_POSITION, {0, -1, 0, 0}),
-                     Call("glPushAttrib", 0x1800),
-                     Call("glMatrixMode", GL_PROJECTION),
-                     Call("glPushMatrix"),
-                     Call("glLoadIdentity"),
-                     Call("glMatrixMode", GL_MODELVIEW),
-                     Call("glPushMatrix"),
-                     Call("glLoadIdentity"),
-                     Call("glDepthRange", 0, 0),
-                     Call("glViewport", 9, 9, 2, 2),
-                     Call("glRasterPos4f", 0, 0, 0, 1),
-                     Call("glPopMatrix"),
-                     Call("glMatrixMode", GL_PROJECTION),
-                     Call("glPopMatrix"),
-                     Call("glPopAttrib"),
-                     Call("glPushAttrib", 0x20000),
-                     Call("glListBase", 500 - 32),
-                     CallWithText("glCallLists", "50.000000"),
-                     Call("glPopAttrib")};
-    }
-
-    static Calls SpriteCalls(float left, float bottom, float right, float top, float y) {
-        return Calls{Call("glBegin", GL_QUADS),
-                     Call("glTexCoord2f", 0, 0),
-                     Call("glVertex3f", left, y, bottom),
-                     Call("glTexCoord2f", 1, 0),
-                     Call("glVertex3f", right, y, bottom),
-                     Call("glTexCoord2f", 1, 1),
-                     Call("glVertex3f", right, y, top),
-                     Call("glTexCoord2f", 0, 1),
-                     Call("glVertex3f", left, y, top),
-                     Call("glEnd")};
-    }
-
-    /// The sprite at distance 10 is cut out, the one at distance 6 added.
-    static Calls FrameAfterObjects() {
-        Calls calls{Call("glGetFloatv", GL_MODELVIEW_MATRIX),
-                    Call("glEnable", GL_TEXTURE_2D),
-                    Call("glDisable", GL_LIGHTING),
-                    Call("glIsEnabled", GL_ALPHA_TEST),
-                    Call("glIsEnabled", GL_BLEND),
-                    Call("glEnable", GL_ALPHA_TEST),
-                    Call("glAlphaFunc", GL_GREATER, 0),
-                    Call("glBindTexture", GL_TEXTURE_2D, 40)};
-        Append(calls, SpriteCalls(-2, 2, 2, 6, 0));
-        Append(calls, Calls{Call("glIsEnabled", GL_BLEND), Call("glIsEnabled", GL_ALPHA_TEST),
-                            Call("glDisable", GL_ALPHA_TEST), Call("glEnable", GL_BLEND),
-                            Call("glBlendFunc", GL_SRC_ALPHA, GL_ONE)});
-        Append(calls, SpriteCalls(-1, 2, 1, 4, -4));
-        Append(calls, Calls{Call("glIsEnabled", GL_BLEND), Call("glDisable", GL_BLEND),
-                            Call("glIsEnabled", GL_ALPHA_TEST), Call("glDisable", GL_TEXTURE_2D),
-                            Call("glEnable", GL_LIGHTING), Call("glPopMatrix"), Call("glPopMatrix")});
+    /// Splits the text at semicolons, and puts the numbers in.
+    std::vector<std::string> Calls(const std::string& text) const {
+        std::vector<std::string> calls(1);
+        std::istringstream words(text);
+        for (std::string word; words >> word;) {
+            const bool ends = word.back() == ';';
+            if (ends) word.pop_back();
+            const auto name = names.find(word);
+            calls.back() += (calls.back().empty() ? "" : " ") + (name != names.end() ? name->second : word);
+            if (ends) calls.emplace_back();
+        }
+        calls.pop_back();
         return calls;
     }
 };
 
+const std::string beforeObjects =
+    "glClear 16640; glViewport 5 6 70 80; glPushMatrix; gluLookAt 0 -10 2 0 0 2 0 0 1; glPushMatrix;"
+    " glLightfv L0 SPOT_DIRECTION 0 0 -1; glLightfv L0 POSITION 0 -1 0 0;"
+    // The rate, at the window's corner.
+    " glPushAttrib 6144; glMatrixMode PROJECTION; glPushMatrix; glLoadIdentity; glMatrixMode MODELVIEW;"
+    " glPushMatrix; glLoadIdentity; glDepthRange 0 0; glViewport 9 9 2 2; glRasterPos4f 0 0 0 1;"
+    " glPopMatrix; glMatrixMode PROJECTION; glPopMatrix; glPopAttrib;"
+    " glPushAttrib 131072; glListBase 468; glCallLists \"50.000000\"; glPopAttrib; ";
+
+// The sprite at distance 10 is cut out, the one at distance 6 added.
+const std::string afterObjects =
+    " glGetFloatv MODELVIEW_MATRIX; glEnable TEXTURE_2D; glDisable LIGHTING; glIsEnabled ALPHA_TEST;"
+    " glIsEnabled BLEND; glEnable ALPHA_TEST; glAlphaFunc 516 0; glBindTexture TEXTURE_2D 40; glBegin 7;"
+    " glTexCoord2f 0 0; glVertex3f -2 0 2; glTexCoord2f 1 0; glVertex3f 2 0 2;"
+    " glTexCoord2f 1 1; glVertex3f 2 0 6; glTexCoord2f 0 1; glVertex3f -2 0 6; glEnd;"
+    " glIsEnabled BLEND; glIsEnabled ALPHA_TEST; glDisable ALPHA_TEST; glEnable BLEND; glBlendFunc 770 1;"
+    " glBegin 7; glTexCoord2f 0 0; glVertex3f -1 -4 2; glTexCoord2f 1 0; glVertex3f 1 -4 2;"
+    " glTexCoord2f 1 1; glVertex3f 1 -4 4; glTexCoord2f 0 1; glVertex3f -1 -4 4; glEnd;"
+    " glIsEnabled BLEND; glDisable BLEND; glIsEnabled ALPHA_TEST; glDisable TEXTURE_2D; glEnable LIGHTING;"
+    " glPopMatrix; glPopMatrix;";
+
 TEST_F(GlTraceTest, FrameOfVertexArrays) {
     BuildSmallScene();
-    const Object& textured = scene.objects[1];
-    const Object& plain = scene.objects[2];
-    Calls expected = FrameBeforeObjects();
-    Append(expected, Calls{Call("glEnableClientState", GL_VERTEX_ARRAY),
-                           Call("glEnableClientState", GL_NORMAL_ARRAY),
-                           Call("glEnableClientState", GL_COLOR_ARRAY),
-                           Call("glEnableClientState", GL_TEXTURE_COORD_ARRAY),
-                           Call("glIsEnabled", GL_TEXTURE_2D),
-                           Call("glEnable", GL_TEXTURE_2D),
-                           Call("glBindTexture", GL_TEXTURE_2D, 40),
-                           Call("glVertexPointer", 3, GL_FLOAT, 0, textured.vertices.get()),
-                           Call("glTexCoordPointer", 3, GL_FLOAT, 0, textured.texVertices.get()),
-                           Call("glNormalPointer", GL_FLOAT, 0, textured.normals.get()),
-                           Call("glColorPointer", 3, GL_FLOAT, 0, textured.colours.get()),
-                           Call("glDrawElements", GL_TRIANGLES, 3, GL_UNSIGNED_INT, textured.faces.get()),
-                           Call("glDisableClientState", GL_TEXTURE_COORD_ARRAY),
-                           Call("glIsEnabled", GL_TEXTURE_2D),
-                           Call("glDisable", GL_TEXTURE_2D),
-                           Call("glVertexPointer", 3, GL_FLOAT, 0, plain.vertices.get()),
-                           Call("glNormalPointer", GL_FLOAT, 0, plain.normals.get()),
-                           Call("glColorPointer", 3, GL_FLOAT, 0, plain.colours.get()),
-                           Call("glDrawElements", GL_TRIANGLES, 4, GL_UNSIGNED_INT, plain.faces.get()),
-                           Call("glDisableClientState", GL_VERTEX_ARRAY),
-                           Call("glDisableClientState", GL_NORMAL_ARRAY),
-                           Call("glDisableClientState", GL_COLOR_ARRAY)});
-    Append(expected, FrameAfterObjects());
     GlRecorder recorder;
     Draw(false);
-    EXPECT_EQ(recorder.calls, expected);
+    EXPECT_EQ(
+        recorder.calls,
+        Calls(beforeObjects +
+              "glEnableClientState VERTICES; glEnableClientState NORMALS; glEnableClientState COLOURS;"
+              " glEnableClientState TEX_VERTICES; glIsEnabled TEXTURE_2D; glEnable TEXTURE_2D;"
+              " glBindTexture TEXTURE_2D 40; glVertexPointer 3 FLOAT 0 v1; glTexCoordPointer 3 FLOAT 0 t1;"
+              " glNormalPointer FLOAT 0 n1; glColorPointer 3 FLOAT 0 c1; glDrawElements 4 3 5125 f1;"
+              " glDisableClientState TEX_VERTICES; glIsEnabled TEXTURE_2D; glDisable TEXTURE_2D;"
+              " glVertexPointer 3 FLOAT 0 v2; glNormalPointer FLOAT 0 n2; glColorPointer 3 FLOAT 0 c2;"
+              " glDrawElements 4 4 5125 f2; glDisableClientState VERTICES;"
+              " glDisableClientState NORMALS; glDisableClientState COLOURS;" +
+              afterObjects));
 }
 
 TEST_F(GlTraceTest, FrameByCorners) {
     BuildSmallScene();
-    Calls expected = FrameBeforeObjects();
-    Append(expected, Calls{Call("glIsEnabled", GL_TEXTURE_2D), Call("glEnable", GL_TEXTURE_2D),
-                           Call("glBindTexture", GL_TEXTURE_2D, 40), Call("glBegin", GL_TRIANGLES)});
-    const float corners[3][2] = {{0, 0}, {1, 0}, {1, 1}};
-    for (const auto& [s, t] : corners) {
-        Append(expected, Calls{Call("glTexCoord3f", s, t, 0), Call("glColor3f", 1, 1, 1),
-                               Call("glNormal3f", 0, -1, 0), Call("glVertex3f", 2 * s - 1, 0, 2 * t - 1)});
-    }
-    Append(expected, Calls{Call("glEnd"), Call("glIsEnabled", GL_TEXTURE_2D),
-                           Call("glDisable", GL_TEXTURE_2D), Call("glBegin", GL_TRIANGLES)});
-    for (const auto& [s, t] : corners) {
-        Append(expected, Calls{Call("glColor3f", 1, 1, 1), Call("glNormal3f", 0, -1, 0),
-                               Call("glVertex3f", 4 * s - 2, 1, 4 * t - 2)});
-    }
-    Append(expected, Calls{Call("glEnd")});
-    Append(expected, FrameAfterObjects());
     GlRecorder recorder;
     Draw(true);
-    EXPECT_EQ(recorder.calls, expected);
+    const std::string same = " glColor3f 1 1 1; glNormal3f 0 -1 0; glVertex3f ";
+    EXPECT_EQ(recorder.calls,
+              Calls(beforeObjects +
+                    "glIsEnabled TEXTURE_2D; glEnable TEXTURE_2D; glBindTexture TEXTURE_2D 40; glBegin 4;"
+                    " glTexCoord3f 0 0 0;" +
+                    same + "-1 0 -1; glTexCoord3f 1 0 0;" + same + "1 0 -1; glTexCoord3f 1 1 0;" + same +
+                    "1 0 1; glEnd;"
+                    " glIsEnabled TEXTURE_2D; glDisable TEXTURE_2D; glBegin 4;" +
+                    same + "-2 1 -2;" + same + "2 1 -2;" + same + "2 1 2; glEnd;" + afterObjects));
 }
 
 // The one point on which the paths differ: a texture without coordinates.
@@ -167,13 +145,12 @@ TEST_F(GlTraceTest, TextureWithoutCoordinates) {
 TEST_F(GlTraceTest, StartOfTheContext) {
     GlRecorder recorder;
     InitGlState();
-    EXPECT_EQ(recorder.calls,
-              (Calls{Call("glShadeModel", 0x1D01), Call("glPolygonMode", 0x0404, 0x1B02),
-                     Call("glEnable", 0x0B44), Call("glEnable", 0x0B71), Call("glDepthFunc", 0x0201),
-                     Call("glEnable", 0x0B57), Call("glEnable", 0x0DE1), Call("glEnable", 0x0B50),
-                     Call("glClearColor", 0.2f, 0.2f, 1, 1), Call("glPixelStorei", 0x0CF5, 1),
-                     Call("glTexParameterf", GL_TEXTURE_2D, 0x2800, 9728.0f),
-                     Call("glTexParameterf", GL_TEXTURE_2D, 0x2801, 9728.0f), Call("glPointSize", 10)}));
+    EXPECT_EQ(
+        recorder.calls,
+        Calls("glShadeModel 7425; glPolygonMode 1028 6914; glEnable 2884; glEnable 2929;"
+              " glDepthFunc 513; glEnable 2903; glEnable TEXTURE_2D; glEnable LIGHTING;"
+              " glClearColor 0.2 0.2 1 1; glPixelStorei 3317 1; glTexParameterf TEXTURE_2D 10240 9728;"
+              " glTexParameterf TEXTURE_2D 10241 9728; glPointSize 10;"));
 }
 
 TEST_F(GlTraceTest, ReportIsInTheLog) {
@@ -207,19 +184,13 @@ TEST_F(GlTraceTest, LightTakesTheFirstFreeOneAndUploadsItself) {
     light.SetAmbient(colour);
     light.SetQuadraticAttenuation(2.0f);
     light.Deactivate();
-    const GLenum held = GL_LIGHT0 + 1;
-    EXPECT_EQ(
-        recorder.calls,
-        (Calls{Call("glGetIntegerv", GL_MAX_LIGHTS), Call("glIsEnabled", GL_LIGHT0),
-               Call("glIsEnabled", held), Call("glEnable", held), LightCall(held, GL_AMBIENT, {0, 0, 0, 1}),
-               LightCall(held, GL_DIFFUSE, {1, 1, 1, 1}), LightCall(held, GL_SPECULAR, {1, 1, 1, 1}),
-               LightCall(held, GL_POSITION, {0, 0, 1, 0}), LightCall(held, GL_SPOT_CUTOFF, {180}),
-               LightCall(held, GL_SPOT_DIRECTION, {0, 0, -1}), LightCall(held, GL_SPOT_EXPONENT, {3}),
-               LightCall(held, GL_CONSTANT_ATTENUATION, {1}), LightCall(held, GL_LINEAR_ATTENUATION, {0}),
-               LightCall(held, GL_QUADRATIC_ATTENUATION, {0}),
-               LightCall(held, GL_AMBIENT, {0.25f, 0.5f, 0.75f, 0.125f}),
-               LightCall(held, GL_QUADRATIC_ATTENUATION, {2}), Call("glDisable", held)}));
+    EXPECT_EQ(recorder.calls,
+              Calls("glGetIntegerv 3377; glIsEnabled L0; glIsEnabled L1; glEnable L1;"
+                    " glLightfv L1 AMBIENT 0 0 0 1; glLightfv L1 4609 1 1 1 1; glLightfv L1 4610 1 1 1 1;"
+                    " glLightfv L1 POSITION 0 0 1 0; glLightfv L1 4614 180;"
+                    " glLightfv L1 SPOT_DIRECTION 0 0 -1; glLightfv L1 4613 3; glLightfv L1 4615 1;"
+                    " glLightfv L1 4616 0; glLightfv L1 QUADRATIC 0;"
+                    " glLightfv L1 AMBIENT 0.25 0.5 0.75 0.125; glLightfv L1 QUADRATIC 2; glDisable L1;"));
     EXPECT_EQ(light.glLight, -1);
     EXPECT_EQ(light.ambient[2], 0.75f);
-    EXPECT_EQ(light.quadraticAttenuation, 2.0f);
 }
