@@ -23,17 +23,17 @@ namespace {
 
 /// All fonts of the process.
 struct Fonts {
-    FT_Library library = nullptr;
+    FT_Library freetype = nullptr;
     std::vector<std::unique_ptr<PlatformFont>> all;
     PlatformFont none;  ///< what a device context has before the first selection
 
     Fonts() {
-        if (FT_Init_FreeType(&library) != 0) {
-            library = nullptr;
+        if (FT_Init_FreeType(&freetype) != 0) {
+            freetype = nullptr;
         }
     }
     ~Fonts() {
-        FT_Done_FreeType(library);  // and the faces with it
+        FT_Done_FreeType(freetype);  // and the faces with it
     }
     Fonts(const Fonts&) = delete;
     Fonts& operator=(const Fonts&) = delete;
@@ -95,7 +95,7 @@ HFONT CreateFontA(int height, int /*width*/, int /*escapement*/, int /*orientati
     if (file.path.empty()) return nullptr;
     auto font = std::make_unique<PlatformFont>();
     font->embolden = file.embolden;
-    if (FT_New_Face(fonts.library, file.path.c_str(), file.index, &font->face) != 0) return nullptr;
+    if (FT_New_Face(fonts.freetype, file.path.c_str(), file.index, &font->face) != 0) return nullptr;
     if (FT_Set_Pixel_Sizes(font->face, 0, static_cast<FT_UInt>(pixelSize)) != 0) {
         FT_Select_Size(font->face, 0);  // a font of fixed sizes: better a wrong one than none
     }
