@@ -97,6 +97,7 @@ TEST(Geometry, PlanesNarrowTheSpanOfARay) {
     EXPECT_EQ(in, 0);
     EXPECT_EQ(out, 0);
     EXPECT_FALSE(origin.ClipRayToPlanes(xAxis, from1, above, tIn, tOut, in, out));
+    tIn = 0.0f;
     tOut = 0.5f;
     EXPECT_FALSE(origin.ClipRayToPlanes(xAxis, beside, from1, tIn, tOut, in, out)) << "entered too late";
     tIn = 4.0f;

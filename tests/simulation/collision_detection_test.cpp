@@ -105,19 +105,6 @@ TEST(CollisionDetection, BoundOfTheObstacleMixesUnits) {
     EXPECT_GT(sphere.Sweep(ground, Vector(0, 0, -1)), 0.0f);
 }
 
-TEST(CollisionDetection, DegenerateFaces) {
-    Sphere sphere(Vector(0, 0, 1.5f));
-    Object object;
-    MakeMesh(object, {{-5, 0, 0}, {-5, 0, 0}, {5, 0, 0}});
-    EXPECT_EQ(sphere.Sweep(object, Vector(0, 0, -1)), -1.0f);
-    // A line of three corners has no plane, only edges.
-    MakeMesh(object, {{-5, 0.25f, 0}, {0, 0.25f, 0}, {5, 0.25f, 0}});
-    EXPECT_NEAR(sphere.Sweep(object, Vector(0, 0, -1)), 1.5f - std::sqrt(1.0f - 0.0625f), 1e-5f);
-    object.ResizeFaces(0);
-    object.ResizeVertices(0);
-    EXPECT_EQ(sphere.Sweep(object, Vector(0, 0, -1)), -1.0f);
-}
-
 TEST(CollisionDetection, BodiesStopEachOtherTwoUnitsApart) {
     // 10 world units apart are 5.0, and the other one's wall stands 1.0 before its axis.
     const struct {

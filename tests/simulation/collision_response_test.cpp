@@ -81,11 +81,12 @@ TEST(CollisionResponse, FrictionActsOncePerMoveWithAContact) {
     BodyWorld world;
     AddFloor(world.scene);
     Physics& physics = *world.scene.objects[world.body].physics;
+    physics.friction = 0.25f;
     physics.velocity = Vector(1, 0, 0);
     world.Move(high, fall);
     ExpectNear(physics.velocity, Vector(1, 0, 0));
     world.Move(aboveFloor, fall);
-    ExpectNear(physics.velocity, Vector(0.5f, 0, 0));
+    ExpectNear(physics.velocity, Vector(0.75f, 0, 0));
 }
 
 TEST(CollisionResponse, SixteenthContactInARowSendsTheBodyToItsSafePosition) {
@@ -102,23 +103,6 @@ TEST(CollisionResponse, SixteenthContactInARowSendsTheBodyToItsSafePosition) {
     EXPECT_EQ(collider.recursionDepth, 0);
     EXPECT_EQ(collider.airborne, 0);
     EXPECT_EQ(world.logged.Rescues(), 1);
-}
-
-TEST(CollisionResponse, BodyPushedIntoANarrowGapEndsAtItsSafePosition) {
-    // Two walls that lean together along y = 0: a body pressed between them has no way out along either.
-    BodyWorld world;
-    for (const float side : {-1.0f, 1.0f}) {
-        const Vector middle(-50, 10 * side, 0);
-        AddRectangle(world.scene, middle, middle * -side, Vector(0, 0, 100));
-    }
-    Vector position(-20, 0, 0);
-    for (int moves = 0; world.logged.Rescues() == 0 && moves < 200; moves++) {
-        position = world.Move(position, Vector(1, 0.1f, -0.2f));
-        ASSERT_LT(position.x, 0.0f);
-    }
-    EXPECT_EQ(world.logged.Rescues(), 1);
-    const Collider& collider = world.BodyCollider();
-    ExpectNear(position / collider.radii, collider.safePosition + Vector(0, 0, 0.01f));
 }
 
 TEST(CollisionResponse, BodiesLeaningOnEachOtherCountContactsOn) {

@@ -83,6 +83,7 @@ TEST(WorldStep, ParentCarriesItsMembers) {
     Family family;
     AddWall(family.scene, 2.0f);
     family.Member().MakeCollider();
+    family.Member().SetVertex(Vector(9, 9, 9), family.Member().spareVertex);  // of no account
     family.Parent().transform.Rotate(quarterTurn, 0, 0, 1);
     family.Parent().transform.Translate(0, 0, 3);
     family.scene.StepWorld();
