@@ -5,9 +5,13 @@
 #include <cstdlib>
 #include <new>
 
-// The benchmark's own operator new: it counts, so that a frame that allocates shows.
+namespace {
 
-static std::int64_t count = 0;
+std::int64_t count = 0;
+
+}  // namespace
+
+// The benchmark's own operator new: it counts, so that a frame that allocates shows.
 
 std::int64_t AllocationCount() {
     return count;

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "allocations.h"
-#include "app/engine.h"
+#include "engine/engine.h"
 #include "paired_times.h"
 #include "render/gl_state.h"
 #include "scene/scene.h"

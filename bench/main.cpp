@@ -19,10 +19,14 @@ int main(int argumentCount, char** arguments) {
     all.insert(all.begin() + 1, {repetitions, interleaving, shortRuns});  // the user's come later and win
     int count = static_cast<int>(all.size());
     benchmark::Initialize(&count, all.data());
-    if (benchmark::ReportUnrecognizedArguments(count, all.data())) return 2;
+    if (benchmark::ReportUnrecognizedArguments(count, all.data())) {
+        return 2;
+    }
 
     std::unique_ptr<VirtualDisplay> display;
-    if (std::getenv("DISPLAY") == nullptr) display = std::make_unique<VirtualDisplay>();
+    if (std::getenv("DISPLAY") == nullptr) {
+        display = std::make_unique<VirtualDisplay>();
+    }
     TemporaryFolder folder;
     ResultCollector results;
     benchmark::RunSpecifiedBenchmarks(&results);

@@ -22,7 +22,9 @@ void PrintTime(double nanoseconds) {
 
 void ResultCollector::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
-        if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
+        if (run.run_type != Run::RT_Iteration || run.error_occurred) {
+            continue;
+        }
         const std::string name = run.run_name.function_name;
         const std::size_t slash = name.find('/');
         const std::string size = slash == std::string::npos ? run.run_name.args : name.substr(slash + 1);

@@ -31,7 +31,9 @@ void Step(benchmark::State& state, Scene& scene, std::int64_t bodies,
 template <typename Action>
 void ForEachBody(Scene& scene, Action action) {
     for (std::int32_t i = 0; i < scene.objectCount; i++) {
-        if (scene.objects[i].physics != nullptr) action(*scene.objects[i].physics);
+        if (scene.objects[i].physics != nullptr) {
+            action(*scene.objects[i].physics);
+        }
     }
 }
 
@@ -48,7 +50,9 @@ void Walk(Scene& scene, std::int64_t frame) {
 
 /// Up into the air, and down again by gravity in some forty frames.
 void Jump(Scene& scene, std::int64_t frame) {
-    if (frame % 40 == 0) ForEachBody(scene, [](Physics& physics) { physics.velocity.z = 2.0f; });
+    if (frame % 40 == 0) {
+        ForEachBody(scene, [](Physics& physics) { physics.velocity.z = 2.0f; });
+    }
 }
 
 /// No gravity and high up: nothing but the bound of each object is met.

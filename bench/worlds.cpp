@@ -70,7 +70,9 @@ SceneFiles WriteBoxes(std::int64_t objects, const BoxKind& kind) {
             AddMarkers(boxes.back(), {x + 0.5f, 0.5f, 0.5f});
             // In the scene equal names are told apart by numbers from 1 up.
             const std::string unique = kind.equalNames && i == 0 ? "Box" : "Box" + std::to_string(i);
-            if (kind.blocks) attributes += AttributeBlock(unique, {filler, "*PHYSICS 1 0.5 0.5"});
+            if (kind.blocks) {
+                attributes += AttributeBlock(unique, {filler, "*PHYSICS 1 0.5 0.5"});
+            }
         }
         return boxes;
     });

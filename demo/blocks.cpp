@@ -61,12 +61,24 @@ SceneObject MakeBlock(const std::string& name, Float3 low, Float3 high, float ce
     const Float3 z{0.0f, 0.0f, high.z - low.z};
     SceneObject block;
     block.name = name;
-    if (sides & top) Append(block, Face(low + z, x, y, cell));
-    if (sides & bottom) Append(block, Face(low + y, x, y * -1.0f, cell));
-    if (sides & south) Append(block, Face(low, x, z, cell));
-    if (sides & north) Append(block, Face(low + x + y, x * -1.0f, z, cell));
-    if (sides & east) Append(block, Face(low + x, y, z, cell));
-    if (sides & west) Append(block, Face(low + y, y * -1.0f, z, cell));
+    if (sides & top) {
+        Append(block, Face(low + z, x, y, cell));
+    }
+    if (sides & bottom) {
+        Append(block, Face(low + y, x, y * -1.0f, cell));
+    }
+    if (sides & south) {
+        Append(block, Face(low, x, z, cell));
+    }
+    if (sides & north) {
+        Append(block, Face(low + x + y, x * -1.0f, z, cell));
+    }
+    if (sides & east) {
+        Append(block, Face(low + x, y, z, cell));
+    }
+    if (sides & west) {
+        Append(block, Face(low + y, y * -1.0f, z, cell));
+    }
     return block;
 }
 
@@ -74,7 +86,9 @@ SceneObject MakeLeanTo(const std::string& name, Float3 low, Float3 high, float t
                        float cell) {
     SceneObject slab = MakeBlock(name, low, {high.x, high.y, low.z + 1.0f}, cell, allSides & ~west);
     for (Float3& vertex : slab.vertices) {
-        if (vertex.z == low.z) continue;
+        if (vertex.z == low.z) {
+            continue;
+        }
         vertex.z = topAtLow + (topAtHigh - topAtLow) * (vertex.x - low.x) / (high.x - low.x);
     }
     return slab;

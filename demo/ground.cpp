@@ -42,7 +42,9 @@ float GroundHeight(float x, float y) {
     float height = 0.0f;
     for (const Mound& mound : mounds) {
         const float distance = std::hypot(x - mound.x, y - mound.y) / mound.radius;
-        if (distance >= 1.0f) continue;
+        if (distance >= 1.0f) {
+            continue;
+        }
         const float bell = 1.0f - distance * distance;
         height += mound.height * bell * bell;
     }

@@ -28,7 +28,9 @@ struct Ray {
 std::vector<Occluder> FindOccluders(const World& world) {
     std::vector<Occluder> occluders;
     for (const WorldObject& object : world.objects) {
-        if (object.role != Role::Fixed) continue;
+        if (object.role != Role::Fixed) {
+            continue;
+        }
         Occluder occluder{&object.mesh, {}, 0.0f};
         for (const Float3 vertex : object.mesh.vertices) {
             occluder.centre =
@@ -45,7 +47,9 @@ std::vector<Occluder> FindOccluders(const World& world) {
 bool MayHit(const Ray& ray, const Occluder& occluder) {
     const Float3 towards = occluder.centre - ray.start;
     const float along = Dot(towards, ray.direction);
-    if (along < -occluder.radius || along > ray.length + occluder.radius) return false;
+    if (along < -occluder.radius || along > ray.length + occluder.radius) {
+        return false;
+    }
     return Dot(towards, towards) - along * along <= occluder.radius * occluder.radius;
 }
 
@@ -55,23 +59,33 @@ bool HitsTriangle(const Ray& ray, Float3 a, Float3 b, Float3 c) {
     const Float3 edge2 = c - a;
     const Float3 p = Cross(ray.direction, edge2);
     const float determinant = Dot(edge1, p);
-    if (std::fabs(determinant) < 1e-9f) return false;
+    if (std::fabs(determinant) < 1e-9f) {
+        return false;
+    }
     const Float3 fromA = ray.start - a;
     const float u = Dot(fromA, p) / determinant;
-    if (u < 0.0f || u > 1.0f) return false;
+    if (u < 0.0f || u > 1.0f) {
+        return false;
+    }
     const Float3 q = Cross(fromA, edge1);
     const float v = Dot(ray.direction, q) / determinant;
-    if (v < 0.0f || u + v > 1.0f) return false;
+    if (v < 0.0f || u + v > 1.0f) {
+        return false;
+    }
     const float distance = Dot(edge2, q) / determinant;
     return distance > 0.0f && distance < ray.length;
 }
 
 bool IsBlocked(const Ray& ray, const std::vector<Occluder>& occluders) {
     for (const Occluder& occluder : occluders) {
-        if (!MayHit(ray, occluder)) continue;
+        if (!MayHit(ray, occluder)) {
+            continue;
+        }
         for (const Int3 face : occluder.mesh->faces) {
             const std::vector<Float3>& vertices = occluder.mesh->vertices;
-            if (HitsTriangle(ray, vertices[face.a], vertices[face.b], vertices[face.c])) return true;
+            if (HitsTriangle(ray, vertices[face.a], vertices[face.b], vertices[face.c])) {
+                return true;
+            }
         }
     }
     return false;
@@ -113,7 +127,9 @@ float SunShare(Float3 start, const std::vector<Occluder>& occluders) {
     float share = 0.0f;
     for (const Float3 offset : offsets) {
         const Float3 direction = Normalised(Normalised(Colour(Sun().position)) + offset);
-        if (!IsBlocked({start, direction, farAway}, occluders)) share += 1.0f / offsets.size();
+        if (!IsBlocked({start, direction, farAway}, occluders)) {
+            share += 1.0f / offsets.size();
+        }
     }
     return share;
 }
@@ -122,7 +138,9 @@ float SkyShare(Float3 start, Float3 normal, const std::vector<Occluder>& occlude
     const std::array<Float3, 16> directions = DirectionsAbout(normal);
     float share = 0.0f;
     for (const Float3 direction : directions) {
-        if (!IsBlocked({start, direction, neighbourhood}, occluders)) share += 1.0f / directions.size();
+        if (!IsBlocked({start, direction, neighbourhood}, occluders)) {
+            share += 1.0f / directions.size();
+        }
     }
     return share;
 }
@@ -136,7 +154,9 @@ Float3 Shade(Float3 vertex, Float3 normal, const std::vector<Occluder>& occluder
     const Float3 opposite = Falling(Sky(), normal);
     const Float3 below = Falling(Ground(), normal);
     Float3 wanted = ambient * (0.3f + 0.7f * sky) + (opposite + below * 0.5f) * sky;
-    if (Dot(direct, direct) > 0.0f) wanted = wanted + direct * SunShare(start, occluders);
+    if (Dot(direct, direct) > 0.0f) {
+        wanted = wanted + direct * SunShare(start, occluders);
+    }
     const Float3 share = wanted / (ambient + direct + opposite + below);
     return {std::min(share.x, 1.0f), std::min(share.y, 1.0f), std::min(share.z, 1.0f)};  // rounding
 }
@@ -161,7 +181,9 @@ std::vector<Float3> VertexNormals(const SceneObject& mesh) {
 void PaintShadows(World& world) {
     const std::vector<Occluder> occluders = FindOccluders(world);
     for (WorldObject& object : world.objects) {
-        if (object.role != Role::Fixed) continue;
+        if (object.role != Role::Fixed) {
+            continue;
+        }
         SceneObject& mesh = object.mesh;
         mesh.colours.resize(mesh.vertices.size(), {1.0f, 1.0f, 1.0f});
         const std::vector<Float3> normals = VertexNormals(mesh);

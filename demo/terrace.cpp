@@ -65,7 +65,9 @@ void AddRamp(World& world) {
     SceneObject side =
         MakeBlock("RampSide", {west, foot, 0.0f}, {eastWall, terraceSouth, 1.0f}, 2.4f, Side::west);
     for (Float3& vertex : side.vertices) {
-        if (vertex.z > 0.0f) vertex.z = terraceHeight * (vertex.y - foot) / (terraceSouth - foot);
+        if (vertex.z > 0.0f) {
+            vertex.z = terraceHeight * (vertex.y - foot) / (terraceSouth - foot);
+        }
     }
     // At its foot the last cell has become a triangle.
     std::erase_if(side.faces, [&side](Int3 face) {

@@ -95,7 +95,9 @@ Image Brick() {
     return PaintColours(size, [](int x, int y) {
         const Stone brick = StoneAt(x, y, size, 4, 8);
         const float grain = CloudsAt(x, y, size, 48, 3);
-        if (brick.border < 2.0f) return Float3{0.6f, 0.56f, 0.5f} * (0.85f + 0.2f * grain);
+        if (brick.border < 2.0f) {
+            return Float3{0.6f, 0.56f, 0.5f} * (0.85f + 0.2f * grain);
+        }
         const float tone = Random(brick.column, brick.row, 4);
         const Float3 colour = Mixed({0.52f, 0.27f, 0.2f}, {0.66f, 0.38f, 0.27f}, tone);
         const float edge = brick.border < 4.0f ? 0.92f : 1.0f;
@@ -109,7 +111,9 @@ Image Ashlar() {
     return PaintGreys(size, [](int x, int y) {
         const Stone block = StoneAt(x, y, size, 2, 4);
         const float grain = 0.86f + 0.24f * CloudsAt(x, y, size, 24, 5);
-        if (block.border < 2.0f) return 0.56f * grain;
+        if (block.border < 2.0f) {
+            return 0.56f * grain;
+        }
         const float tone = 0.74f + 0.12f * Random(block.column, block.row, 6);
         return (block.border < 4.0f ? 0.93f : 1.0f) * tone * grain;
     });
@@ -184,11 +188,21 @@ Image CrateSide() {
         const Float3 plank{planks.At(x, y, 0) / 255.0f, planks.At(x, y, 1) / 255.0f,
                            planks.At(x, y, 2) / 255.0f};
         const float grain = 0.85f + 0.3f * CloudsAt(x, y, size, 16, 23);
-        if (border < 3) return Float3{0.4f, 0.28f, 0.16f} * grain;
-        if (border < 16) return Float3{0.68f, 0.5f, 0.31f} * grain;
-        if (border < 19) return plank * 0.55f;
-        if (fromDiagonal < 11) return Float3{0.64f, 0.47f, 0.28f} * grain;
-        if (fromDiagonal < 14) return plank * 0.6f;
+        if (border < 3) {
+            return Float3{0.4f, 0.28f, 0.16f} * grain;
+        }
+        if (border < 16) {
+            return Float3{0.68f, 0.5f, 0.31f} * grain;
+        }
+        if (border < 19) {
+            return plank * 0.55f;
+        }
+        if (fromDiagonal < 11) {
+            return Float3{0.64f, 0.47f, 0.28f} * grain;
+        }
+        if (fromDiagonal < 14) {
+            return plank * 0.6f;
+        }
         return plank * 0.9f;
     });
 }
@@ -214,7 +228,9 @@ Image RoofTiles() {
 Image Stripes() {
     constexpr int size = 64;
     return PaintGreys(size, [](int x, int y) {
-        if (y < 5 || y > size - 6) return 0.95f;
+        if (y < 5 || y > size - 6) {
+            return 0.95f;
+        }
         return x / (size / 8) % 2 == 0 ? 1.0f : 0.55f;
     });
 }
@@ -233,7 +249,9 @@ Image Leaf() {
             const float foliage = CloudsAt(x, y, size, 8, 41);
             Float3 colour = Mixed({0.2f, 0.33f, 0.1f}, {0.55f, 0.62f, 0.2f}, foliage);
             const float vein = std::fabs(std::sin((along - std::fabs(across) * 0.7f) * 22.0f));
-            if (inside) colour = colour * (vein < 0.2f || std::fabs(across) < 0.05f ? 1.2f : 1.0f);
+            if (inside) {
+                colour = colour * (vein < 0.2f || std::fabs(across) < 0.05f ? 1.2f : 1.0f);
+            }
             SetColour(image, x, y, colour);
             image.At(x, y, 3) = inside ? 255 : 0;
         }

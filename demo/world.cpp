@@ -54,7 +54,9 @@ void WriteWorld(const World& world, const std::string& folder) {
     std::string attributes = AttributeBlock("GLOBALS", LightLines());
     for (const WorldObject& object : world.objects) {
         meshes.push_back(object.mesh);
-        if (object.role != Role::Moving) AddMarkers(meshes.back(), Middle(object.mesh));
+        if (object.role != Role::Moving) {
+            AddMarkers(meshes.back(), Middle(object.mesh));
+        }
         attributes += AttributeBlock(object.mesh.name, object.attributes);
     }
     WriteSceneFile(folder + "/data/courtyard.bin", meshes);

@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "app/engine.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
 #include "scene/scene.h"
 #include "services/log.h"
 #include "services/timer.h"

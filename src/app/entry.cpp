@@ -4,8 +4,9 @@
 #include <cstdlib>
 #include <new>
 
-#include "app/engine.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
+#include "platform/display_mode.h"
 #include "platform/entry.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"

@@ -1,7 +1,9 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-#include "app/engine.h"
+#include "app/window_procedure.h"
+#include "engine/engine.h"
+#include "platform/display_mode.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
 #include "services/log.h"

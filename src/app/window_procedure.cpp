@@ -1,6 +1,8 @@
-#include "app/engine.h"
+#include "app/window_procedure.h"
+
 #include "app/entry.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
 
 namespace {
 

@@ -40,7 +40,9 @@ int CompareBackwards(std::string_view left, std::size_t leftEnd, std::string_vie
                      std::size_t rightEnd, std::size_t from, std::size_t length) {
     for (std::size_t i = from; i < length && (i < leftEnd || i < rightEnd); i++) {
         const int difference = CharacterBefore(left, leftEnd, i) - CharacterBefore(right, rightEnd, i);
-        if (difference != 0) return difference;
+        if (difference != 0) {
+            return difference;
+        }
     }
     return 0;
 }
@@ -56,7 +58,9 @@ BlockIndex::BlockIndex(const std::string& text) {
         heads.push_back({EndingBefore(text, nameEnd), brace, nameEnd});
     }
     std::ranges::sort(heads, [&text](const Head& left, const Head& right) {
-        if (left.ending != right.ending) return left.ending < right.ending;
+        if (left.ending != right.ending) {
+            return left.ending < right.ending;
+        }
         return CompareBackwards(text, left.nameEnd, text, right.nameEnd, endingLength, comparedLength) < 0;
     });
 }
@@ -83,7 +87,9 @@ bool BlockIndex::Find(const char* name, TextStream& stream) const {
     const std::uint64_t stemEnding = EndingBefore(stem, stem.size()) >> unusedBits;
     const auto compare = [&](const Head& head) {
         const std::uint64_t ending = head.ending >> unusedBits;
-        if (ending != stemEnding) return ending < stemEnding ? -1 : 1;
+        if (ending != stemEnding) {
+            return ending < stemEnding ? -1 : 1;
+        }
         return CompareBackwards(text, head.nameEnd, stem, stem.size(), endingLength, length);
     };
     const auto first = std::ranges::partition_point(heads, [&](const Head& h) { return compare(h) < 0; });

@@ -21,7 +21,9 @@ struct NewHandlerSuspended {
 /// Values that are not initialised, or null if there is no memory for them.
 template <typename Value>
 std::unique_ptr<Value[]> AllocateForImage(std::size_t count) {
-    if (count > maxImageMemory / sizeof(Value)) return nullptr;
+    if (count > maxImageMemory / sizeof(Value)) {
+        return nullptr;
+    }
     const NewHandlerSuspended suspended;
     return std::unique_ptr<Value[]>(new (std::nothrow) Value[count]);
 }

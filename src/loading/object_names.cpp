@@ -10,17 +10,21 @@ ObjectNames::ObjectNames(const Scene& scene) {
 }
 
 std::string ObjectNames::Rename(const std::string& before, const std::string& wanted) {
-    const std::string after = TakeUnique(wanted);
+    std::string after = TakeUnique(wanted);
     const auto old = bearers.find(before);
     old->second--;
-    if (old->second == 0) bearers.erase(old);
+    if (old->second == 0) {
+        bearers.erase(old);
+    }
     return after;
 }
 
 std::string ObjectNames::TakeUnique(const std::string& wanted) {
     // The one name that an object may give up is the default of new records. It ends in no digit, so the
     // numbered names behind `lastNumbers` can't be meant.
-    if (bearers.try_emplace(wanted, 1).second) return wanted;
+    if (bearers.try_emplace(wanted, 1).second) {
+        return wanted;
+    }
     std::int32_t& number = lastNumbers[wanted];
     std::string candidate;
     do {

@@ -50,7 +50,9 @@ const char* MeshFault(const RecordHead& head, const Object& object) {
 /// @return whether some were missing
 bool FillTexVertices(Object& object) {
     const std::int32_t there = object.texVertexValueCount;
-    if (there == 0 || AreIndicesBelow(object.faces.get(), object.faceValueCount, there / 3)) return false;
+    if (there == 0 || AreIndicesBelow(object.faces.get(), object.faceValueCount, there / 3)) {
+        return false;
+    }
     auto filled = std::make_unique<float[]>(static_cast<std::size_t>(object.vertexValueCount));
     std::copy_n(object.texVertices.get(), there, filled.get());
     object.texVertices = std::move(filled);
@@ -79,7 +81,9 @@ std::string CheckMarkers(Object& object) {
     std::string wrong;
     for (const auto& marker : markers) {
         // Without any vertices 0 is as good as can be.
-        if (object.HasVertex(marker.index) || marker.index == 0) continue;
+        if (object.HasVertex(marker.index) || marker.index == 0) {
+            continue;
+        }
         wrong +=
             (wrong.empty() ? "" : ", ") + std::string(marker.name) + " " + std::to_string(marker.index);
         marker.index = 0;
@@ -91,7 +95,9 @@ std::string CheckMarkers(Object& object) {
 /// folder: there its name ends, with "atr".
 std::string AttributeFileName(const std::string& path) {
     const std::size_t bin = path.find("bin");
-    if (bin != std::string::npos) return path.substr(0, bin) + "atr";
+    if (bin != std::string::npos) {
+        return path.substr(0, bin) + "atr";
+    }
     const std::size_t separator = path.find_last_of("/\\");
     const std::size_t point = path.find_last_of('.');
     const bool hasExtension =
@@ -139,7 +145,9 @@ void SceneLoad::PrepareMesh(const RecordHead& head, Object& object) const {
     object.yAxisVertex = head.yAxisVertex;
     object.zAxisVertex = head.zAxisVertex;
     const std::string wrongMarkers = CheckMarkers(object);
-    if (!wrongMarkers.empty()) Tell(object.name, "no vertices for these markers: " + wrongMarkers);
+    if (!wrongMarkers.empty()) {
+        Tell(object.name, "no vertices for these markers: " + wrongMarkers);
+    }
     object.ComputeRadius();
 }
 
@@ -182,7 +190,9 @@ bool SceneLoad::ReadRecords() {
             damage = ReadRecord(offset, id, names);
         }
     }
-    if (damage.text.empty()) return true;
+    if (damage.text.empty()) {
+        return true;
+    }
     const std::string text = path + ": " + damage.text + " (at byte " + std::to_string(damage.offset) +
                              "); this and what follows is left out";
     Log::Write(scene.log, text);

@@ -72,7 +72,9 @@ Damage FindEnd(SceneFile& file, std::int32_t keyTrackCount, std::int64_t& end) {
         }
         const std::int64_t countOffset = end;
         end += countSize + keySize * std::max(keyCount, 0);
-        if (keyCount < 0 || end > file.size) return CountDamage("key count", keyCount, countOffset);
+        if (keyCount < 0 || end > file.size) {
+            return CountDamage("key count", keyCount, countOffset);
+        }
     }
     return {};
 }
@@ -80,13 +82,17 @@ Damage FindEnd(SceneFile& file, std::int32_t keyTrackCount, std::int64_t& end) {
 /// @param end of the record, beyond which no track may run
 bool ReadKeyTrack(SceneFile& file, std::int64_t end, KeyTrack& track) {
     std::int32_t keyCount = 0;
-    if (!file.Read(&keyCount, 1) || keyCount < 0 || keySize * keyCount > end - file.position) return false;
+    if (!file.Read(&keyCount, 1) || keyCount < 0 || keySize * keyCount > end - file.position) {
+        return false;
+    }
     track.Resize(keyCount);
     float keys[256][valuesPerKey];
     std::int32_t done = 0;
     while (done < keyCount) {
         const std::int32_t count = std::min<std::int32_t>(std::size(keys), keyCount - done);
-        if (!file.Read(&keys[0][0], count * valuesPerKey)) return false;
+        if (!file.Read(&keys[0][0], count * valuesPerKey)) {
+            return false;
+        }
         for (std::int32_t i = 0; i < count; i++, done++) {
             const float* key = keys[i];
             track.keyTranslations[done] = Vector(key[0], key[1], key[2]);
@@ -115,8 +121,12 @@ void MakeArrays(const RecordHead& head, Object& object) {
     object.vertices = std::make_unique_for_overwrite<float[]>(vertexValues);
     object.colours = std::make_unique_for_overwrite<float[]>(vertexValues);
     object.faces = std::make_unique_for_overwrite<std::int32_t[]>(faceValues);
-    if (texVertexValues != 0) object.texVertices = std::make_unique_for_overwrite<float[]>(texVertexValues);
-    if (texFaceValues != 0) object.texFaces = std::make_unique_for_overwrite<std::int32_t[]>(texFaceValues);
+    if (texVertexValues != 0) {
+        object.texVertices = std::make_unique_for_overwrite<float[]>(texVertexValues);
+    }
+    if (texFaceValues != 0) {
+        object.texFaces = std::make_unique_for_overwrite<std::int32_t[]>(texFaceValues);
+    }
     object.vertexValueCount = static_cast<std::int32_t>(vertexValues);
     object.faceValueCount = static_cast<std::int32_t>(faceValues);
     object.texVertexValueCount = static_cast<std::int32_t>(texVertexValues);
@@ -148,8 +158,10 @@ Damage ReadHead(SceneFile& file, std::int64_t offset, RecordHead& head) {
     head.texTriangleCount = Int32At(bytes + texTriangleCountOffset);
     head.keyTrackCount = Int32At(bytes + keyTrackCountOffset);
     head.bodyOffset = offset + recordHeadSize;
-    const Damage damage = FindKeyTracks(file, head, offset, head.endOffset);
-    if (!damage.text.empty()) return damage;
+    Damage damage = FindKeyTracks(file, head, offset, head.endOffset);
+    if (!damage.text.empty()) {
+        return damage;
+    }
     if (head.keyTrackCount > maxKeyTrackCount) {
         return {"key track count " + std::to_string(head.keyTrackCount) + " is more than " +
                     std::to_string(maxKeyTrackCount),
@@ -167,9 +179,13 @@ bool ReadBody(SceneFile& file, const RecordHead& head, Object& object) {
         !file.Read(object.colours.get(), object.vertexValueCount)) {
         return false;
     }
-    if (head.keyTrackCount != 0) object.ResizeKeyTracks(head.keyTrackCount);
+    if (head.keyTrackCount != 0) {
+        object.ResizeKeyTracks(head.keyTrackCount);
+    }
     for (std::int32_t track = 0; track < head.keyTrackCount; track++) {
-        if (!ReadKeyTrack(file, head.endOffset, object.keyTracks[track])) return false;
+        if (!ReadKeyTrack(file, head.endOffset, object.keyTracks[track])) {
+            return false;
+        }
     }
     return true;
 }

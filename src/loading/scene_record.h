@@ -35,7 +35,9 @@ struct SceneFile {
 
     explicit SceneFile(std::FILE* newFile) : file(newFile) {
         std::setvbuf(file, nullptr, _IOFBF, std::size_t{1} << 16);
-        if (std::fseek(file, 0, SEEK_END) == 0) size = std::max(std::ftell(file), 0L);
+        if (std::fseek(file, 0, SEEK_END) == 0) {
+            size = std::max(std::ftell(file), 0L);
+        }
         std::rewind(file);
     }
     ~SceneFile() { std::fclose(file); }
@@ -44,7 +46,9 @@ struct SceneFile {
 
     std::int64_t BytesFrom(std::int64_t offset) const { return size - offset; }
     bool Seek(std::int64_t offset) {
-        if (offset == position) return true;
+        if (offset == position) {
+            return true;
+        }
         position = offset;
         return std::fseek(file, offset, SEEK_SET) == 0;
     }
@@ -56,7 +60,9 @@ struct SceneFile {
     bool Read(Value* values, std::int64_t count) {
         static_assert(sizeof(Value) == 4);
         const auto valueCount = static_cast<std::size_t>(count);
-        if (!ReadBytes(values, valueCount * sizeof(Value))) return false;
+        if (!ReadBytes(values, valueCount * sizeof(Value))) {
+            return false;
+        }
         ToHostOrder(values, valueCount);
         return true;
     }

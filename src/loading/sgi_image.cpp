@@ -28,14 +28,18 @@ constexpr std::size_t maxBytesPerPixel = 256;
 template <typename Value>
 std::unique_ptr<Value[]> AllocateOrEnd(std::size_t count) {
     auto memory = AllocateForImage<Value>(count);
-    if (memory == nullptr) EndWithoutMemory();
+    if (memory == nullptr) {
+        EndWithoutMemory();
+    }
     return memory;
 }
 
 std::unique_ptr<RgbImage> AllocateRecord() {
     const NewHandlerSuspended suspended;
     std::unique_ptr<RgbImage> image(new (std::nothrow) RgbImage);
-    if (image == nullptr) EndWithoutMemory();
+    if (image == nullptr) {
+        EndWithoutMemory();
+    }
     return image;
 }
 
@@ -43,9 +47,13 @@ std::unique_ptr<RgbImage> AllocateRecord() {
 void CopyBytes(RgbImage& image, std::uint64_t offset, void* destination, std::size_t size) {
     const std::size_t begin = std::min<std::uint64_t>(offset, image.byteCount);
     const std::size_t present = std::min(size, image.byteCount - begin);
-    if (present > 0) std::memcpy(destination, image.bytes.get() + begin, present);
+    if (present > 0) {
+        std::memcpy(destination, image.bytes.get() + begin, present);
+    }
     std::memset(static_cast<std::uint8_t*>(destination) + present, 0, size - present);
-    if (present < size) image.damaged = true;
+    if (present < size) {
+        image.damaged = true;
+    }
 }
 
 void ReadContent(RgbImage& image, std::FILE* file) {
@@ -60,7 +68,9 @@ void ReadContent(RgbImage& image, std::FILE* file) {
 void ReadTables(RgbImage& image) {
     const std::size_t entryCount = std::size_t{image.ysize} * image.zsize;
     const std::size_t tableSize = entryCount * sizeof(std::uint32_t);
-    if (2 * tableSize > maxImageMemory) EndWithoutMemory();
+    if (2 * tableSize > maxImageMemory) {
+        EndWithoutMemory();
+    }
     image.rowOffsets = AllocateOrEnd<std::uint32_t>(entryCount);
     image.rowLengths = AllocateOrEnd<std::uint32_t>(entryCount);
     CopyBytes(image, headerSize, image.rowOffsets.get(), tableSize);
@@ -79,9 +89,13 @@ std::size_t DecodeRow(const std::uint8_t* packet, const std::uint8_t* end, std::
         const bool literal = (*packet & 0x80) != 0;
         const std::size_t count = *packet++ & 0x7F;
         const auto present = static_cast<std::size_t>(end - packet);
-        if (present == 0) break;
+        if (present == 0) {
+            break;
+        }
         const std::size_t room = rowSize - filled;
-        if (count > room) fits = false;
+        if (count > room) {
+            fits = false;
+        }
         if (literal) {
             const std::size_t taken = std::min({count, present, room});
             std::copy_n(packet, taken, row + filled);
@@ -99,14 +113,18 @@ std::size_t DecodeRow(const std::uint8_t* packet, const std::uint8_t* end, std::
 }  // namespace
 
 void SwapShorts(std::uint16_t* values, std::size_t count) {
-    if constexpr (std::endian::native == std::endian::big) return;
+    if constexpr (std::endian::native == std::endian::big) {
+        return;
+    }
     for (std::size_t i = 0; i < count; i++) {
         values[i] = static_cast<std::uint16_t>(values[i] << 8 | values[i] >> 8);
     }
 }
 
 void SwapLongs(std::uint32_t* values, std::size_t count) {
-    if constexpr (std::endian::native == std::endian::big) return;
+    if constexpr (std::endian::native == std::endian::big) {
+        return;
+    }
     for (std::size_t i = 0; i < count; i++) {
         const std::uint32_t value = values[i];
         values[i] = value << 24 | (value & 0xFF00) << 8 | (value >> 8 & 0xFF00) | value >> 24;
@@ -134,7 +152,9 @@ std::unique_ptr<RgbImage> OpenRgbImage(const char* path) {
     image->xsize = fields[3];
     image->ysize = fields[4];
     image->zsize = fields[5];
-    if ((image->type & 0xFF00) == 0x100) ReadTables(*image);
+    if ((image->type & 0xFF00) == 0x100) {
+        ReadTables(*image);
+    }
     return image;
 }
 
@@ -160,7 +180,9 @@ void ReadRgbRow(RgbImage& image, std::uint8_t* row, std::int32_t y, std::int32_t
         filled = DecodeRow(packets, packets + length, row, rowSize, fits);
     }
     std::fill(row + filled, row + rowSize, std::uint8_t{0});
-    if (!fits || filled < rowSize) image.damaged = true;
+    if (!fits || filled < rowSize) {
+        image.damaged = true;
+    }
 }
 
 void ConvertGreyToRgba(const std::uint8_t* grey, std::uint8_t* rgba, std::int32_t count) {

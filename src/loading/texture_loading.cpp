@@ -33,8 +33,12 @@ void Finish(Texture& texture, const char* path) {
 void Texture::LoadTga(const char* path) {
     pixels = ReadTga(path, width, height, components);
     MakeTextureObject(*this);
-    if (components == 3) Upload(*this, 3, GL_RGB);
-    if (components == 4) Upload(*this, 4, GL_RGBA);
+    if (components == 3) {
+        Upload(*this, 3, GL_RGB);
+    }
+    if (components == 4) {
+        Upload(*this, 4, GL_RGBA);
+    }
     Finish(*this, path);
 }
 

@@ -25,8 +25,12 @@ std::unique_ptr<std::uint8_t[]> ReadPixels(std::FILE* file, std::int32_t pixelCo
                                            std::size_t pixelSize) {
     const std::size_t size = static_cast<std::size_t>(pixelCount) * pixelSize;
     auto pixels = AllocateForImage<std::uint8_t>(size);
-    if (pixels == nullptr) return nullptr;
-    if (std::fread(pixels.get(), 1, size, file) != size) return nullptr;
+    if (pixels == nullptr) {
+        return nullptr;
+    }
+    if (std::fread(pixels.get(), 1, size, file) != size) {
+        return nullptr;
+    }
     for (std::size_t i = 0; i < size; i += pixelSize) {
         std::swap(pixels[i], pixels[i + 2]);
     }
@@ -41,20 +45,28 @@ bool IsPowerOfTwo(std::int32_t size) {
 
 std::unique_ptr<std::uint8_t[]> Texture::ReadTga32(std::FILE* file, std::int32_t pixelCount) {
     auto read = ReadPixels(file, pixelCount, 4);
-    if (read != nullptr) components = 4;
+    if (read != nullptr) {
+        components = 4;
+    }
     return read;
 }
 
 std::unique_ptr<std::uint8_t[]> Texture::ReadTga24(std::FILE* file, std::int32_t pixelCount) {
     auto read = ReadPixels(file, pixelCount, 3);
-    if (read != nullptr) components = 3;
+    if (read != nullptr) {
+        components = 3;
+    }
     return read;
 }
 
 std::unique_ptr<std::uint8_t[]> Texture::ReadTgaPixels(std::FILE* file, std::int32_t pixelCount,
                                                        std::int32_t depth) {
-    if (depth == 32) return ReadTga32(file, pixelCount);
-    if (depth == 24) return ReadTga24(file, pixelCount);
+    if (depth == 32) {
+        return ReadTga32(file, pixelCount);
+    }
+    if (depth == 24) {
+        return ReadTga24(file, pixelCount);
+    }
     return nullptr;
 }
 
@@ -62,7 +74,9 @@ std::unique_ptr<std::uint8_t[]> Texture::ReadTga(const char* path, std::int32_t&
                                                  std::int32_t& imageHeight, std::int32_t& imageComponents) {
     // Opened for update though nothing is written: a file without write permission is refused.
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenFile(path, "r+bt"), &std::fclose);
-    if (file == nullptr) return Refuse("Nelze otevřít soubor s TGA texturou"_1250);
+    if (file == nullptr) {
+        return Refuse("Nelze otevřít soubor s TGA texturou"_1250);
+    }
 
     std::uint8_t start[3] = {};
     std::uint8_t size[6] = {};
@@ -74,16 +88,22 @@ std::unique_ptr<std::uint8_t[]> Texture::ReadTga(const char* path, std::int32_t&
     const std::int32_t fileWidth = size[0] | size[1] << 8;
     const std::int32_t fileHeight = size[2] | size[3] << 8;
     const std::int32_t depth = size[4];
-    if (colourMapType != 0 || imageType != 2) return Refuse("Nesprávný typ TGA souboru"_1250);
+    if (colourMapType != 0 || imageType != 2) {
+        return Refuse("Nesprávný typ TGA souboru"_1250);
+    }
     if (!IsPowerOfTwo(fileWidth) || !IsPowerOfTwo(fileHeight)) {
         return Refuse("Špatné rozměry TGA textury"_1250);
     }
-    if (depth != 32 && depth != 24) return Refuse("Špatné TGA bity"_1250);
+    if (depth != 32 && depth != 24) {
+        return Refuse("Špatné TGA bity"_1250);
+    }
 
     auto read = complete ? ReadTgaPixels(file.get(), fileWidth * fileHeight, depth) : nullptr;
     imageComponents = depth == 32 ? 4 : 3;
     imageWidth = fileWidth;
     imageHeight = fileHeight;
-    if (read == nullptr) return Refuse("Špatná TGA data"_1250);
+    if (read == nullptr) {
+        return Refuse("Špatná TGA data"_1250);
+    }
     return read;
 }

@@ -20,23 +20,33 @@ int EndHelper(Display*) {
 [[noreturn]] void FocusNewWindows(int readyPipe) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     Display* display = XOpenDisplay(nullptr);
-    if (!display) _exit(0);
+    if (display == nullptr) {
+        _exit(0);
+    }
     XSetErrorHandler(IgnoreError);
     XSetIOErrorHandler(EndHelper);
 
     const Window root = DefaultRootWindow(display);
     XWindowAttributes attributes;
-    if (!XGetWindowAttributes(display, root, &attributes)) _exit(0);
-    const bool managed = attributes.all_event_masks & SubstructureRedirectMask;
-    if (managed) _exit(0);
+    if (!XGetWindowAttributes(display, root, &attributes)) {
+        _exit(0);
+    }
+    const bool managed = (attributes.all_event_masks & SubstructureRedirectMask) != 0;
+    if (managed) {
+        _exit(0);
+    }
     XSelectInput(display, root, SubstructureNotifyMask);
     XSync(display, False);
-    if (write(readyPipe, "", 1) != 1) _exit(0);
+    if (write(readyPipe, "", 1) != 1) {
+        _exit(0);
+    }
 
     for (;;) {
         XEvent event;
         XNextEvent(display, &event);
-        if (event.type != MapNotify) continue;
+        if (event.type != MapNotify) {
+            continue;
+        }
         XSetInputFocus(display, event.xmap.window, RevertToPointerRoot, CurrentTime);
         XFlush(display);
     }
@@ -46,9 +56,13 @@ int EndHelper(Display*) {
 
 BoxFocus::BoxFocus() {
     int ready[2];
-    if (pipe(ready) != 0) return;
+    if (pipe(ready) != 0) {
+        return;
+    }
     helper = fork();
-    if (helper == 0) FocusNewWindows(ready[1]);
+    if (helper == 0) {
+        FocusNewWindows(ready[1]);
+    }
     close(ready[1]);
     char byte;
     gives = read(ready[0], &byte, 1) == 1;  // otherwise the helper has ended
@@ -56,7 +70,9 @@ BoxFocus::BoxFocus() {
 }
 
 BoxFocus::~BoxFocus() {
-    if (helper <= 0) return;
+    if (helper <= 0) {
+        return;
+    }
     kill(helper, SIGKILL);
     waitpid(helper, nullptr, 0);
 }

@@ -11,7 +11,6 @@ namespace {
 
 int displayCounter = 0;
 
-bool madeUp = false;
 bool placed = false;  // by the callers, so that the made-up position means something
 POINT madeUpPosition;
 
@@ -20,14 +19,18 @@ bool AskServer(POINT& point) {
     // SDL keeps the position until the mouse itself moves; a program may have moved the cursor as well.
     SDL_SysWMinfo info;
     SDL_VERSION(&info.version);
-    if (!TheWindow() || !SDL_GetWindowWMInfo(TheWindow()->system, &info)) return false;
-    if (info.subsystem != SDL_SYSWM_X11) return false;
+    if (TheWindow() == nullptr || !SDL_GetWindowWMInfo(TheWindow()->system, &info)) {
+        return false;
+    }
+    if (info.subsystem != SDL_SYSWM_X11) {
+        return false;
+    }
     Display* display = info.info.x11.display;
     Window root, child;
     int windowX, windowY;
     unsigned buttons;
     return XQueryPointer(display, DefaultRootWindow(display), &root, &child, &point.x, &point.y, &windowX,
-                         &windowY, &buttons);
+                         &windowY, &buttons) != 0;
 #else
     return false;
 #endif
@@ -35,13 +38,8 @@ bool AskServer(POINT& point) {
 
 }  // namespace
 
-void ChooseCursorMethod() {
-    const char* driver = SDL_GetCurrentVideoDriver();
-    SetCursorMadeUp(driver && SDL_strcmp(driver, "wayland") == 0);
-}
-
-void SetCursorMadeUp(bool newMadeUp) {
-    madeUp = newMadeUp;
+void SetCursorMadeUp(bool madeUp) {
+    SetCursorCanBeMoved(!madeUp);
     placed = false;
 }
 
@@ -53,9 +51,13 @@ void MoveCursor(int x, int y) {
 int ShowCursor(BOOL show) {
     displayCounter += show ? 1 : -1;
     const bool visible = displayCounter >= 0;
-    if (!VideoRuns()) return displayCounter;
+    if (!VideoRuns()) {
+        return displayCounter;
+    }
     SDL_ShowCursor(visible ? SDL_ENABLE : SDL_DISABLE);
-    if (visible) SDL_SetRelativeMouseMode(SDL_FALSE);
+    if (visible) {
+        SDL_SetRelativeMouseMode(SDL_FALSE);
+    }
     return displayCounter;
 }
 
@@ -64,8 +66,10 @@ BOOL ClipCursor(const RECT*) {
 }
 
 BOOL GetCursorPos(POINT* point) {
-    if (!VideoRuns()) return FALSE;
-    if (madeUp && placed) {
+    if (!VideoRuns()) {
+        return FALSE;
+    }
+    if (!CursorCanBeMoved() && placed) {
         *point = madeUpPosition;
     } else if (!AskServer(*point)) {
         SDL_GetGlobalMouseState(&point->x, &point->y);
@@ -74,10 +78,16 @@ BOOL GetCursorPos(POINT* point) {
 }
 
 BOOL SetCursorPos(int x, int y) {
-    if (!VideoRuns()) return FALSE;
-    if (!madeUp) return SDL_WarpMouseGlobal(x, y) == 0;
+    if (!VideoRuns()) {
+        return FALSE;
+    }
+    if (CursorCanBeMoved()) {
+        return SDL_WarpMouseGlobal(x, y) == 0 ? TRUE : FALSE;
+    }
     placed = true;
     madeUpPosition = {x, y};
-    if (!SDL_GetRelativeMouseMode()) SDL_SetRelativeMouseMode(SDL_TRUE);
+    if (!SDL_GetRelativeMouseMode()) {
+        SDL_SetRelativeMouseMode(SDL_TRUE);
+    }
     return TRUE;
 }

@@ -20,14 +20,24 @@ bool KnowsDepth(DWORD bits) {
 }
 
 bool FindMode(const DEVMODEA& wanted, SDL_DisplayMode& found) {
-    if ((wanted.dmFields & DM_BITSPERPEL) && !KnowsDepth(wanted.dmBitsPerPel)) return false;
-    if (!StartVideo()) return false;
+    if ((wanted.dmFields & DM_BITSPERPEL) && !KnowsDepth(wanted.dmBitsPerPel)) {
+        return false;
+    }
+    if (!StartVideo()) {
+        return false;
+    }
     const int count = SDL_GetNumDisplayModes(display);
     for (int i = 0; i < count; i++) {
         SDL_DisplayMode mode;
-        if (SDL_GetDisplayMode(display, i, &mode) != 0) continue;
-        if (static_cast<DWORD>(mode.w) != wanted.dmPelsWidth) continue;
-        if (static_cast<DWORD>(mode.h) != wanted.dmPelsHeight) continue;
+        if (SDL_GetDisplayMode(display, i, &mode) != 0) {
+            continue;
+        }
+        if (static_cast<DWORD>(mode.w) != wanted.dmPelsWidth) {
+            continue;
+        }
+        if (static_cast<DWORD>(mode.h) != wanted.dmPelsHeight) {
+            continue;
+        }
         found = mode;  // the first one has the highest refresh rate
         return true;
     }
@@ -35,18 +45,18 @@ bool FindMode(const DEVMODEA& wanted, SDL_DisplayMode& found) {
 }
 
 void LeaveFullScreen() {
-    if (TheWindow() && TheWindow()->system) SDL_SetWindowFullscreen(TheWindow()->system, 0);
+    if (TheWindow() != nullptr && TheWindow()->system != nullptr) {
+        SDL_SetWindowFullscreen(TheWindow()->system, 0);
+    }
 }
 
 }  // namespace
 
-const SDL_DisplayMode* AskedDisplayMode() {
-    return modeAsked ? &askedMode : nullptr;
-}
-
 LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
-    if (mode) {
-        if (!FindMode(*mode, askedMode)) return DISP_CHANGE_BADMODE;
+    if (mode != nullptr) {
+        if (!FindMode(*mode, askedMode)) {
+            return DISP_CHANGE_BADMODE;
+        }
         static const bool comesBackAtExit = std::atexit(LeaveFullScreen) == 0;
         modeAsked = comesBackAtExit;  // the window takes it when it is shown: SDL ties the mode to a window
         return DISP_CHANGE_SUCCESSFUL;
@@ -54,4 +64,11 @@ LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
     modeAsked = false;
     LeaveFullScreen();
     return DISP_CHANGE_SUCCESSFUL;
+}
+
+void EnterAskedDisplayMode(SDL_Window* window) {
+    if (modeAsked) {
+        SDL_SetWindowDisplayMode(window, &askedMode);
+        SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN);
+    }
 }

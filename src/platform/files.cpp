@@ -25,7 +25,9 @@ bool EqualButForCase(const std::string& left, const std::string& right) {
 /// several; empty if there is none.
 std::string FindEntry(const std::string& folder, const std::string& name) {
     DIR* entries = opendir(folder.empty() ? "." : folder.c_str());
-    if (!entries) return {};
+    if (entries == nullptr) {
+        return {};
+    }
     std::string found;
     while (const dirent* entry = readdir(entries)) {
         if (EqualButForCase(entry->d_name, name) && (found.empty() || entry->d_name < found)) {
@@ -41,7 +43,9 @@ std::string FindEntry(const std::string& folder, const std::string& name) {
 std::string ResolveFileName(const char* fileName) {
     std::string name = fileName;
     std::replace(name.begin(), name.end(), '\\', '/');
-    if (name.empty() || Exists(name)) return name;
+    if (name.empty() || Exists(name)) {
+        return name;
+    }
 
     std::string resolved;
     for (std::size_t start = 0; start < name.size();) {
@@ -49,10 +53,14 @@ std::string ResolveFileName(const char* fileName) {
         std::string component = name.substr(start, end - start);
         if (!component.empty() && !Exists(resolved + component)) {
             component = FindEntry(resolved, component);
-            if (component.empty()) return name;
+            if (component.empty()) {
+                return name;
+            }
         }
         resolved += component;
-        if (end < name.size()) resolved += '/';
+        if (end < name.size()) {
+            resolved += '/';
+        }
         start = end + 1;
     }
     return resolved;
@@ -64,7 +72,9 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
     std::erase(knownMode, 't');
 
     std::FILE* file = std::fopen(ResolveFileName(fileName).c_str(), knownMode.c_str());
-    if (!file) return nullptr;
+    if (file == nullptr) {
+        return nullptr;
+    }
     struct stat status {};
     if (fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
         std::fclose(file);
@@ -75,7 +85,9 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
 
 std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
     std::FILE* file = OpenFile(fileName, "r");
-    if (!file) return nullptr;
+    if (file == nullptr) {
+        return nullptr;
+    }
     auto stream = std::make_unique<TextStream>();
     std::string& text = stream->text;
     struct stat status {};
@@ -92,7 +104,9 @@ std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
 
     std::size_t length = std::min(text.find('\r'), text.size());
     for (std::size_t i = length; i < text.size(); i++) {
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
+            continue;
+        }
         text[length++] = text[i];
     }
     text.resize(length);

@@ -46,14 +46,12 @@ struct FontFile {
     bool embolden = false;
 };
 
-}  // namespace
-
-static Fonts& TheFonts() {
+Fonts& TheFonts() {
     static Fonts fonts;
     return fonts;
 }
 
-static FontFile FindFontFile(const char* faceName, int pixelSize, int weight, bool italic) {
+FontFile FindFontFile(const char* faceName, int pixelSize, int weight, bool italic) {
     FontFile result;
     // A configuration of our own and not the shared one: nothing of it has to outlive the search.
     FcConfig* configuration = FcInitLoadConfigAndFonts();
@@ -75,51 +73,30 @@ static FontFile FindFontFile(const char* faceName, int pixelSize, int weight, bo
         FcPatternGetInteger(match, FC_INDEX, 0, &result.index);
         FcBool embolden = FcFalse;
         FcPatternGetBool(match, FC_EMBOLDEN, 0, &embolden);
-        result.embolden = embolden;
+        result.embolden = embolden != 0;
         FcPatternDestroy(match);
     }
     FcPatternDestroy(wanted);
-    if (configuration) {
+    if (configuration != nullptr) {
         FcConfigDestroy(configuration);
     }
     return result;
 }
 
-HFONT CreateFontA(int height, int /*width*/, int /*escapement*/, int /*orientation*/, int weight,
-                  DWORD italic, DWORD /*underline*/, DWORD /*strikeOut*/, DWORD /*characterSet*/,
-                  DWORD /*outputPrecision*/, DWORD /*clippingPrecision*/, DWORD /*quality*/,
-                  DWORD /*pitchAndFamily*/, const char* faceName) {
-    Fonts& fonts = TheFonts();
-    const int pixelSize = std::abs(height);
-    const FontFile file = FindFontFile(faceName ? faceName : "", pixelSize, weight, italic != 0);
-    if (file.path.empty()) return nullptr;
-    auto font = std::make_unique<PlatformFont>();
-    font->embolden = file.embolden;
-    if (FT_New_Face(fonts.freetype, file.path.c_str(), file.index, &font->face) != 0) return nullptr;
-    if (FT_Set_Pixel_Sizes(font->face, 0, static_cast<FT_UInt>(pixelSize)) != 0) {
-        FT_Select_Size(font->face, 0);  // a font of fixed sizes: better a wrong one than none
-    }
-    fonts.all.push_back(std::move(font));
-    return fonts.all.back().get();
-}
-
-HFONT SelectObject(HDC deviceContext, HFONT font) {
-    if (!deviceContext || !font) return nullptr;
-    const HFONT before = deviceContext->font ? deviceContext->font : &TheFonts().none;
-    deviceContext->font = font;
-    return before;
-}
-
 /// The code point of a single-byte character; 0, which no font has, for a byte without a letter.
-static FT_ULong CodePointOf(DWORD code) {
-    if (code < 128) return code;
+FT_ULong CodePointOf(DWORD code) {
+    if (code < 128) {
+        return code;
+    }
     return code < 256 ? windows1250CodePoints[code - 128] : 0;
 }
 
 /// Loads a character as a bitmap of one bit a pixel, hinted for that, into the face's glyph slot.
-static bool LoadCharacter(const PlatformFont& font, DWORD code) {
+bool LoadCharacter(const PlatformFont& font, DWORD code) {
     const FT_UInt glyph = FT_Get_Char_Index(font.face, CodePointOf(code));
-    if (FT_Load_Glyph(font.face, glyph, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0) return false;
+    if (FT_Load_Glyph(font.face, glyph, FT_LOAD_RENDER | FT_LOAD_TARGET_MONO) != 0) {
+        return false;
+    }
     if (font.embolden) {
         FT_GlyphSlot_Embolden(font.face->glyph);
     }
@@ -127,7 +104,7 @@ static bool LoadCharacter(const PlatformFont& font, DWORD code) {
 }
 
 /// Draws the loaded character: OpenGL counts the rows of a bitmap from the bottom.
-static void DrawCharacter(const FT_GlyphSlotRec& slot, std::vector<BYTE>& rows) {
+void DrawCharacter(const FT_GlyphSlotRec& slot, std::vector<BYTE>& rows) {
     const FT_Bitmap& bitmap = slot.bitmap;
     const std::size_t rowSize = (bitmap.width + 7) / 8;
     rows.clear();
@@ -141,11 +118,48 @@ static void DrawCharacter(const FT_GlyphSlotRec& slot, std::vector<BYTE>& rows) 
              static_cast<float>(-slot.bitmap_left), static_cast<float>(below), advance, 0.0f, rows.data());
 }
 
+}  // namespace
+
+HFONT CreateFontA(int height, int /*width*/, int /*escapement*/, int /*orientation*/, int weight,
+                  DWORD italic, DWORD /*underline*/, DWORD /*strikeOut*/, DWORD /*characterSet*/,
+                  DWORD /*outputPrecision*/, DWORD /*clippingPrecision*/, DWORD /*quality*/,
+                  DWORD /*pitchAndFamily*/, const char* faceName) {
+    Fonts& fonts = TheFonts();
+    const int pixelSize = std::abs(height);
+    const FontFile file = FindFontFile(faceName != nullptr ? faceName : "", pixelSize, weight, italic != 0);
+    if (file.path.empty()) {
+        return nullptr;
+    }
+    auto font = std::make_unique<PlatformFont>();
+    font->embolden = file.embolden;
+    if (FT_New_Face(fonts.freetype, file.path.c_str(), file.index, &font->face) != 0) {
+        return nullptr;
+    }
+    if (FT_Set_Pixel_Sizes(font->face, 0, static_cast<FT_UInt>(pixelSize)) != 0) {
+        FT_Select_Size(font->face, 0);  // a font of fixed sizes: better a wrong one than none
+    }
+    fonts.all.push_back(std::move(font));
+    return fonts.all.back().get();
+}
+
+HFONT SelectObject(HDC deviceContext, HFONT font) {
+    if (deviceContext == nullptr || font == nullptr) {
+        return nullptr;
+    }
+    const HFONT before = deviceContext->font != nullptr ? deviceContext->font : &TheFonts().none;
+    deviceContext->font = font;
+    return before;
+}
+
 BOOL wglUseFontBitmapsA(HDC deviceContext, DWORD first, DWORD count, DWORD listBase) {
     // The list 0 is none: it comes from a context that could give no lists.
-    if (!deviceContext || !deviceContext->font || listBase == 0) return FALSE;
+    if (deviceContext == nullptr || deviceContext->font == nullptr || listBase == 0) {
+        return FALSE;
+    }
     const PlatformFont& font = *deviceContext->font;
-    if (!font.face) return FALSE;
+    if (font.face == nullptr) {
+        return FALSE;
+    }
 
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);

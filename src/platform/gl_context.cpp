@@ -10,7 +10,9 @@ namespace {
 constexpr int onlyFormat = 1;
 
 SDL_Window* SystemWindow(HDC deviceContext) {
-    if (!deviceContext || !IsTheWindow(deviceContext->window)) return nullptr;
+    if (deviceContext == nullptr || !IsTheWindow(deviceContext->window)) {
+        return nullptr;
+    }
     return deviceContext->window->system;
 }
 
@@ -26,18 +28,24 @@ HDC GetDC(HWND window) {
 }
 
 int ReleaseDC(HWND window, HDC deviceContext) {
-    return IsTheWindow(window) && deviceContext == &window->deviceContext;
+    return IsTheWindow(window) && deviceContext == &window->deviceContext ? TRUE : FALSE;
 }
 
 int ChoosePixelFormat(HDC deviceContext, const PIXELFORMATDESCRIPTOR* descriptor) {
-    if (!deviceContext || !descriptor || !StartVideo()) return 0;
+    if (deviceContext == nullptr || descriptor == nullptr || !StartVideo()) {
+        return 0;
+    }
     return SDL_GL_LoadLibrary(nullptr) == 0 ? onlyFormat : 0;
 }
 
 BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* descriptor) {
-    if (!deviceContext || !IsTheWindow(deviceContext->window) || format != onlyFormat) return FALSE;
+    if (deviceContext == nullptr || !IsTheWindow(deviceContext->window) || format != onlyFormat) {
+        return FALSE;
+    }
     PlatformWindow& window = *deviceContext->window;
-    if (window.system) return FALSE;  // a window has one format for good
+    if (window.system != nullptr) {
+        return FALSE;  // a window has one format for good
+    }
 
     const bool fewColours = descriptor->cColorBits <= 16;
     SDL_GL_ResetAttributes();
@@ -52,11 +60,13 @@ BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* 
                                      window.clientWidth, window.clientHeight, flags);
     SDL_GL_UnloadLibrary();  // which the choice of the format has loaded, and the window keeps
     deviceContext->pixelFormat = *descriptor;
-    return window.system != nullptr;
+    return window.system != nullptr ? TRUE : FALSE;
 }
 
 int DescribePixelFormat(HDC deviceContext, int format, UINT, PIXELFORMATDESCRIPTOR* descriptor) {
-    if (!SystemWindow(deviceContext) || format != onlyFormat) return 0;
+    if (SystemWindow(deviceContext) == nullptr || format != onlyFormat) {
+        return 0;
+    }
     // What was asked for: the format has that at least, and how much more only its context can tell.
     *descriptor = deviceContext->pixelFormat;
     return onlyFormat;
@@ -64,26 +74,36 @@ int DescribePixelFormat(HDC deviceContext, int format, UINT, PIXELFORMATDESCRIPT
 
 HGLRC wglCreateContext(HDC deviceContext) {
     SDL_Window* window = SystemWindow(deviceContext);
-    return window ? Handle(SDL_GL_CreateContext(window)) : nullptr;
+    return window != nullptr ? Handle(SDL_GL_CreateContext(window)) : nullptr;
 }
 
 BOOL wglMakeCurrent(HDC deviceContext, HGLRC context) {
     SDL_Window* window = SystemWindow(deviceContext);
-    if (!window && context) return FALSE;
-    if (SDL_GL_MakeCurrent(window, context) != 0) return FALSE;
-    if (context) SDL_GL_SetSwapInterval(0);
+    if (window == nullptr && context != nullptr) {
+        return FALSE;
+    }
+    if (SDL_GL_MakeCurrent(window, context) != 0) {
+        return FALSE;
+    }
+    if (context != nullptr) {
+        SDL_GL_SetSwapInterval(0);
+    }
     return TRUE;
 }
 
 BOOL wglDeleteContext(HGLRC context) {
-    if (!context || !VideoRuns()) return FALSE;
+    if (context == nullptr || !VideoRuns()) {
+        return FALSE;
+    }
     SDL_GL_DeleteContext(context);
     return TRUE;
 }
 
 BOOL SwapBuffers(HDC deviceContext) {
     SDL_Window* window = SystemWindow(deviceContext);
-    if (!window) return FALSE;
+    if (window == nullptr) {
+        return FALSE;
+    }
     SDL_GL_SwapWindow(window);
     return TRUE;
 }

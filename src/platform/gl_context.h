@@ -10,16 +10,6 @@ inline constexpr DWORD PFD_SUPPORT_OPENGL = 0x20;
 inline constexpr BYTE PFD_TYPE_RGBA = 0;
 inline constexpr DWORD PFD_MAIN_PLANE = 0;
 
-struct PIXELFORMATDESCRIPTOR {
-    WORD nSize = 0;
-    WORD nVersion = 0;
-    DWORD dwFlags = 0;
-    BYTE iPixelType = 0;
-    BYTE cColorBits = 0;
-    BYTE cDepthBits = 0;
-    DWORD dwLayerMask = 0;
-};
-
 /// The one device context of the window; null without a window.
 HDC GetDC(HWND window);
 int ReleaseDC(HWND window, HDC deviceContext);

@@ -15,23 +15,26 @@ constexpr int mostButtons = 32;
 SDL_Joystick* openJoystick = nullptr;
 
 bool StartJoysticks() {
-    if (SDL_WasInit(SDL_INIT_JOYSTICK)) return true;
+    if (SDL_WasInit(SDL_INIT_JOYSTICK)) {
+        return true;
+    }
     // Sampled on request, at the foreground or not, so that a sample is never an old one.
     SDL_SetHint(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    if (SDL_InitSubSystem(SDL_INIT_JOYSTICK) != 0) return false;
-    return true;
+    return SDL_InitSubSystem(SDL_INIT_JOYSTICK) == 0;
 }
 
 /// The first joystick there is, freshly sampled; null without one.
 SDL_Joystick* Joystick() {
-    if (!StartJoysticks()) return nullptr;
+    if (!StartJoysticks()) {
+        return nullptr;
+    }
     SDL_JoystickUpdate();
-    if (openJoystick && !SDL_JoystickGetAttached(openJoystick)) {
+    if (openJoystick != nullptr && !SDL_JoystickGetAttached(openJoystick)) {
         SDL_JoystickClose(openJoystick);
         openJoystick = nullptr;
     }
-    if (!openJoystick && SDL_NumJoysticks() > 0) {
+    if (openJoystick == nullptr && SDL_NumJoysticks() > 0) {
         openJoystick = SDL_JoystickOpen(0);
         SDL_JoystickUpdate();
     }
@@ -41,7 +44,9 @@ SDL_Joystick* Joystick() {
 /// An axis at rest rarely reads 0, hence the dead zone. Beyond it the position leaves the centre without
 /// a step and reaches both ends of the range.
 DWORD Position(int axis) {
-    if (std::abs(axis) <= deadZone) return centre;
+    if (std::abs(axis) <= deadZone) {
+        return centre;
+    }
     if (axis > 0) {
         return static_cast<DWORD>(centre + (axis - deadZone) * (largestPosition - centre) /
                                                (SDL_JOYSTICK_AXIS_MAX - deadZone));
@@ -52,24 +57,32 @@ DWORD Position(int axis) {
 }  // namespace
 
 UINT joyGetPosEx(UINT joystick, JOYINFOEX* info) {
-    if (joystick != JOYSTICKID1) return MMSYSERR_NODRIVER;
+    if (joystick != JOYSTICKID1) {
+        return MMSYSERR_NODRIVER;
+    }
     SDL_Joystick* device = Joystick();
-    if (!device) return JOYERR_UNPLUGGED;
+    if (device == nullptr) {
+        return JOYERR_UNPLUGGED;
+    }
 
     info->dwXpos = Position(SDL_JoystickGetAxis(device, 0));
     info->dwYpos = Position(SDL_JoystickGetAxis(device, 1));
     info->dwButtons = 0;
     const int buttonCount = std::min(SDL_JoystickNumButtons(device), mostButtons);
     for (int i = 0; i < buttonCount; i++) {
-        if (SDL_JoystickGetButton(device, i)) info->dwButtons |= DWORD{1} << i;
+        if (SDL_JoystickGetButton(device, i)) {
+            info->dwButtons |= DWORD{1} << i;
+        }
     }
     return JOYERR_NOERROR;
 }
 
 UINT joyGetDevCapsA(UINT joystick, JOYCAPSA* capabilities, UINT) {
     *capabilities = {0, largestPosition, 0, largestPosition};
-    if (joystick != JOYSTICKID1) return MMSYSERR_NODRIVER;
-    return Joystick() ? JOYERR_NOERROR : JOYERR_UNPLUGGED;
+    if (joystick != JOYSTICKID1) {
+        return MMSYSERR_NODRIVER;
+    }
+    return Joystick() != nullptr ? JOYERR_NOERROR : JOYERR_UNPLUGGED;
 }
 
 UINT joySetCapture(HWND, UINT, UINT, BOOL) {

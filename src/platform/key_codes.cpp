@@ -105,9 +105,15 @@ BYTE CodeInRow(Key key, Key first, Key last, BYTE firstCode) {
 }
 
 BYTE CodeInRows(SDL_Scancode place) {
-    if (place == SDL_SCANCODE_0) return '0';
-    if (const BYTE code = CodeInRow(place, SDL_SCANCODE_1, SDL_SCANCODE_9, '1')) return code;
-    if (const BYTE code = CodeInRow(place, SDL_SCANCODE_F1, SDL_SCANCODE_F12, 0x70)) return code;
+    if (place == SDL_SCANCODE_0) {
+        return '0';
+    }
+    if (const BYTE code = CodeInRow(place, SDL_SCANCODE_1, SDL_SCANCODE_9, '1')) {
+        return code;
+    }
+    if (const BYTE code = CodeInRow(place, SDL_SCANCODE_F1, SDL_SCANCODE_F12, 0x70)) {
+        return code;
+    }
     return CodeInRow(place, SDL_SCANCODE_F13, SDL_SCANCODE_F24, 0x7C);
 }
 
@@ -115,17 +121,29 @@ BYTE CodeInRows(SDL_Scancode place) {
 
 BYTE VirtualKeyCode(const SDL_Keysym& key) {
     for (const PadKey& pad : padKeys) {
-        if (pad.place != key.scancode) continue;
+        if (pad.place != key.scancode) {
+            continue;
+        }
         return (key.mod & KMOD_NUM) || pad.withoutNumLock == 0 ? pad.code : pad.withoutNumLock;
     }
-    if (const BYTE code = CodeInRows(key.scancode)) return code;
-    if (const BYTE code = CodeInRow<SDL_Keycode>(key.sym, SDLK_a, SDLK_z, 'A')) return code;
-    for (const NamedKey& named : namedKeys) {
-        if (named.symbol == key.sym) return named.code;
+    if (const BYTE code = CodeInRows(key.scancode)) {
+        return code;
     }
-    if (const BYTE code = CodeInRow(key.scancode, SDL_SCANCODE_A, SDL_SCANCODE_Z, 'A')) return code;
+    if (const BYTE code = CodeInRow<SDL_Keycode>(key.sym, SDLK_a, SDLK_z, 'A')) {
+        return code;
+    }
     for (const NamedKey& named : namedKeys) {
-        if (named.place == key.scancode) return named.code;
+        if (named.symbol == key.sym) {
+            return named.code;
+        }
+    }
+    if (const BYTE code = CodeInRow(key.scancode, SDL_SCANCODE_A, SDL_SCANCODE_Z, 'A')) {
+        return code;
+    }
+    for (const NamedKey& named : namedKeys) {
+        if (named.place == key.scancode) {
+            return named.code;
+        }
     }
     return 0;
 }

@@ -13,7 +13,9 @@ SDL_Scancode scancodes[256] = {};  // by keycode, as SDL has told them so far
 /// Makes the X server's release into SDL's, if SDL won't do so itself.
 bool RestoreRelease(SDL_Event& event) {
     const SDL_Scancode scancode = scancodes[releasedKeycode];
-    if (scancode == SDL_SCANCODE_UNKNOWN || SDL_GetKeyboardState(nullptr)[scancode]) return false;
+    if (scancode == SDL_SCANCODE_UNKNOWN || SDL_GetKeyboardState(nullptr)[scancode]) {
+        return false;
+    }
     event = {};
     event.type = SDL_KEYUP;
     event.key.timestamp = SDL_GetTicks();
@@ -26,9 +28,13 @@ bool RestoreRelease(SDL_Event& event) {
 
 bool TakeSystemEvent(SDL_Event& event) {
 #ifdef SDL_VIDEO_DRIVER_X11
-    if (event.syswm.msg->subsystem != SDL_SYSWM_X11) return false;
+    if (event.syswm.msg->subsystem != SDL_SYSWM_X11) {
+        return false;
+    }
     const XEvent& xEvent = event.syswm.msg->msg.x11.event;
-    if (xEvent.type == GenericEvent) return false;
+    if (xEvent.type == GenericEvent) {
+        return false;
+    }
     pressedKeycode = xEvent.type == KeyPress ? xEvent.xkey.keycode & 255u : 0;
     releasedKeycode = xEvent.type == KeyRelease ? xEvent.xkey.keycode & 255u : 0;
     return releasedKeycode != 0 && RestoreRelease(event);
@@ -41,14 +47,14 @@ bool TakeSystemEvent(SDL_Event& event) {
 int WatchEvent(void*, SDL_Event* event) {
     switch (event->type) {
         case SDL_SYSWMEVENT:
-            return TakeSystemEvent(*event);
+            return TakeSystemEvent(*event) ? 1 : 0;
         case SDL_KEYDOWN:
             scancodes[pressedKeycode] = event->key.keysym.scancode;
             return 1;
         case SDL_KEYUP:
             // The mark travels in a spare field of the record.
-            event->key.padding2 =
-                releasedKeycode != 0 && scancodes[releasedKeycode] == event->key.keysym.scancode;
+            event->key.padding2 = static_cast<Uint8>(
+                releasedKeycode != 0 && scancodes[releasedKeycode] == event->key.keysym.scancode);
             return 1;
         default:
             return 1;

@@ -17,7 +17,9 @@ namespace {
 
 bool EnvironmentIsUtf8() {
     const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
-    if (!locale) return false;
+    if (locale == nullptr) {
+        return false;
+    }
     const bool isUtf8 = SDL_strcasecmp(nl_langinfo_l(CODESET, locale), "UTF-8") == 0;
     freelocale(locale);
     return isUtf8;
@@ -32,7 +34,9 @@ struct Utf8Environment {
     bool wasSet = false;
 
     Utf8Environment() {
-        if (EnvironmentIsUtf8()) return;
+        if (EnvironmentIsUtf8()) {
+            return;
+        }
         if (const char* value = std::getenv("LC_ALL")) {
             wasSet = true;
             SDL_strlcpy(before, value, sizeof before);
@@ -40,7 +44,9 @@ struct Utf8Environment {
         changed = setenv("LC_ALL", "C.UTF-8", 1) == 0;
     }
     ~Utf8Environment() {
-        if (!changed) return;
+        if (!changed) {
+            return;
+        }
         if (wasSet) {
             setenv("LC_ALL", before, 1);
         } else {
@@ -50,14 +56,16 @@ struct Utf8Environment {
 };
 
 Uint32 BoxKind(UINT style) {
-    if (style == MB_ICONERROR) return SDL_MESSAGEBOX_ERROR;
+    if (style == MB_ICONERROR) {
+        return SDL_MESSAGEBOX_ERROR;
+    }
     return style == MB_ICONEXCLAMATION ? SDL_MESSAGEBOX_WARNING : SDL_MESSAGEBOX_INFORMATION;
 }
 
 /// The window that the box stands above; null if none is to be seen.
 SDL_Window* BoxParent() {
-    SDL_Window* system = TheWindow() ? TheWindow()->system : nullptr;
-    return system && (SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN) ? system : nullptr;
+    SDL_Window* system = TheWindow() != nullptr ? TheWindow()->system : nullptr;
+    return system != nullptr && (SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN) ? system : nullptr;
 }
 
 bool ShowBox(Uint32 kind, const char* caption, const char* text) {
@@ -67,8 +75,12 @@ bool ShowBox(Uint32 kind, const char* caption, const char* text) {
     GatherEvents();
     const bool shown = SDL_ShowSimpleMessageBox(kind, caption, text, parent) == 0;
     // SDL reports a release for each key that is held, though nobody has released any.
-    if (VideoRuns()) SDL_FlushEvent(SDL_KEYUP);
-    if (parent && focus.gives) SDL_SetWindowInputFocus(parent);
+    if (VideoRuns()) {
+        SDL_FlushEvent(SDL_KEYUP);
+    }
+    if (parent != nullptr && focus.gives) {
+        SDL_SetWindowInputFocus(parent);
+    }
     return shown;
 }
 
@@ -78,11 +90,13 @@ int MessageBoxA(HWND, const char* text, const char* caption, UINT style) {
     // No allocation: one of the texts tells that memory has run out.
     char utf8Text[8192];
     char utf8Caption[512];
-    Windows1250ToUtf8(text ? text : "", utf8Text, sizeof utf8Text);
-    Windows1250ToUtf8(caption ? caption : "", utf8Caption, sizeof utf8Caption);
+    Windows1250ToUtf8(text != nullptr ? text : "", utf8Text, sizeof utf8Text);
+    Windows1250ToUtf8(caption != nullptr ? caption : "", utf8Caption, sizeof utf8Caption);
 
     constexpr int ok = 1;
-    if (ShowBox(BoxKind(style), utf8Caption, utf8Text)) return ok;
+    if (ShowBox(BoxKind(style), utf8Caption, utf8Text)) {
+        return ok;
+    }
     if (utf8Caption[0] != '\0') {
         std::fprintf(stderr, "[%s] %s\n", utf8Caption, utf8Text);
     } else {

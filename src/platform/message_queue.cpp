@@ -37,26 +37,34 @@ void Queue(UINT message, WPARAM wParam = 0) {
 }
 
 bool IsSystemKey(const SDL_Keysym& key, BYTE code) {
-    const bool altAlone = (key.mod & KMOD_ALT) && !(key.mod & KMOD_CTRL);
+    const bool altAlone = (key.mod & KMOD_ALT) != 0 && (key.mod & KMOD_CTRL) == 0;
     return altAlone || code == keyF10;
 }
 
 void TakeKeyPress(const SDL_KeyboardEvent& event) {
     PressedKey& pressed = pressedKeys[event.keysym.scancode];
     // A repeat keeps the code of the press, and so does the release: Num Lock may change meanwhile.
-    const bool repeats = event.repeat && pressed.code != 0;
+    const bool repeats = event.repeat != 0 && pressed.code != 0;
     const BYTE code = repeats ? pressed.code : VirtualKeyCode(event.keysym);
-    if (code == 0) return;
+    if (code == 0) {
+        return;
+    }
     const bool systemKey = IsSystemKey(event.keysym, code);
-    if (!repeats) pressed = {code, true};
+    if (!repeats) {
+        pressed = {code, true};
+    }
     pressed.onlyAsSystemKey = pressed.onlyAsSystemKey && systemKey;
     Queue(systemKey ? WM_SYSKEYDOWN : WM_KEYDOWN, code);
 }
 
 void TakeKeyRelease(const SDL_KeyboardEvent& event) {
     PressedKey key = pressedKeys[event.keysym.scancode];
-    if (key.code == 0) key.code = VirtualKeyCode(event.keysym);
-    if (key.code == 0) return;
+    if (key.code == 0) {
+        key.code = VirtualKeyCode(event.keysym);
+    }
+    if (key.code == 0) {
+        return;
+    }
     Queue(key.onlyAsSystemKey ? WM_SYSKEYUP : WM_KEYUP, key.code);
     doubtfulReleases = IsRealRelease(event) ? 0 : doubtfulReleases + 1;
 }
@@ -78,11 +86,15 @@ void TakeMouseButton(const SDL_MouseButtonEvent& event) {
 void TakeMouseMotion(const SDL_MouseMotionEvent& event) {
     MoveCursor(event.xrel, event.yrel);
     const bool oneWaits = waiting > 0 && queue[waiting - 1].message == WM_MOUSEMOVE;
-    if (!oneWaits) Queue(WM_MOUSEMOVE);
+    if (!oneWaits) {
+        Queue(WM_MOUSEMOVE);
+    }
 }
 
 void TakeWindowEvent(const SDL_WindowEvent& event) {
-    if (event.windowID != SDL_GetWindowID(TheWindow()->system)) return;
+    if (event.windowID != SDL_GetWindowID(TheWindow()->system)) {
+        return;
+    }
     switch (event.event) {
         case SDL_WINDOWEVENT_MOVED:
             return Queue(WM_MOVE);
@@ -106,8 +118,12 @@ void TakeWindowEvent(const SDL_WindowEvent& event) {
 }
 
 void TakeEvent(const SDL_Event& event) {
-    if (event.type == SDL_KEYUP) return TakeKeyRelease(event.key);
-    if (event.type == SDL_WINDOWEVENT) TakeWindowEvent(event.window);
+    if (event.type == SDL_KEYUP) {
+        return TakeKeyRelease(event.key);
+    }
+    if (event.type == SDL_WINDOWEVENT) {
+        TakeWindowEvent(event.window);
+    }
     doubtfulReleases = 0;  // only a loss of focus right behind them proves them to be made up
     switch (event.type) {
         case SDL_KEYDOWN:
@@ -126,12 +142,16 @@ void TakeEvent(const SDL_Event& event) {
 
 /// False if there is none.
 bool FindMessage(MSG& message) {
-    if (!quitPosted && waiting == 0) GatherEvents();
+    if (!quitPosted && waiting == 0) {
+        GatherEvents();
+    }
     if (quitPosted) {
         message = {nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0};
         return true;
     }
-    if (waiting == 0) return false;
+    if (waiting == 0) {
+        return false;
+    }
     message = queue[0];
     return true;
 }
@@ -139,13 +159,17 @@ bool FindMessage(MSG& message) {
 }  // namespace
 
 void GatherEvents() {
-    if (!VideoRuns()) return;
+    if (!VideoRuns()) {
+        return;
+    }
     SDL_PumpEvents();
     SDL_Event event;
     // No event makes more than one message.
     while (waiting < queueCapacity &&
            SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1) {
-        if (TheWindow()) TakeEvent(event);
+        if (TheWindow() != nullptr) {
+            TakeEvent(event);
+        }
     }
     doubtfulReleases = 0;
 }
@@ -157,12 +181,14 @@ void ForgetMessages(HWND window) {
 }
 
 BOOL PeekMessageA(MSG* message, HWND, UINT, UINT, UINT) {
-    return FindMessage(*message);
+    return FindMessage(*message) ? TRUE : FALSE;
 }
 
 BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
     while (!FindMessage(*message)) {
-        if (!VideoRuns()) return -1;  // nothing could ever come
+        if (!VideoRuns()) {
+            return -1;  // nothing could ever come
+        }
         SDL_WaitEvent(nullptr);
     }
     if (message->message == WM_QUIT) {
@@ -180,19 +206,16 @@ BOOL TranslateMessage(const MSG*) {
 
 LRESULT DispatchMessageA(const MSG* message) {
     const HWND window = message->hwnd;
-    if (!IsTheWindow(window)) return 0;
+    if (!IsTheWindow(window)) {
+        return 0;
+    }
     return window->procedure(window, message->message, message->wParam, message->lParam);
 }
 
-LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM) {
-    if (message == WM_CLOSE) DestroyWindow(window);
-    if (message == WM_SYSKEYDOWN && wParam == keyF4) PostMessageA(window, WM_CLOSE, 0, 0);
-    if (message == WM_PAINT && IsTheWindow(window)) window->invalid = false;
-    return 0;
-}
-
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!IsTheWindow(window) || waiting == queueCapacity) return FALSE;
+    if (!IsTheWindow(window) || waiting == queueCapacity) {
+        return FALSE;
+    }
     queue[waiting++] = {window, message, wParam, lParam};
     return TRUE;
 }

@@ -49,3 +49,15 @@ struct POINT {
     LONG x = 0;
     LONG y = 0;
 };
+
+using WNDPROC = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+struct PIXELFORMATDESCRIPTOR {
+    WORD nSize = 0;
+    WORD nVersion = 0;
+    DWORD dwFlags = 0;
+    BYTE iPixelType = 0;
+    BYTE cColorBits = 0;
+    BYTE cDepthBits = 0;
+    DWORD dwLayerMask = 0;
+};

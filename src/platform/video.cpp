@@ -5,16 +5,18 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
-#include "platform/cursor.h"
 #include "platform/key_releases.h"
 
 namespace {
 
+bool cursorCanBeMoved = true;
+
 void SetHints() {
     // Only what puts windows on a screen: SDL would otherwise fall back to drawing where nobody sees it,
     // and the program would run on without a way to end it.
-    SDL_SetHint(SDL_HINT_VIDEODRIVER, std::getenv("WAYLAND_DISPLAY") ? "x11,wayland" : "x11");
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, std::getenv("WAYLAND_DISPLAY") != nullptr ? "x11,wayland" : "x11");
     // Ctrl+C ends the process, and closing the window is an ordinary message.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
@@ -42,16 +44,31 @@ bool VideoRuns() {
 }
 
 bool StartVideo() {
-    if (VideoRuns()) return true;
+    if (VideoRuns()) {
+        return true;
+    }
     SetHints();
-    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return false;
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        return false;
+    }
     SDL_StopTextInput();  // keys are wanted, not texts, and no input method's window
     XSetIOErrorHandler(EndWithTheDisplay);
     WatchKeyReleases();
-    ChooseCursorMethod();
+    const char* driver = SDL_GetCurrentVideoDriver();
+    cursorCanBeMoved = driver == nullptr || std::strcmp(driver, "wayland") != 0;
     return true;
 }
 
+bool CursorCanBeMoved() {
+    return cursorCanBeMoved;
+}
+
+void SetCursorCanBeMoved(bool can) {
+    cursorCanBeMoved = can;
+}
+
 void StopVideo() {
-    if (VideoRuns()) SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    if (VideoRuns()) {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    }
 }

@@ -5,5 +5,9 @@
 /// Starts it, if need be; false without a display. It lasts as long as the process.
 bool StartVideo();
 bool VideoRuns();
+/// Whether a program can move the cursor on this display: not so under Wayland.
+bool CursorCanBeMoved();
+/// Says otherwise than the display, until the video part is started anew.
+void SetCursorCanBeMoved(bool can);
 /// Ends it early, once no window stands any more.
 void StopVideo();

@@ -3,10 +3,11 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 #include <vector>
 
 #include "platform/display_mode.h"
+#include "platform/key_codes.h"
 #include "platform/message_queue.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
@@ -20,8 +21,6 @@ struct WindowClass {
 };
 std::vector<WindowClass> classes;
 
-std::unique_ptr<PlatformWindow> theWindow;
-
 // The frame that AdjustWindowRect counts with, in pixels. The window manager's own may be another; only
 // the client area is exact.
 constexpr LONG frameBorder = 4;
@@ -31,11 +30,13 @@ constexpr LONG largestSide = 16384;  // pixels; what SDL refuses beyond
 
 auto FindClass(const char* name) {
     return std::find_if(classes.begin(), classes.end(),
-                        [name](const WindowClass& known) { return name && known.name == name; });
+                        [name](const WindowClass& known) { return name != nullptr && known.name == name; });
 }
 
 RECT Frame(DWORD style) {
-    if (style & WS_POPUP) return {};
+    if (style & WS_POPUP) {
+        return {};
+    }
     return {frameBorder, frameBorder + frameTitle, frameBorder, frameBorder};
 }
 
@@ -50,43 +51,46 @@ int ClientSide(int outerSide, LONG frame) {
 }
 
 bool IsMinimised(const PlatformWindow& window) {
-    return window.system && (SDL_GetWindowFlags(window.system) & SDL_WINDOW_MINIMIZED);
+    return window.system != nullptr && (SDL_GetWindowFlags(window.system) & SDL_WINDOW_MINIMIZED) != 0;
 }
 
 void Send(HWND window, UINT message) {
-    if (IsTheWindow(window)) window->procedure(window, message, 0, 0);
+    if (IsTheWindow(window)) {
+        window->procedure(window, message, 0, 0);
+    }
 }
 
 void RemoveTheWindow() {
-    ForgetMessages(theWindow.get());
-    if (theWindow->system) {
-        SDL_DestroyWindow(theWindow->system);
+    ForgetMessages(TheWindow());
+    if (TheWindow()->system != nullptr) {
+        SDL_DestroyWindow(TheWindow()->system);
         SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
     }
-    theWindow.reset();
+    SetTheWindow(nullptr);
 }
 
 }  // namespace
 
-PlatformWindow* TheWindow() {
-    return theWindow.get();
-}
-
-bool IsTheWindow(HWND window) {
-    return window && window == theWindow.get();
-}
-
 WORD RegisterClassA(const WNDCLASSA* windowClass) {
-    if (!windowClass || !windowClass->lpfnWndProc || !windowClass->lpszClassName) return 0;
-    if (FindClass(windowClass->lpszClassName) != classes.end()) return 0;
+    if (windowClass == nullptr || windowClass->lpfnWndProc == nullptr ||
+        (windowClass->lpszClassName == nullptr)) {
+        return 0;
+    }
+    if (FindClass(windowClass->lpszClassName) != classes.end()) {
+        return 0;
+    }
     classes.push_back({windowClass->lpszClassName, windowClass->lpfnWndProc});
     return 1;
 }
 
 BOOL UnregisterClassA(const char* className, HINSTANCE) {
     const auto known = FindClass(className);
-    if (known == classes.end()) return FALSE;
-    if (theWindow && theWindow->className == known->name) return FALSE;
+    if (known == classes.end()) {
+        return FALSE;
+    }
+    if (TheWindow() != nullptr && TheWindow()->className == known->name) {
+        return FALSE;
+    }
     classes.erase(known);
     return TRUE;
 }
@@ -103,58 +107,74 @@ BOOL AdjustWindowRect(RECT* rectangle, DWORD style, BOOL) {
 HWND CreateWindowExA(DWORD, const char* className, const char* title, DWORD style, int x, int y, int width,
                      int height, HWND, HMENU, HINSTANCE, void*) {
     const auto windowClass = FindClass(className);
-    if (windowClass == classes.end() || theWindow) return nullptr;
+    if (windowClass == classes.end() || TheWindow() != nullptr) {
+        return nullptr;
+    }
     const RECT frame = Frame(style);
     const int clientWidth = ClientSide(width, frame.left + frame.right);
     const int clientHeight = ClientSide(height, frame.top + frame.bottom);
-    if (clientWidth > largestSide || clientHeight > largestSide) return nullptr;
+    if (clientWidth > largestSide || clientHeight > largestSide) {
+        return nullptr;
+    }
 
-    theWindow = std::make_unique<PlatformWindow>();
-    theWindow->className = windowClass->name;
-    theWindow->procedure = windowClass->procedure;
-    theWindow->title = Windows1250ToUtf8(title ? title : "");
-    theWindow->popUp = style & WS_POPUP;
-    theWindow->position = {x, y};
-    theWindow->clientWidth = clientWidth;
-    theWindow->clientHeight = clientHeight;
-    theWindow->deviceContext.window = theWindow.get();
+    auto record = std::make_unique<PlatformWindow>();
+    record->className = windowClass->name;
+    record->procedure = windowClass->procedure;
+    record->title = Windows1250ToUtf8(title != nullptr ? title : "");
+    record->popUp = (style & WS_POPUP) != 0;
+    record->position = {x, y};
+    record->clientWidth = clientWidth;
+    record->clientHeight = clientHeight;
+    record->deviceContext.window = record.get();
 
-    const HWND window = theWindow.get();
+    const HWND window = record.get();
+    SetTheWindow(std::move(record));
     Send(window, WM_CREATE);
     return IsTheWindow(window) ? window : nullptr;
 }
 
 BOOL ShowWindow(HWND window, int) {
-    if (!IsTheWindow(window)) return FALSE;
+    if (!IsTheWindow(window)) {
+        return FALSE;
+    }
     bool wasShown = false;
     if (SDL_Window* system = window->system) {
-        wasShown = SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN;
-        if (window->popUp && AskedDisplayMode()) {
-            SDL_SetWindowDisplayMode(system, AskedDisplayMode());
-            SDL_SetWindowFullscreen(system, SDL_WINDOW_FULLSCREEN);
+        wasShown = (SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN) != 0;
+        if (window->popUp) {
+            EnterAskedDisplayMode(system);
         }
         SDL_ShowWindow(system);
         GatherEvents();  // tells SDL where the window manager has put the window
     }
     Send(window, WM_SIZE);
     Send(window, WM_MOVE);
-    return wasShown;
+    return wasShown ? TRUE : FALSE;
 }
 
 BOOL UpdateWindow(HWND window) {
-    if (!IsTheWindow(window)) return FALSE;
-    if (window->invalid) Send(window, WM_PAINT);
+    if (!IsTheWindow(window)) {
+        return FALSE;
+    }
+    if (window->invalid) {
+        Send(window, WM_PAINT);
+    }
     return TRUE;
 }
 
 BOOL SetWindowPos(HWND window, HWND, int, int, int, int, UINT) {
-    if (!IsTheWindow(window)) return FALSE;
-    if (window->system) SDL_RaiseWindow(window->system);
+    if (!IsTheWindow(window)) {
+        return FALSE;
+    }
+    if (window->system != nullptr) {
+        SDL_RaiseWindow(window->system);
+    }
     return TRUE;
 }
 
 BOOL DestroyWindow(HWND window) {
-    if (!IsTheWindow(window) || window->beingDestroyed) return FALSE;
+    if (!IsTheWindow(window) || window->beingDestroyed) {
+        return FALSE;
+    }
     window->beingDestroyed = true;
     Send(window, WM_DESTROY);
     RemoveTheWindow();
@@ -162,18 +182,22 @@ BOOL DestroyWindow(HWND window) {
 }
 
 BOOL GetClientRect(HWND window, RECT* rectangle) {
-    if (!IsTheWindow(window)) return FALSE;
+    if (!IsTheWindow(window)) {
+        return FALSE;
+    }
     *rectangle = {0, 0, window->clientWidth, window->clientHeight};
     if (IsMinimised(*window)) {
         *rectangle = {};
-    } else if (window->system) {
+    } else if (window->system != nullptr) {
         SDL_GL_GetDrawableSize(window->system, &rectangle->right, &rectangle->bottom);
     }
     return TRUE;
 }
 
 BOOL GetWindowRect(HWND window, RECT* rectangle) {
-    if (!IsTheWindow(window)) return FALSE;
+    if (!IsTheWindow(window)) {
+        return FALSE;
+    }
     int left = window->position.x;
     int top = window->position.y;
     int width = window->clientWidth;
@@ -190,19 +214,37 @@ BOOL GetWindowRect(HWND window, RECT* rectangle) {
 }
 
 HWND GetActiveWindow() {
-    if (!theWindow || !theWindow->system) return nullptr;
-    return SDL_GetKeyboardFocus() == theWindow->system ? theWindow.get() : nullptr;
+    const HWND window = TheWindow();
+    if (window == nullptr || window->system == nullptr) {
+        return nullptr;
+    }
+    return SDL_GetKeyboardFocus() == window->system ? window : nullptr;
 }
 
 HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
-    if (!IsTheWindow(window)) return nullptr;
+    if (!IsTheWindow(window)) {
+        return nullptr;
+    }
     window->invalid = false;
     GetClientRect(window, &paint->rcPaint);
     return &window->deviceContext;
 }
 
 BOOL EndPaint(HWND window, const PAINTSTRUCT*) {
-    return IsTheWindow(window);
+    return IsTheWindow(window) ? TRUE : FALSE;
+}
+
+LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_CLOSE) {
+        DestroyWindow(window);
+    }
+    if (message == WM_SYSKEYDOWN && wParam == keyF4) {
+        PostMessageA(window, WM_CLOSE, 0, 0);
+    }
+    if (message == WM_PAINT && IsTheWindow(window)) {
+        window->invalid = false;
+    }
+    return 0;
 }
 
 HICON LoadIconA(HINSTANCE, const char*) {

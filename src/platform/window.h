@@ -1,30 +1,9 @@
 #pragma once
 
+#include "platform/message_queue.h"
 #include "platform/types.h"
 
-// Windows, their messages and the display mode.
-
-// Messages. Those without a comment carry nothing in their parameters.
-inline constexpr UINT WM_CREATE = 1;
-inline constexpr UINT WM_DESTROY = 2;
-inline constexpr UINT WM_MOVE = 3;
-inline constexpr UINT WM_SIZE = 5;
-inline constexpr UINT WM_ACTIVATE = 6;
-inline constexpr UINT WM_PAINT = 15;
-inline constexpr UINT WM_CLOSE = 16;
-inline constexpr UINT WM_QUIT = 18;
-inline constexpr UINT WM_KEYDOWN = 256;     ///< wParam: virtual key code
-inline constexpr UINT WM_KEYUP = 257;       ///< wParam: virtual key code
-inline constexpr UINT WM_CHAR = 258;        ///< wParam: character
-inline constexpr UINT WM_SYSKEYDOWN = 260;  ///< wParam: virtual key code, pressed with Alt, or F10
-inline constexpr UINT WM_SYSKEYUP = 261;    ///< wParam: virtual key code
-inline constexpr UINT WM_MOUSEMOVE = 512;
-inline constexpr UINT WM_LBUTTONDOWN = 513;
-inline constexpr UINT WM_LBUTTONUP = 514;
-inline constexpr UINT WM_RBUTTONDOWN = 516;
-inline constexpr UINT WM_RBUTTONUP = 517;
-inline constexpr UINT WM_MBUTTONDOWN = 519;
-inline constexpr UINT WM_MBUTTONUP = 520;
+// Windows and their classes.
 
 inline constexpr DWORD WS_OVERLAPPEDWINDOW = 0x00CF0000;
 inline constexpr DWORD WS_POPUP = 0x80000000;
@@ -32,16 +11,7 @@ inline constexpr UINT CS_OWNDC = 0x20;
 inline constexpr int SW_SHOW = 5;
 inline constexpr UINT SWP_NOSIZE = 1;
 inline constexpr UINT SWP_NOMOVE = 2;
-inline constexpr UINT PM_NOREMOVE = 0;
 inline constexpr UINT IDC_ARROW = 32512;
-
-inline constexpr DWORD DM_BITSPERPEL = 0x40000;
-inline constexpr DWORD DM_PELSWIDTH = 0x80000;
-inline constexpr DWORD DM_PELSHEIGHT = 0x100000;
-inline constexpr LONG DISP_CHANGE_SUCCESSFUL = 0;
-inline constexpr LONG DISP_CHANGE_BADMODE = -2;
-
-using WNDPROC = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 struct WNDCLASSA {
     UINT style = 0;
@@ -56,24 +26,8 @@ struct WNDCLASSA {
     const char* lpszClassName = nullptr;
 };
 
-/// One message of the queue.
-struct MSG {
-    HWND hwnd = nullptr;
-    UINT message = 0;
-    WPARAM wParam = 0;
-    LPARAM lParam = 0;
-};
-
 struct PAINTSTRUCT {
     RECT rcPaint;
-};
-
-struct DEVMODEA {
-    WORD dmSize = 0;
-    DWORD dmFields = 0;
-    DWORD dmBitsPerPel = 0;
-    DWORD dmPelsWidth = 0;   ///< pixels
-    DWORD dmPelsHeight = 0;  ///< pixels
 };
 
 /// Remembers the class by its name. 0 on failure: no procedure, no name, or a name registered already.
@@ -113,20 +67,5 @@ BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
 HICON LoadIconA(HINSTANCE instance, const char* name);
 HCURSOR LoadCursorA(HINSTANCE instance, UINT identifier);
 
-/// Gathers what has happened and tells whether a message waits; fills `message` with it if so.
-BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
-/// Takes the next message, waiting for one if need be. 0 when it is the quit message; -1 if none could ever
-/// come, as without a display.
-BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
-/// Here characters come with the keys themselves, so nothing is left to translate: always 0.
-BOOL TranslateMessage(const MSG* message);
-/// Hands the message to the window's procedure and returns its result. The record may die meanwhile.
-LRESULT DispatchMessageA(const MSG* message);
 /// Default handling: `WM_CLOSE` destroys the window, Alt+F4 closes it, all else is 0.
 LRESULT DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-/// The next peek reports the quit message, whatever else is waiting.
-void PostQuitMessage(int exitCode);
-
-/// Asks for an exact mode; null goes back to the desktop's. Not 0 if the display doesn't offer it.
-LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD flags);

@@ -3,8 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/gl_context.h"
-#include "platform/window.h"
+#include "platform/types.h"
 
 struct SDL_Window;
 
@@ -33,3 +32,5 @@ struct PlatformWindow {
 PlatformWindow* TheWindow();
 /// Whether the handle is that of the window that stands.
 bool IsTheWindow(HWND window);
+/// Puts a window in the place of the one that stands; null for none.
+void SetTheWindow(std::unique_ptr<PlatformWindow> window);

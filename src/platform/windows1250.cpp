@@ -8,8 +8,12 @@ constexpr std::size_t longestLetter = 3;  // bytes in UTF-8: the whole code page
 
 std::size_t PutLetter(unsigned char byte, char* utf8) {
     std::uint16_t codePoint = byte;
-    if (byte >= 0x80) codePoint = windows1250CodePoints[byte - 0x80u];
-    if (byte != 0 && codePoint == 0) codePoint = '?';
+    if (byte >= 0x80) {
+        codePoint = windows1250CodePoints[byte - 0x80u];
+    }
+    if (byte != 0 && codePoint == 0) {
+        codePoint = '?';
+    }
 
     if (codePoint < 0x80) {
         utf8[0] = static_cast<char>(codePoint);

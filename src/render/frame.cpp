@@ -1,40 +1,37 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-#include "app/engine.h"
+#include "engine/engine.h"
 #include "platform/gl_context.h"
 #include "render/overlay_text.h"
 #include "scene/scene.h"
 #include "services/timer.h"
 
-bool Scene::HasCamera(std::int32_t playerIndex) const {
-    const Player& player = players[playerIndex];
-    if (player.cameraObject < 0 || player.cameraObject >= objectCount) return false;
-    const Object& camera = objects[player.cameraObject];
-    return camera.HasVertex(player.eyeVertex) && camera.HasVertex(player.lookVertex);
-}
+namespace {
 
-static void BindTexture(const Texture& texture) {
+void BindTexture(const Texture& texture) {
     if (!glIsEnabled(GL_TEXTURE_2D)) {
         glEnable(GL_TEXTURE_2D);
     }
     glBindTexture(GL_TEXTURE_2D, texture.glName);
 }
 
-static void SwitchTexturingOff() {
+void SwitchTexturingOff() {
     if (glIsEnabled(GL_TEXTURE_2D)) {
         glDisable(GL_TEXTURE_2D);
     }
 }
 
 /// One call per object, over the arrays as they stand in memory.
-static void DrawObjectsFromArrays(const Scene& scene) {
+void DrawObjectsFromArrays(const Scene& scene) {
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_NORMAL_ARRAY);
     glEnableClientState(GL_COLOR_ARRAY);
     for (std::int32_t i = 0; i < scene.objectCount; i++) {
         const Object& object = scene.objects[i];
-        if (object.attributes[invisibleAttribute] == 1) continue;
+        if (object.attributes[invisibleAttribute] == 1) {
+            continue;
+        }
         const bool textured = scene.HasTexture(object.textureIndex) && object.texVertices;
         if (textured) {
             glEnableClientState(GL_TEXTURE_COORD_ARRAY);
@@ -58,10 +55,12 @@ static void DrawObjectsFromArrays(const Scene& scene) {
     glDisableClientState(GL_COLOR_ARRAY);
 }
 
-static void DrawObjectsByCorners(const Scene& scene) {
+void DrawObjectsByCorners(const Scene& scene) {
     for (std::int32_t i = 0; i < scene.objectCount; i++) {
         const Object& object = scene.objects[i];
-        if (object.attributes[invisibleAttribute] == 1) continue;
+        if (object.attributes[invisibleAttribute] == 1) {
+            continue;
+        }
         const bool textured = scene.HasTexture(object.textureIndex);
         if (textured) {
             BindTexture(scene.textures[object.textureIndex]);
@@ -89,7 +88,7 @@ static void DrawObjectsByCorners(const Scene& scene) {
 }
 
 /// Looks from one vertex of the camera object to another, so the camera goes wherever the mesh goes.
-static void ApplyCamera(const Scene& scene, const Player& player) {
+void ApplyCamera(const Scene& scene, const Player& player) {
     const Object& camera = scene.objects[player.cameraObject];
     Vector eye;
     Vector centre;
@@ -99,7 +98,7 @@ static void ApplyCamera(const Scene& scene, const Player& player) {
 }
 
 /// OpenGL keeps lights in eye space: the world's lights have to be placed again behind every camera.
-static void PlaceLights(const Scene& scene) {
+void PlaceLights(const Scene& scene) {
     for (std::int32_t i = 0; i < scene.lightCount; i++) {
         const GLenum glLight = GL_LIGHT0 + static_cast<GLenum>(i);
         glLightfv(glLight, GL_SPOT_DIRECTION, scene.lights[i].spotDirection);
@@ -108,10 +107,12 @@ static void PlaceLights(const Scene& scene) {
 }
 
 /// The frame that both paths share; they differ in how the objects go out.
-static void DrawFrame(Scene& scene, const Engine& engine, void (*drawObjects)(const Scene&)) {
+void DrawFrame(Scene& scene, const Engine& engine, void (*drawObjects)(const Scene&)) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     for (std::int32_t i = 0; i < scene.playerCount; i++) {
-        if (!scene.HasCamera(i)) continue;
+        if (!scene.HasCamera(i)) {
+            continue;
+        }
         const Player& player = scene.players[i];
         glViewport(player.viewportX, player.viewportY, player.viewportWidth, player.viewportHeight);
         glPushMatrix();
@@ -128,6 +129,17 @@ static void DrawFrame(Scene& scene, const Engine& engine, void (*drawObjects)(co
         glPopMatrix();
     }
     SwapBuffers(engine.deviceContext);
+}
+
+}  // namespace
+
+bool Scene::HasCamera(std::int32_t playerIndex) const {
+    const Player& player = players[playerIndex];
+    if (player.cameraObject < 0 || player.cameraObject >= objectCount) {
+        return false;
+    }
+    const Object& camera = objects[player.cameraObject];
+    return camera.HasVertex(player.eyeVertex) && camera.HasVertex(player.lookVertex);
 }
 
 void Scene::RenderFrame(const Engine& engine) {

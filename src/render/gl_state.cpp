@@ -7,6 +7,22 @@
 #include "scene/scene.h"
 #include "services/log.h"
 
+namespace {
+
+void ReportInteger(Log* log, GLenum query, const char* label) {
+    GLint value = 0;
+    glGetIntegerv(query, &value);
+    Log::Write(log, label + std::to_string(value));
+}
+
+void ReportBoolean(Log* log, GLenum query, const char* label) {
+    GLboolean value = GL_FALSE;
+    glGetBooleanv(query, &value);
+    Log::Write(log, label + std::to_string(value));
+}
+
+}  // namespace
+
 void InitGlState() {
     glShadeModel(GL_SMOOTH);
     glPolygonMode(GL_FRONT, GL_FILL);
@@ -22,18 +38,6 @@ void InitGlState() {
     glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, static_cast<GLfloat>(GL_NEAREST));
     glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, static_cast<GLfloat>(GL_NEAREST));
     glPointSize(10.0f);
-}
-
-static void ReportInteger(Log* log, GLenum query, const char* label) {
-    GLint value = 0;
-    glGetIntegerv(query, &value);
-    Log::Write(log, label + std::to_string(value));
-}
-
-static void ReportBoolean(Log* log, GLenum query, const char* label) {
-    GLboolean value = GL_FALSE;
-    glGetBooleanv(query, &value);
-    Log::Write(log, label + std::to_string(value));
 }
 
 void Scene::ReportGlCapabilities() {

@@ -1,20 +1,39 @@
-#include "render/light.h"
+#include "scene/light.h"
 
 #include <GL/gl.h>
 
 #include <cstddef>
 
-static void UploadColour(GLenum glLight, GLenum parameter, const float (&colour)[3]) {
+namespace {
+
+void UploadColour(GLenum glLight, GLenum parameter, const float (&colour)[3]) {
     const float withAlpha[4] = {colour[0], colour[1], colour[2], 1.0f};
     glLightfv(glLight, parameter, withAlpha);
 }
+
+/// With no GL light held the name is none that OpenGL knows, and it ignores the call.
+void Upload(const Light& light, GLenum parameter, const float* value) {
+    glLightfv(static_cast<GLenum>(light.glLight), parameter, value);
+}
+
+/// Takes as many values as the field holds; they may be the field's own.
+template <std::size_t size>
+void Store(const float* value, float (&field)[size]) {
+    for (std::size_t i = 0; i < size; i++) {
+        field[i] = value[i];
+    }
+}
+
+}  // namespace
 
 void Light::Activate() {
     GLint lightLimit = 0;
     glGetIntegerv(GL_MAX_LIGHTS, &lightLimit);
     for (GLint i = 0; i < lightLimit; i++) {
         const GLenum candidate = GL_LIGHT0 + static_cast<GLenum>(i);
-        if (glIsEnabled(candidate)) continue;
+        if (glIsEnabled(candidate)) {
+            continue;
+        }
         glEnable(candidate);
         UploadColour(candidate, GL_AMBIENT, ambient);
         UploadColour(candidate, GL_DIFFUSE, diffuse);
@@ -34,19 +53,6 @@ void Light::Activate() {
 void Light::Deactivate() {
     glDisable(static_cast<GLenum>(glLight));
     glLight = -1;
-}
-
-/// With no GL light held the name is none that OpenGL knows, and it ignores the call.
-static void Upload(const Light& light, GLenum parameter, const float* value) {
-    glLightfv(static_cast<GLenum>(light.glLight), parameter, value);
-}
-
-/// Takes as many values as the field holds; they may be the field's own.
-template <std::size_t size>
-static void Store(const float* value, float (&field)[size]) {
-    for (std::size_t i = 0; i < size; i++) {
-        field[i] = value[i];
-    }
 }
 
 void Light::SetAmbient(const float* value) {

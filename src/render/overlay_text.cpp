@@ -6,29 +6,33 @@
 #include <cstdio>
 #include <cstring>
 
-#include "app/engine.h"
+#include "engine/engine.h"
 #include "platform/fonts.h"
 #include "platform/message_box.h"
 #include "scene/scene.h"
 #include "services/log.h"
 
-// The characters that have a display list.
-static constexpr GLuint firstCharacter = 32;
-static constexpr GLsizei characterCount = 96;
+namespace {
 
-static void ReportError(Log* log, const char* text) {
+// The characters that have a display list.
+constexpr GLuint firstCharacter = 32;
+constexpr GLsizei characterCount = 96;
+
+void ReportError(Log* log, const char* text) {
     Log::Write(log, text);
     MessageBoxA(nullptr, text, ":-(", MB_ICONSTOP);
 }
+
+}  // namespace
 
 void Scene::BuildFont(const Engine& engine, std::string& name) {
     fontListBase = glGenLists(characterCount);
     const HFONT font = CreateFontA(-10, 0, 0, 0, FW_BOLD, 0, 0, 0, ANSI_CHARSET, OUT_TT_PRECIS,
                                    CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, 0, name.c_str());
-    if (!font) {
+    if (font == nullptr) {
         ReportError(log, "Error: CreateFont");
     }
-    if (!SelectObject(engine.deviceContext, font)) {
+    if (SelectObject(engine.deviceContext, font) == nullptr) {
         ReportError(log, "Error: Select Object in BuildFont");
     }
     if (!wglUseFontBitmapsA(engine.deviceContext, firstCharacter, characterCount, fontListBase)) {
@@ -40,7 +44,9 @@ void Scene::BuildFont(const Engine& engine, std::string& name) {
 }
 
 void Scene::PrintText(const char* format, ...) const {
-    if (!format) return;
+    if (format == nullptr) {
+        return;
+    }
     char text[256] = "";
     va_list arguments;
     va_start(arguments, format);

@@ -10,18 +10,11 @@
 
 #include "scene/scene.h"
 
-int CompareDistancesDescending(const void* a, const void* b) {
-    const float first = *static_cast<const float*>(a);
-    const float second = *static_cast<const float*>(b);
-    if (first > second) return -1;
-    if (first < second) return 1;
-    return 0;
-}
+namespace {
 
 /// Turns distances sorted from the farthest on into the sprites' indices. Sprites at exactly equal distance
 /// all become the lowest index among them.
-static void FillOrder(const float* distances, const float* sorted, std::int32_t* order,
-                      std::int32_t count) {
+void FillOrder(const float* distances, const float* sorted, std::int32_t* order, std::int32_t count) {
     for (std::int32_t i = count - 1; i >= 0; i--) {
         const float* place = std::lower_bound(sorted, sorted + count, distances[i], std::greater<float>());
         order[place - sorted] = i;
@@ -34,7 +27,7 @@ static void FillOrder(const float* distances, const float* sorted, std::int32_t*
 }
 
 /// Blending and alpha test: at most one of the two is on, and its function is set when it goes on.
-static void SwitchBlendMode(std::int32_t blendMode) {
+void SwitchBlendMode(std::int32_t blendMode) {
     if (blendMode == 0 && !glIsEnabled(GL_BLEND)) {
         if (glIsEnabled(GL_ALPHA_TEST)) {
             glDisable(GL_ALPHA_TEST);
@@ -51,9 +44,23 @@ static void SwitchBlendMode(std::int32_t blendMode) {
     }
 }
 
-static void SendCorner(float s, float t, Vector position) {
+void SendCorner(float s, float t, Vector position) {
     glTexCoord2f(s, t);
     glVertex3f(position.x, position.y, position.z);
+}
+
+}  // namespace
+
+int CompareDistancesDescending(const void* a, const void* b) {
+    const float first = *static_cast<const float*>(a);
+    const float second = *static_cast<const float*>(b);
+    if (first > second) {
+        return -1;
+    }
+    if (first < second) {
+        return 1;
+    }
+    return 0;
 }
 
 void Scene::DrawSprites(std::int32_t playerIndex) {

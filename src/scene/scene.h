@@ -4,11 +4,11 @@
 #include <memory>
 #include <string>
 
-#include "render/light.h"
 #include "scene/id_list.h"
+#include "scene/light.h"
 #include "scene/object.h"
+#include "scene/player.h"
 #include "scene/sprite.h"
-#include "simulation/player.h"
 
 struct Engine;
 struct Log;

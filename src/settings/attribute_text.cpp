@@ -88,12 +88,16 @@ std::string ReadAttributeBlock(TextStream& stream, bool* closed) {
     int depth = 1;
     while (depth > 0) {
         const std::size_t brace = text.find('}', end);
-        if (brace == std::string::npos) break;
+        if (brace == std::string::npos) {
+            break;
+        }
         const std::string_view before = std::string_view(text).substr(end, brace - end);
         depth += static_cast<int>(std::ranges::count(before, '{')) - 1;
         end = brace + 1;
     }
-    if (depth > 0) end = text.size();
+    if (depth > 0) {
+        end = text.size();
+    }
     if (closed != nullptr) {
         *closed = depth == 0;
     }

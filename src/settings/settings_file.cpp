@@ -1,5 +1,5 @@
-#include "app/engine.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
 #include "scene/scene.h"

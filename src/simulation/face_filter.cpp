@@ -55,8 +55,9 @@ void FaceFilter::Load(const float* vertices, const std::int32_t* faces, std::int
                    LengthSquared(c * 3.0f - centroid3));
         const float rest = distanceSquared * 0.999f - (radiusSquared + reachSquared);
         // The upper limit keeps the squares from overflowing.
-        far[i] = (rest >= 0.0f) & (rest * rest >= 4.0f * reachSquared * radiusSquared) &
-                 (distanceSquared < 1e18f);
+        far[i] = static_cast<int>(rest >= 0.0f) &
+                 static_cast<int>(rest * rest >= 4.0f * reachSquared * radiusSquared) &
+                 static_cast<int>(distanceSquared < 1e18f);
     }
 }
 

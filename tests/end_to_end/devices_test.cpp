@@ -5,8 +5,8 @@
 #include <functional>
 #include <memory>
 
-#include "app/engine.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
 #include "platform/video.h"
 #include "scene/scene.h"
 #include "scene_writer/attribute_text.h"

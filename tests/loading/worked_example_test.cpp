@@ -20,9 +20,7 @@ std::string BytesOfHex(const std::string& text) {
 }
 
 TEST_F(LoadingTest, TheWorkedExampleLoadsAsThePageSays) {
-    const std::filesystem::path page =
-        folder.before / std::filesystem::path(__FILE__).parent_path() / "../../docs/scene_files.md";
-    const Lines lines = SplitLines(ReadWholeFile(page));
+    const Lines lines = SplitLines(ReadWholeFile(DOCS_FOLDER "/scene_files.md"));
     std::string bytes;
     for (const std::string& line : lines) {
         // A line of the dump: an indent, eight digits of offset and a colon, 39 columns of bytes.

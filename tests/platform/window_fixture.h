@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/display_mode.h"
 #include "platform/gl_context.h"
 #include "platform/message_box.h"
 #include "platform/other_window.h"

@@ -8,7 +8,7 @@
 #include <ostream>
 #include <vector>
 
-#include "app/engine.h"
+#include "engine/engine.h"
 #include "scene/scene.h"
 #include "services/timer.h"
 #include "support/virtual_display.h"

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "app/engine.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
 #include "scene/scene.h"
 #include "services/log.h"
 #include "services/timer.h"

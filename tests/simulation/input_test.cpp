@@ -1,5 +1,5 @@
-#include "app/engine.h"
-#include "app/singletons.h"
+#include "engine/engine.h"
+#include "engine/singletons.h"
 #include "simulation/player_control.h"
 #include "simulation/test_world.h"
 

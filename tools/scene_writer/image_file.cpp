@@ -62,7 +62,9 @@ Image::Image(int newWidth, int newHeight, int newChannels)
       samples(static_cast<std::size_t>(newWidth) * newHeight * newChannels) {}
 
 std::string TgaBytes(const Image& image) {
-    if (image.channels != 3 && image.channels != 4) throw std::runtime_error("TGA wants 3 or 4 channels");
+    if (image.channels != 3 && image.channels != 4) {
+        throw std::runtime_error("TGA wants 3 or 4 channels");
+    }
     std::string bytes(12, '\0');
     bytes[2] = 2;  // uncompressed true colour
     for (const int side : {image.width, image.height}) {
@@ -74,7 +76,9 @@ std::string TgaBytes(const Image& image) {
     for (int y = 0; y < image.height; y++) {
         for (int x = 0; x < image.width; x++) {
             for (const int channel : {2, 1, 0, 3}) {
-                if (channel < image.channels) bytes += static_cast<char>(image.At(x, y, channel));
+                if (channel < image.channels) {
+                    bytes += static_cast<char>(image.At(x, y, channel));
+                }
             }
         }
     }
@@ -86,7 +90,7 @@ std::string SgiBytes(const Image& image, SgiPacking packing) {
     std::string bytes;
     AppendBigEndian(bytes, 474, 2);
     bytes += static_cast<char>(encoded);
-    bytes += 1;  // byte a sample
+    bytes += '\1';  // byte a sample
     AppendBigEndian(bytes, image.channels == 1 ? 2 : 3, 2);
     AppendBigEndian(bytes, image.width, 2);
     AppendBigEndian(bytes, image.height, 2);

@@ -21,12 +21,16 @@ std::int32_t Count(const std::vector<Float3>& values) {
 /// A vertex with its texture coordinates: in the shapes the two always go together.
 void AddVertex(SceneObject& object, Float3 position, float u, float v, float tiles) {
     object.vertices.push_back(position);
-    if (tiles != 0.0f) object.texVertices.push_back({u * tiles, v * tiles, 0.0f});
+    if (tiles != 0.0f) {
+        object.texVertices.push_back({u * tiles, v * tiles, 0.0f});
+    }
 }
 
 void AddFace(SceneObject& object, Int3 face) {
     object.faces.push_back(face);
-    if (!object.texVertices.empty()) object.texFaces.push_back(face);
+    if (!object.texVertices.empty()) {
+        object.texFaces.push_back(face);
+    }
 }
 
 Int3 Shifted(Int3 face, std::int32_t by) {
@@ -88,7 +92,9 @@ SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, flo
     // Faces meet in one vertex behind the seam, so that no edge is seen there.
     for (Int3& face : cylinder.faces) {
         for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
-            if (*corner % (sides + 1) == sides) *corner -= sides;
+            if (*corner % (sides + 1) == sides) {
+                *corner -= sides;
+            }
         }
     }
     for (const bool top : {false, true}) {
@@ -121,9 +127,15 @@ SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int r
     }
     for (Int3& face : ball.faces) {
         for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
-            if (*corner % (sides + 1) == sides) *corner -= sides;               // the seam
-            if (*corner < sides) *corner = 0;                                   // lower pole
-            if (*corner >= rings * (sides + 1)) *corner = rings * (sides + 1);  // upper pole
+            if (*corner % (sides + 1) == sides) {
+                *corner -= sides;  // the seam
+            }
+            if (*corner < sides) {
+                *corner = 0;  // lower pole
+            }
+            if (*corner >= rings * (sides + 1)) {
+                *corner = rings * (sides + 1);  // upper pole
+            }
         }
     }
     // At the poles one triangle of each cell has shrunk to a line.
@@ -132,9 +144,13 @@ SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int r
     whole.texFaces.clear();
     for (std::size_t i = 0; i < ball.faces.size(); i++) {
         const Int3 face = ball.faces[i];
-        if (face.a == face.b || face.b == face.c || face.c == face.a) continue;
+        if (face.a == face.b || face.b == face.c || face.c == face.a) {
+            continue;
+        }
         whole.faces.push_back(face);
-        if (!ball.texFaces.empty()) whole.texFaces.push_back(ball.texFaces[i]);
+        if (!ball.texFaces.empty()) {
+            whole.texFaces.push_back(ball.texFaces[i]);
+        }
     }
     Move(whole, centre);
     return whole;
@@ -161,15 +177,23 @@ SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<La
         const int row = static_cast<int>(i) / (2 * sides);
         const LathePoint lower = profile[row];
         const LathePoint upper = profile[row + 1];
-        if (lower.radius == upper.radius && lower.height == upper.height) continue;
+        if (lower.radius == upper.radius && lower.height == upper.height) {
+            continue;
+        }
         for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
             const std::int32_t first = *corner / (sides + 1) * (sides + 1);
             // The seam, and a ring that has shrunk to a point.
-            if (*corner == first + sides || profile[first / (sides + 1)].radius == 0.0f) *corner = first;
+            if (*corner == first + sides || profile[first / (sides + 1)].radius == 0.0f) {
+                *corner = first;
+            }
         }
-        if (face.a == face.b || face.b == face.c || face.c == face.a) continue;
+        if (face.a == face.b || face.b == face.c || face.c == face.a) {
+            continue;
+        }
         lathe.faces.push_back(face);
-        if (!grid.texFaces.empty()) lathe.texFaces.push_back(grid.texFaces[i]);
+        if (!grid.texFaces.empty()) {
+            lathe.texFaces.push_back(grid.texFaces[i]);
+        }
     }
     Move(lathe, base);
     return lathe;
@@ -186,7 +210,9 @@ void Append(SceneObject& object, const SceneObject& part) {
     SceneObject added = part;
     if (object.texFaces.empty() != added.texFaces.empty()) {
         SceneObject& plain = object.texFaces.empty() ? object : added;
-        if (!plain.faces.empty()) AddPlainTexFaces(plain);
+        if (!plain.faces.empty()) {
+            AddPlainTexFaces(plain);
+        }
     }
     const std::int32_t firstVertex = Count(object.vertices);
     const std::int32_t firstTexVertex = Count(object.texVertices);

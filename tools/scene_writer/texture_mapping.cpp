@@ -15,13 +15,19 @@ Axis FacingAxis(const SceneObject& object, Int3 face) {
     const float x = std::fabs((b.y - a.y) * (c.z - a.z) - (b.z - a.z) * (c.y - a.y));
     const float y = std::fabs((b.z - a.z) * (c.x - a.x) - (b.x - a.x) * (c.z - a.z));
     const float z = std::fabs((b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x));
-    if (z >= x && z >= y) return alongZ;
+    if (z >= x && z >= y) {
+        return alongZ;
+    }
     return x >= y ? alongX : alongY;
 }
 
 Float3 Projected(Float3 vertex, Axis axis, float size) {
-    if (axis == alongX) return {vertex.y / size, vertex.z / size, 0.0f};
-    if (axis == alongY) return {vertex.x / size, vertex.z / size, 0.0f};
+    if (axis == alongX) {
+        return {vertex.y / size, vertex.z / size, 0.0f};
+    }
+    if (axis == alongY) {
+        return {vertex.x / size, vertex.z / size, 0.0f};
+    }
     return {vertex.x / size, vertex.y / size, 0.0f};
 }
 

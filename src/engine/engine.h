@@ -5,6 +5,7 @@
 
 #include "platform/gl_context.h"
 #include "platform/input_devices.h"
+#include "platform/message_queue.h"
 #include "platform/window.h"
 
 struct Log;
@@ -76,7 +77,3 @@ struct Engine {
     /// Turns what keyboard, mouse and joystick say into requests for each player; in simulation/.
     void SampleInput();
 };
-
-/// The window class's procedure. Reaches the engine through `theEngine`; before it exists and after the
-/// teardown every message gets the default handling.
-LRESULT WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,4 +1,4 @@
-#include "app/singletons.h"
+#include "engine/singletons.h"
 
 Timer* theTimer = nullptr;
 Log* theLog = nullptr;

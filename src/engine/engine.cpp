@@ -1,4 +1,4 @@
-#include "app/engine.h"
+#include "engine/engine.h"
 
 #include "services/log.h"
 
