@@ -5,7 +5,7 @@ run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-de
 display_packages="xvfb xdotool imagemagick"
 test_packages="$display_packages libgtest-dev libbenchmark-dev openbox netpbm x11-utils
     x11-xserver-utils"
-ci_packages="clang clang-format libclang-rt-14-dev"
+ci_packages="clang clang-format clang-tidy libclang-rt-14-dev"
 
 # InstallMissing PACKAGE...: asks apt for those that are not there; without apt it prints the list.
 InstallMissing() {
