@@ -12,7 +12,9 @@ if [ ! -d "demo/$demo" ]; then
     echo "usage: ./run.sh [single|split]" >&2
     exit 2
 fi
-InstallMissing $run_packages
+display_needed=""
+[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || display_needed=$display_packages
+InstallMissing $run_packages $display_needed
 Build release engine demo
 
 cat "demo/$demo/controls.txt"
@@ -20,11 +22,17 @@ engine=$PWD/build/release/engine
 screenshot=$PWD/build/screenshot-$demo.png
 cd "build/release/demo/$demo"
 
-# RunEngine: the engine ends with code 1 whenever it ends in order.
+# RunEngine: the engine ends with code 1 whenever it ends in order, and also when it gets no window. Then
+# its log lacks the end.
 RunEngine() {
     local code=0
     "$engine" || code=$?
-    [ "$code" -eq 1 ]
+    if [ "$code" -ne 1 ] || ! grep -q "Logging ended" defaultlog.txt; then
+        echo "run.sh: error: the engine ended early (exit code $code); its log is $PWD/defaultlog.txt" >&2
+        echo "Can the display be used (DISPLAY=${DISPLAY:-}, WAYLAND_DISPLAY=${WAYLAND_DISPLAY:-})?" \
+             "With both unset, a virtual one serves." >&2
+        return 1
+    fi
 }
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
@@ -33,7 +41,6 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 
 echo "There is no display: running on a virtual one."
-(cd "$OLDPWD" && InstallMissing $display_packages)
 folder=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$folder"' EXIT
 mkfifo "$folder/number"
@@ -43,7 +50,7 @@ export DISPLAY=:$number
 RunEngine &
 running=$!
 sleep 5
-import -window root "$screenshot"
+import -window "$(xdotool search --onlyvisible --name '^Engine$')" "$screenshot"
 xdotool keydown Escape  # held, as a frame has to see it
 wait "$running"
 echo "Screenshot: $screenshot"

@@ -5,9 +5,10 @@ run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-de
 display_packages="xvfb xdotool imagemagick"
 test_packages="$display_packages libgtest-dev libbenchmark-dev openbox netpbm x11-utils
     x11-xserver-utils"
-ci_packages="clang clang-format clang-tidy libclang-rt-14-dev"
+ci_packages="clang clang-format clang-tidy git libclang-rt-14-dev"
 
-# InstallMissing PACKAGE...: asks apt for those that are not there; without apt it prints the list.
+# InstallMissing PACKAGE...: has apt install those that are not there, all in one go. Without apt it prints the
+# list and goes on; where apt can't be used it prints the line to run as root, and ends the script.
 InstallMissing() {
     if ! command -v apt-get >/dev/null; then
         echo "This machine has no apt-get. The packages needed, under their Debian names:" $* >&2
@@ -17,12 +18,40 @@ InstallMissing() {
     for package in "$@"; do
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q "ok installed" || missing="$missing $package"
     done
-    [ -z "$missing" ] && return 0
+    [ -n "$missing" ] || return 0
+    local root="" advice="Run this as root, then start again:
+    apt-get update && apt-get install --no-install-recommends$missing"
+    if [ "$(id -u)" -ne 0 ]; then
+        root="sudo"
+        if ! command -v sudo >/dev/null; then
+            echo "Packages are missing, and there is no sudo to install them with. $advice" >&2
+            exit 1
+        fi
+    fi
     echo "Installing:$missing"
-    local root=""
-    [ "$(id -u)" -eq 0 ] || root="sudo"
-    $root apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive $root apt-get install -y -qq --no-install-recommends $missing >/dev/null
+    # Lists of other sources that can't be fetched need not matter.
+    $root apt-get update -qq || true
+    # sudo drops the variable, hence env behind it.
+    if ! (set -o pipefail
+          $root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+              -o DPkg::Lock::Timeout=300 -o APT::Status-Fd=1 $missing </dev/null | ShowProgress); then
+        echo "The packages could not be installed. $advice" >&2
+        exit 1
+    fi
+}
+
+# ShowProgress: tells in steps of ten percent how far apt is, from what it says on its status descriptor.
+ShowProgress() {
+    awk -F: '
+        /^(dl|pm)status:/ {
+            stage = /^dl/ ? "Downloading" : "Installing"
+            match($0, /:[0-9]+[.][0-9]*:/)
+            percent = int(substr($0, RSTART + 1) / 10) * 10
+            if (stage != shownStage) { printf "%s%s", shownStage == "" ? "" : "\n", stage; shown = -1 }
+            if (percent > shown) { printf " %d%%", percent; fflush(); shown = percent }
+            shownStage = stage
+        }
+        END { if (shownStage != "") print "" }'
 }
 
 # Build PRESET TARGET...: configures once; the build itself notices when that has to be done again.
