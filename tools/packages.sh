@@ -5,7 +5,8 @@ run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-de
 display_packages="xvfb xdotool imagemagick"
 test_packages="$display_packages libgtest-dev libbenchmark-dev openbox netpbm x11-utils
     x11-xserver-utils"
-ci_packages="clang clang-format clang-tidy git libclang-rt-14-dev"
+package_packages="dpkg-dev file"
+ci_packages="$package_packages clang clang-format clang-tidy git libclang-rt-14-dev"
 
 # InstallMissing PACKAGE...: has apt install those that are not there, all in one go. Without apt it prints the
 # list and goes on; where apt can't be used it prints the line to run as root, and ends the script.

@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Installs what is missing and makes the Debian package, build/package/engine_VERSION_ARCHITECTURE.deb.
+set -eu
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. tools/packages.sh
+
+InstallMissing $run_packages $package_packages
+cmake --workflow --preset package
