@@ -31,9 +31,12 @@ void MoveFirstLight(Scene& scene) {
 void Engine::SampleInput() {
     const bool active = GetActiveWindow() == window;
     // Nobody has moved the mouse of a window that isn't active.
-    POINT cursor{mouseCentreX, mouseCentreY};
+    Vector mouseDelta;
     if (active) {
+        POINT cursor{mouseCentreX, mouseCentreY};
         GetCursorPos(&cursor);
+        mouseDelta.x = static_cast<float>(cursor.x - mouseCentreX) * mouseSensitivity;
+        mouseDelta.y = static_cast<float>(cursor.y - mouseCentreY) * mouseSensitivity;
         if (joyGetPosEx(JOYSTICKID1, &joystickState) != JOYERR_NOERROR) {
             // Pulled out while it was deflected, it must not go on turning the player.
             joystickState.dwXpos = joystickCentreX;
@@ -46,8 +49,6 @@ void Engine::SampleInput() {
     const Vector joystickDelta(Deflection(joystickState.dwXpos, joystickCentreX, joystickSensitivity),
                                Deflection(joystickState.dwYpos, joystickCentreY, joystickSensitivity),
                                0.0f);
-    const Vector mouseDelta(static_cast<float>(cursor.x - mouseCentreX) * mouseSensitivity,
-                            static_cast<float>(cursor.y - mouseCentreY) * mouseSensitivity, 0.0f);
     const std::uint8_t mouseButtons[3] = {mouseLeftButton, mouseMiddleButton, mouseRightButton};
 
     if (keyState[escapeKey] != 0) {

@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "simulation/player_control.h"
@@ -34,6 +36,7 @@ TEST(Input, InactiveWindowKeepsTheJoysticksLastSampleAndNoMouse) {
     player.controller = 1;
     pending.SetIdentity();
     engine.mouseCentreX = 400;
+    engine.mouseSensitivity = std::numeric_limits<float>::infinity();
     engine.mouseMiddleButton = 1;  // buttons come as messages, and count
     engine.SampleInput();
     expected.SetIdentity();
