@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
+#include "scene/indices.h"
 #include "scene/scene.h"
 #include "services/log.h"
 
@@ -16,15 +17,6 @@
 // file beside it.
 
 namespace {
-
-/// Whether all indices name one of `count` entries.
-bool AreIndicesBelow(const std::int32_t* indices, std::int32_t indexCount, std::int32_t count) {
-    std::uint32_t largest = 0;  // a negative index comes out larger than any other
-    for (std::int32_t i = 0; i < indexCount; i++) {
-        largest = std::max(largest, static_cast<std::uint32_t>(indices[i]));
-    }
-    return indexCount == 0 || largest < static_cast<std::uint32_t>(count);
-}
 
 /// Why the mesh can't be used, or null.
 const char* MeshFault(const RecordHead& head, const Object& object) {
@@ -45,17 +37,17 @@ const char* MeshFault(const RecordHead& head, const Object& object) {
 }
 
 /// Without texture faces one index serves vertices and texture vertices, so drawing reads as many of these
-/// as the faces name. The count stays as the file has it, but behind the array room is made for those that
-/// are missing, all 0.
+/// as the faces name. Where there are fewer, the list is filled up to one for each vertex; the new ones are
+/// 0.
 /// @return whether some were missing
 bool FillTexVertices(Object& object) {
     const std::int32_t there = object.texVertexValueCount;
     if (there == 0 || AreIndicesBelow(object.faces.get(), object.faceValueCount, there / 3)) {
         return false;
     }
-    auto filled = std::make_unique<float[]>(static_cast<std::size_t>(object.vertexValueCount));
-    std::copy_n(object.texVertices.get(), there, filled.get());
-    object.texVertices = std::move(filled);
+    object.ResizeTexVertices(object.vertexValueCount / 3);
+    std::fill(object.texVertices.get() + there, object.texVertices.get() + object.texVertexValueCount,
+              0.0f);
     return true;
 }
 

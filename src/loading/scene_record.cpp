@@ -19,9 +19,6 @@ constexpr std::int64_t zAxisVertexOffset = 74;
 constexpr std::int64_t texVertexCountOffset = 78;
 constexpr std::int64_t texTriangleCountOffset = 82;
 constexpr std::int64_t keyTrackCountOffset = 86;
-/// Most key tracks of an object. A track takes much more memory while it is made than its 4 bytes in the
-/// file, and only the first three are ever played.
-constexpr std::int32_t maxKeyTrackCount = 1000;
 
 constexpr std::int64_t tripleSize = 12;
 constexpr std::int64_t keySize = 40;
@@ -162,11 +159,6 @@ Damage ReadHead(SceneFile& file, std::int64_t offset, RecordHead& head) {
     if (!damage.text.empty()) {
         return damage;
     }
-    if (head.keyTrackCount > maxKeyTrackCount) {
-        return {"key track count " + std::to_string(head.keyTrackCount) + " is more than " +
-                    std::to_string(maxKeyTrackCount),
-                offset + keyTrackCountOffset};
-    }
     return FindEnd(file, head.keyTrackCount, head.endOffset);
 }
 
@@ -180,7 +172,8 @@ bool ReadBody(SceneFile& file, const RecordHead& head, Object& object) {
         return false;
     }
     if (head.keyTrackCount != 0) {
-        object.ResizeKeyTracks(head.keyTrackCount);
+        object.keyTracks = MakeKeyTracks(head.keyTrackCount, 0);
+        object.keyTrackCount = head.keyTrackCount;
     }
     for (std::int32_t track = 0; track < head.keyTrackCount; track++) {
         if (!ReadKeyTrack(file, head.endOffset, object.keyTracks[track])) {

@@ -5,10 +5,14 @@
 
 namespace {
 
-/// Replaces the array by one of `newCount` values with as many of the first old ones as there are.
+/// Replaces the array by one of `newCount` values with as many of the first old ones as there are. Null for
+/// no values: most tracks of a file may be empty.
 template <typename Value>
-void ResizeKeys(std::unique_ptr<Value[]>& array, std::unique_ptr<Value[]> resized, std::int32_t oldCount,
-                std::int32_t newCount) {
+void ResizeKeys(std::unique_ptr<Value[]>& array, std::int32_t oldCount, std::int32_t newCount) {
+    std::unique_ptr<Value[]> resized;
+    if (newCount > 0) {
+        resized = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(newCount));
+    }
     std::copy_n(array.get(), std::min(oldCount, newCount), resized.get());
     array = std::move(resized);
 }
@@ -20,11 +24,10 @@ KeyTrack::KeyTrack(std::int32_t newKeyCount) {
 }
 
 void KeyTrack::Resize(std::int32_t newKeyCount) {
-    const auto count = static_cast<std::size_t>(newKeyCount);
-    ResizeKeys(keyTranslations, std::make_unique<Vector[]>(count), keyCount, newKeyCount);
-    ResizeKeys(keyAxes, std::make_unique<Vector[]>(count), keyCount, newKeyCount);
-    ResizeKeys(keyAngles, std::make_unique_for_overwrite<float[]>(count), keyCount, newKeyCount);
-    ResizeKeys(keyExtras, std::make_unique<Vector[]>(count), keyCount, newKeyCount);
+    ResizeKeys(keyTranslations, keyCount, newKeyCount);
+    ResizeKeys(keyAxes, keyCount, newKeyCount);
+    ResizeKeys(keyAngles, keyCount, newKeyCount);
+    ResizeKeys(keyExtras, keyCount, newKeyCount);
     keyCount = newKeyCount;
 }
 
@@ -37,4 +40,17 @@ void KeyTrack::CopyTo(KeyTrack& destination) const {
     std::copy_n(keyAngles.get(), keyCount, destination.keyAngles.get());
     std::copy_n(keyExtras.get(), keyCount, destination.keyExtras.get());
     destination.currentKey = currentKey;
+}
+
+void KeyTrackRelease::operator()(KeyTrack* tracks) const {
+    std::destroy_n(tracks, count);
+    std::allocator<KeyTrack>().deallocate(tracks, static_cast<std::size_t>(count));
+}
+
+KeyTracks MakeKeyTracks(std::int32_t count, std::int32_t keyCount) {
+    KeyTrack* tracks = std::allocator<KeyTrack>().allocate(static_cast<std::size_t>(count));
+    for (std::int32_t track = 0; track < count; track++) {
+        std::construct_at(tracks + track, keyCount);
+    }
+    return KeyTracks(tracks, KeyTrackRelease{count});
 }

@@ -5,7 +5,8 @@
 
 #include "math/vector.h"
 
-/// An animation of small relative moves, one key a frame. All four arrays hold `keyCount` entries.
+/// An animation of small relative moves, one key a frame. All four arrays hold `keyCount` entries; without
+/// keys they are null.
 struct KeyTrack {
     std::int32_t keyCount = 0;
     std::int32_t currentKey = 0;  ///< next key to apply: 0 at rest, `keyCount` when exhausted
@@ -21,3 +22,15 @@ struct KeyTrack {
     void Resize(std::int32_t newKeyCount);
     void CopyTo(KeyTrack& destination) const;
 };
+
+/// Releases what `MakeKeyTracks` has made.
+struct KeyTrackRelease {
+    std::int32_t count = 0;
+
+    void operator()(KeyTrack* tracks) const;
+};
+using KeyTracks = std::unique_ptr<KeyTrack[], KeyTrackRelease>;
+
+/// Tracks of `keyCount` keys each: where they are filled at once, those of a default track would be made
+/// for nothing, and a thousand empty ones would ask for megabytes.
+KeyTracks MakeKeyTracks(std::int32_t count, std::int32_t keyCount);

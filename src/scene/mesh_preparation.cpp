@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "scene/indices.h"
 #include "scene/object.h"
 
 // What is done to a mesh once it is read: smooth normals, one index list instead of two, the radius.
@@ -78,8 +79,13 @@ void Object::ComputeNormals() {
 }
 
 void Object::ReindexByTexFaces() {
-    // The values of new entries are those of `ResizeVertices`.
     const std::int32_t newCount = texVertexValueCount + 3 * 4;
+    if (texFaces == nullptr || texFaceValueCount != faceValueCount ||
+        !AreIndicesBelow(faces.get(), faceValueCount, std::min(vertexValueCount, newCount) / 3) ||
+        !AreIndicesBelow(texFaces.get(), texFaceValueCount, texVertexValueCount / 3)) {
+        return;
+    }
+    // The values of new entries are those of `ResizeVertices`.
     Redistribute(vertices, vertexValueCount, newCount, 0.0f, *this);
     Redistribute(normals, vertexValueCount, newCount, 0.0f, *this);
     Redistribute(colours, vertexValueCount, newCount, 1.0f, *this);

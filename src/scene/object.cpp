@@ -61,9 +61,13 @@ void Object::ResizeTexFaces(std::int32_t triangleCount) {
 }
 
 void Object::ResizeKeyTracks(std::int32_t trackCount) {
-    auto resized = std::make_unique<KeyTrack[]>(static_cast<std::size_t>(trackCount));
-    for (std::int32_t track = 0; track < std::min(keyTrackCount, trackCount); track++) {
-        keyTracks[track].CopyTo(resized[track]);
+    KeyTracks resized = MakeKeyTracks(trackCount, 0);
+    for (std::int32_t track = 0; track < trackCount; track++) {
+        if (track < keyTrackCount) {
+            keyTracks[track].CopyTo(resized[track]);
+        } else {
+            resized[track] = KeyTrack();
+        }
     }
     keyTracks = std::move(resized);
     keyTrackCount = trackCount;
@@ -78,6 +82,9 @@ void Object::MakePhysics() {
 }
 
 void Object::CopyTo(Object& destination) const {
+    if (&destination == this) {
+        return;
+    }
     if (destination.vertexValueCount != vertexValueCount || destination.faceValueCount != faceValueCount) {
         destination.ResizeVertices(vertexValueCount / 3);
         destination.ResizeFaces(faceValueCount / 3);
@@ -103,7 +110,8 @@ void Object::CopyTo(Object& destination) const {
     }
 
     if (destination.keyTrackCount != keyTrackCount) {
-        destination.ResizeKeyTracks(keyTrackCount);
+        destination.keyTracks = MakeKeyTracks(keyTrackCount, 0);
+        destination.keyTrackCount = keyTrackCount;
     }
     for (std::int32_t track = 0; track < keyTrackCount; track++) {
         keyTracks[track].CopyTo(destination.keyTracks[track]);

@@ -33,7 +33,7 @@ struct Object {
     std::unique_ptr<std::int32_t[]> texFaces;  ///< parallel to `faces`; only while loading
     std::unique_ptr<float[]> colours;          ///< red, green, blue, parallel to `vertices`
     std::unique_ptr<float[]> normals;          ///< parallel to `vertices`
-    std::unique_ptr<KeyTrack[]> keyTracks;     ///< null without
+    KeyTracks keyTracks;                       ///< null without
     std::unique_ptr<Collider> collider;        ///< not null: a moving body that collides and slides
     std::unique_ptr<Physics> physics;          ///< not null: the object has velocity and gravity
     std::int32_t centreVertex = 0;             ///< the pivot, from which `radius` is measured
@@ -67,7 +67,8 @@ struct Object {
     void ResizeKeyTracks(std::int32_t trackCount);        ///< new tracks have 100 keys
     void MakeCollider();  ///< a fresh default record, whatever there was before
     void MakePhysics();   ///< a fresh default record, whatever there was before
-    /// Makes the destination equal to this object, with arrays of its own.
+    /// Makes the destination equal to this object, with arrays of its own. Copied onto itself nothing
+    /// changes.
     void CopyTo(Object& destination) const;
 
     // Preparation after loading, in this order.
@@ -77,8 +78,8 @@ struct Object {
     void ComputeNormals();
     /// Turns the two index lists of the file into the single one that vertex arrays want: afterwards
     /// entry i of all vertex arrays belongs with entry i of `texVertices`, and four spare entries follow.
-    /// Only with `texFaces`, which it releases. All indices must lie inside their lists, those of `faces`
-    /// below the number of texture vertices + 4.
+    /// Releases `texFaces`. Nothing is done unless these are there, one for each of `faces`, and all
+    /// indices lie inside their lists, those of `faces` also below the number of texture vertices + 4.
     void ReindexByTexFaces();
     void ComputeRadius();
 
