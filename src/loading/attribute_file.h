@@ -20,6 +20,10 @@ struct AttributeFile {
     explicit AttributeFile(const char* newPath);
 };
 
+/// The attribute file stands beside the scene file, whose name says "bin" once, by its extension or by a
+/// folder: there its name ends, with "atr".
+std::string AttributeFileName(const std::string& path);
+
 /// Applies the object's block. Needs the current OpenGL context if the block names textures.
 /// @return false, and a line in the log, if there is no file or no block of the object's name.
 bool ApplyObjectAttributes(Scene& scene, AttributeFile& file, std::int32_t objectId);

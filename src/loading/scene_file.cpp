@@ -83,20 +83,6 @@ std::string CheckMarkers(Object& object) {
     return wrong;
 }
 
-/// The attribute file stands beside the binary one, whose name says "bin" once, by its extension or by a
-/// folder: there its name ends, with "atr".
-std::string AttributeFileName(const std::string& path) {
-    const std::size_t bin = path.find("bin");
-    if (bin != std::string::npos) {
-        return path.substr(0, bin) + "atr";
-    }
-    const std::size_t separator = path.find_last_of("/\\");
-    const std::size_t point = path.find_last_of('.');
-    const bool hasExtension =
-        point != std::string::npos && (separator == std::string::npos || point > separator);
-    return path.substr(0, hasExtension ? point : std::string::npos) + ".atr";
-}
-
 /// One load while it runs.
 struct SceneLoad {
     Scene& scene;
@@ -193,6 +179,18 @@ bool SceneLoad::ReadRecords() {
 }
 
 }  // namespace
+
+std::string AttributeFileName(const std::string& path) {
+    const std::size_t bin = path.find("bin");
+    if (bin != std::string::npos) {
+        return path.substr(0, bin) + "atr";
+    }
+    const std::size_t separator = path.find_last_of("/\\");
+    const std::size_t point = path.find_last_of('.');
+    const bool hasExtension =
+        point != std::string::npos && (separator == std::string::npos || point > separator);
+    return path.substr(0, hasExtension ? point : std::string::npos) + ".atr";
+}
 
 bool Scene::LoadMesh(const char* path) {
     std::FILE* opened = OpenFile(path, "rb");
