@@ -1,6 +1,6 @@
 # Read by the scripts at the top: installs the Debian packages that are missing.
 
-run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libgl-dev
+run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libpng-dev libgl-dev
     libglu1-mesa-dev libgl1-mesa-dri fonts-liberation"
 display_packages="xvfb xdotool imagemagick"
 test_packages="$display_packages libgtest-dev libbenchmark-dev openbox netpbm x11-utils

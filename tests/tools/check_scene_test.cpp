@@ -1,0 +1,352 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "scene_writer/attribute_text.h"
+#include "scene_writer/cut_shapes.h"
+#include "scene_writer/image_file.h"
+#include "scene_writer/player_parts.h"
+#include "scene_writer/shapes.h"
+#include "support/command.h"
+#include "support/temporary_folder.h"
+
+// Mistakes that authors make, each planted alone into a small world that is clean otherwise, and told by
+// the program itself.
+
+namespace {
+
+/// The files of a world before they are written.
+struct Parts {
+    std::string settings =
+        SettingsText({"*RESOLUTION 640 480 32", "*FRAMERATELIMIT 50", "*PLAYERCOUNT 1",
+                      "*PLAYERCONTROLLER 0 1", "*MOUSESENSITIVITY 0.005", "*PLAYERVIEWPORT 0 0 0 640 480",
+                      "*NEARCLIPPINGPLANE 0.5", "*FARCLIPPINGPLANE 800", "*LOADMESH data\\world.bin"});
+    std::string attributes =
+        AttributeBlock("GLOBALS", {"*LIGHT 0 0 0 1 1 1 1 1 0 0 0 1 10 10 30 1 0 0 -1 0 40 1 0 0"}) +
+        AttributeBlock("Floor", {"*TEXTURE data\\floor.tga"}) +
+        AttributeBlock("Crate", {"*TEXTURE data\\crate.rgb", "*COLLIDER", "*PHYSICS 1 0.5 0.1"});
+    std::vector<SceneObject> objects;
+    std::string floorImage = TgaBytes(Image(64, 64, 3));
+
+    Parts() {
+        SceneObject floor = MakeGrid("Floor", {-60, -60, 0}, {120, 0, 0}, {0, 120, 0}, 12, 12, 12);
+        AddMarkers(floor, {0, 0, 0});
+        SceneObject crate = MakeCutBox("Crate", {8, 8, 0.1f}, {12, 12, 4.1f}, 2, 1);
+        AddMarkers(crate, {10, 10, 5.1f});
+        SceneObject wedge = MakeWedge("Ramp", {20, -6, 0}, {30, 10, 6}, 4);
+        AddMarkers(wedge, {25, 2, 3});
+        const PlayerParts player = MakePlayer({0, {0, -20, 0}});
+        objects = player.objects;
+        attributes += player.attributes;
+        objects.insert(objects.end(), {floor, crate, wedge});
+    }
+    SceneObject& Object(const std::string& name) {
+        return *std::ranges::find(objects, name, &SceneObject::name);
+    }
+    void Write() const {
+        std::filesystem::remove_all("data");
+        WriteWholeFile("settings.atr", settings);
+        WriteWholeFile("data/world.atr", attributes);
+        WriteWholeFile("data/world.bin", SceneFileBytes(objects));
+        WriteWholeFile("data/floor.tga", floorImage);
+        WriteSgi("data/crate.rgb", Image(32, 32, 3));
+    }
+};
+
+CommandResult Check(const std::string& arguments = "") {
+    return RunCommand(CHECK_SCENE_PROGRAM " " + arguments + " 2>&1");
+}
+
+void ExpectFinding(const Parts& parts, const std::string& expected) {
+    parts.Write();
+    const CommandResult result = Check();
+    EXPECT_EQ(result.exitCode, 1) << expected;
+    EXPECT_NE(result.output.find(expected), std::string::npos) << expected << "\n" << result.output;
+}
+
+std::string Repeated(const std::string& text, int times) {
+    return times == 0 ? "" : text + Repeated(text, times - 1);
+}
+
+void AddSecondPlayer(Parts& parts) {
+    const PlayerParts second = MakePlayer({1, {20, -20, 0}});
+    parts.objects.insert(parts.objects.end(), second.objects.begin(), second.objects.end());
+    parts.attributes += second.attributes;
+    parts.settings = SettingsText({"*RESOLUTION 640 480 32", "*FRAMERATELIMIT 50", "*PLAYERCOUNT 2",
+                                   "*PLAYERVIEWPORT 0 0 0 320 240", "*PLAYERVIEWPORT 1 300 200 320 240",
+                                   "*LOADMESH data\\world.bin"});
+}
+
+struct TextFault {
+    std::string before;
+    std::string after;  ///< stands in the first place of `before`
+    std::string finding;
+};
+
+void ExpectFindings(std::string Parts::*text, const std::vector<TextFault>& faults) {
+    for (const TextFault& fault : faults) {
+        Parts parts;
+        std::string& spoilt = parts.*text;
+        const std::size_t place = spoilt.find(fault.before);
+        ASSERT_NE(place, std::string::npos) << fault.before;
+        spoilt.replace(place, fault.before.size(), fault.after);
+        ExpectFinding(parts, fault.finding);
+    }
+}
+
+struct MeshFault {
+    void (*spoil)(Parts& parts);
+    std::string finding;
+};
+
+}  // namespace
+
+TEST(CheckScene, FindsNothingInACleanWorld) {
+    const TemporaryFolder folder;
+    Parts().Write();
+    const CommandResult result = Check();
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.output.find("0 errors, 0 warnings"), std::string::npos) << result.output;
+}
+
+TEST(CheckScene, FindsMistakesInSettings) {
+    const TemporaryFolder folder;
+    ExpectFindings(
+        &Parts::settings,
+        {
+            {"*PLAYERCOUNT", "*PLAYERCUONT",
+             "settings.atr:3: error: *PLAYERCUONT is no key of the settings; did you mean *PLAYERCOUNT?"},
+            {"*FRAMERATELIMIT", "*FrameRateLimit",
+             "settings.atr:2: error: *FrameRateLimit isn't read: keys are written in capital"},
+            {"*PLAYERCOUNT 1", "", "there is no player, and the window stays blue"},
+            {"*RESOLUTION 640 480 32", "*RESOLUTION 640 480",
+             "has 2 of its 3 numbers; the colour bits is taken from line 2"},
+            {"0.005", ".005",
+             "settings.atr:5: error: *MOUSESENSITIVITY: radians per pixel: .005 is read as 5; write 0.005"},
+            {"0.005", "0,005", "a comma separates numbers"},
+            {"640 480 32", "640 480 33", "the colour bits is 33; sensible values are 16 to 32"},
+            {"*MOUSESENSITIVITY 0.005", "", "player 0 plays by mouse, and there is no *MOUSESENSITIVITY"},
+            {"*FARCLIPPINGPLANE", "// *SAFE\n*FARCLIPPINGPLANE",
+             "settings.atr:8: warning: *SAFE stands in a comment and counts"},
+            {"*FARCLIPPINGPLANE", "*SAFETY\n*FARCLIPPINGPLANE", "*SAFETY counts as *SAFE"},
+            {"*PLAYERCOUNT 1", "*PLAYERCOUNT 1\n*RESOLUTION 640 480 24",
+             "*RESOLUTION stands in line 1, too; this one counts"},
+            {"CONTROLLER 0 1", "CONTROLLER 0 7", "player 0 can't be moved: device 7"},
+            {"CONTROLLER 0 1", "CONTROLLER 1 1", "there is no player 1; *PLAYERCOUNT makes 1"},
+            {"0 0 0 640 480", "0 0 0 640 0", "the height is 0; sensible values are 1 or more"},
+            {"0 0 0 640 480", "0 100 0 640 480", "to 740, 480, beyond the window of 640 x 480"},
+            {"0 0 0 640 480", "0 0 0 320 480", "is squeezed to 50 % of its width"},
+            {"*PLAYERVIEWPORT 0 0 0 640 480", "", "player 0 has no *PLAYERVIEWPORT"},
+            {"*FARCLIPPINGPLANE 800", "*FARCLIPPINGPLANE 0.2",
+             "the far clipping plane, 0.2, has to lie behind the near one"},
+            {"data\\world.bin", "data/world.bin", "data/world.bin is read as data: names hold letters"},
+            {"data\\world.bin", "data\\wurld.bin", "*LOADMESH: there is no file data/wurld.bin"},
+            {"*NEARCLIPPINGPLANE", "}\n*NEARCLIPPINGPLANE",
+             "*LOADMESH isn't read: the settings end at the closing brace in line 7"},
+            {"world.bin\n}", "world.bin\n", "settings.atr:9: warning: the closing brace is missing"},
+            {"*PLAYERCOUNT 1", "*PLAYERCOUNT 2", "player 1 has no camera and sees nothing"},
+        });
+}
+
+TEST(CheckScene, FindsMistakesInAttributes) {
+    const TemporaryFolder folder;
+    ExpectFindings(
+        &Parts::attributes,
+        {
+            {"Crate {", "Crat {",
+             "data/world.atr:7: error: the block Crat fits no object of data/world.bin: nothing in it is "
+             "read; did you mean Crate?"},
+            {"Crate {", "Crate\t{", "the block Crate isn't found: only blanks and line ends"},
+            {"Crate {", "Crate Crate {", "its name stands twice in front of the brace"},
+            {"Crate {", "BigCrate {", "object \"Crate\" is given the block BigCrate"},
+            {"Crate {", "Floor { }\nCrate {",
+             "the block Floor stands here a second time and isn't read: the one in line 4"},
+            {"*PHYSICS 1 0.5 0.1\n}", "*PHYSICS 1 0.5 0.1\n",
+             "the block Crate has no closing brace before Eyes0 begins in line 12"},
+            {"*TEXTURE data\\floor.tga", "*TEXTURE\tdata\\floor.tga",
+             "*TEXTURE isn't read here: a blank has to stand right behind it"},
+            {"*COLLIDER", "*COLIDER",
+             "data/world.atr:9: error: *COLIDER is no key of an object's block; did you mean *COLLIDER?"},
+            {"*COLLIDER", "*COLLIDER 2 2 2", "*COLLIDER takes no number"},
+            {"*COLLIDER", "*RESOLUTION 1 1 16", "it belongs into the settings"},
+            {"*PHYSICS 1 0.5 0.1", "*PHYSICS 1 0.5", "*PHYSICS has 2 of its 3 numbers"},
+            {"*PHYSICS 1 0.5 0.1", "*PHYSICS 1 0.5 7", "the friction is 7; sensible values are 0 to 1"},
+            {"*PHYSICS 1 0.5 0.1", "*PHYSICS 1e0 0.5 0.1", "the digits of the exponent are read once more"},
+            {"floor.tga", "my_floor.tga", "data\\my_floor.tga is read as data\\my: names hold letters"},
+            {"floor.tga", "floor.png",
+             "gives no image, and every texture that follows is taken for this one"},
+            {"floor.tga", "flor.tga",
+             "data/world.atr:5: error: *TEXTURE data\\flor.tga: the image can't be found"},
+            {"crate.rgb", "crat.rgb", "the image can't be found or is empty; the engine ends there"},
+            {"*CAMERAOBJECT 0 0 1", "*CAMERAOBJECT 0 0 70",
+             "*CAMERAOBJECT names vertex 70, and object \"Eyes0\" has 7 vertices"},
+            {"*CAMERAOBJECT 0 0 1", "*CAMERAOBJECT 0 1 1",
+             "the eye and what it looks at, vertices 1 and 1, are the same place"},
+            {"*GROUPMEMBER 0\n    *NOCOLLIDER", "*NOCOLLIDER",
+             "player 0's camera stays behind when they walk"},
+            {"*PHYSICS 0.55 0 0.5", "", "object \"Body0\" needs *PHYSICS"},
+            {"*PLAYERSPAWNPOINT 0", "", "player 0 has no *PLAYERSPAWNPOINT and starts where"},
+            {"*GROUPPARENT 0", "*GROUPPARENT 3", "player 0's group has the id 3; it has to be 0"},
+            {"data\\crate.rgb", "data\\floor.tgab.rgb",
+             "shows data\\floor.tga, because that was loaded before"},
+            {"*TEXTURE data\\crate.rgb", "", "object \"Crate\" has texture coordinates and no *TEXTURE"},
+            {"*COLLIDER", "*COLLIDER" + Repeated("\n*GROUPMEMBER 0", 49),
+             "group 0 has 51 members, and those behind the first 50"},
+            {"*LIGHT",
+             Repeated("*LIGHT 0 0 0 1 1 1 1 1 0 0 0 1 0 0 9 1 0 0 -1 0 180 1 0 0\n", 8) + "*LIGHT",
+             "this is light number 9"},
+            {"*GROUPPARENT 0", "", "group 0 has 2 members and no parent"},
+            {"*COLLIDER", "*COLLIDER\n*GROUPMEMBER 0",
+             "object \"Crate\" needs *NOCOLLIDER: as a member of group 0"},
+            {"*LIGHT", "#LIGHT", "the world is dim, for it has no light"},
+            {"0 0 -1 0 40", "0 0 -1 0 120", "the spot cutoff is 120 degrees"},
+            {"0 0 -1 0 40", "0 0 1 0 40", "the spot falls on no vertex"},
+            {"*LIGHT 0 0 0 1 1 1 1 1", "*LIGHT 0 0 0 1 0 0 0 1", "the light is black"},
+            {"GLOBALS {", "*TEXTURE data\\floor.tga\nGLOBALS {", "*TEXTURE stands outside of all blocks"},
+        });
+    Parts parts;
+    parts.attributes.insert(0, "BigCrate { }\n");
+    ExpectFinding(parts, "object \"Crate\" is given the block BigCrate, which ends in its name");
+}
+
+TEST(CheckScene, FindsMistakesInMeshesAndImages) {
+    const TemporaryFolder folder;
+    const MeshFault faults[] = {
+        {[](Parts& p) { p.floorImage = TgaBytes(Image(65, 64, 3)); },
+         "65 x 64 pixels: its sides must be powers of two"},
+        {[](Parts& p) { p.floorImage = TgaBytes(Image(1024, 2, 3)); }, "which is too large: 512"},
+        {[](Parts& p) { p.floorImage[2] = 10; }, "the image is run-length encoded: save it uncompressed"},
+        {[](Parts& p) { p.floorImage[1] = 1; }, "the image has a palette"},
+        {[](Parts& p) { p.floorImage[17] = 0x20; },
+         "warning: *TEXTURE data\\floor.tga: the image begins with its top row"},
+        {[](Parts& p) { p.floorImage.resize(500); }, "the image can't be read whole"},
+        {[](Parts& p) {
+             for (Int3& face : p.Object("Ramp").faces) {
+                 face = {face.a + 1, face.b + 1, face.c + 1};
+             }
+         },
+         "object \"Ramp\": no triangle names vertex 0, but one names a marker: the indices seem to count "
+         "from 1"},
+        {[](Parts& p) { p.Object("Ramp").faces[3].b = 500; },
+         "object \"Ramp\": a triangle names a vertex that doesn't exist"},
+        {[](Parts& p) { p.Object("Ramp").faces[3].b = p.Object("Ramp").faces[3].a; },
+         "1 of its 74 triangles have no area; the first is triangle 3"},
+        {[](Parts& p) { p.Object("Ramp").faces.push_back(p.Object("Ramp").faces[0]); },
+         "1 triangle with the same corners as another; the first is triangle 74"},
+        {[](Parts& p) { p.Object("Ramp").vertices[1].y = std::numeric_limits<float>::quiet_NaN(); },
+         "object \"Ramp\": vertex 1 is no finite number"},
+        {[](Parts& p) {
+             Stretch(p.Object("Ramp"), {25, 2, 0}, {1, -1, 1});
+         },
+         "object \"Ramp\": its triangles look inwards"},
+        {[](Parts& p) {
+             Stretch(p.Object("Floor"), {}, {1, -1, 1});
+         },
+         "finds no hold: object \"Floor\" lies below, but its triangles look down"},
+        {[](Parts& p) {
+             p.Object("Ramp").vertices.push_back({5000, 0, 0});
+         },
+         "vertices of no triangle make its radius"},
+        {[](Parts& p) {
+             Move(p.Object("Ramp"), {50000, 0, 0});
+         },
+         "it reaches 50030 from the origin"},
+        {[](Parts& p) {
+             p.Object("Crate").texFaces.clear();
+             p.Object("Crate").texVertices.clear();
+         },
+         "object \"Crate\" has no texture coordinates"},
+        {[](Parts& p) { p.Object("Eyes0").vertices[5].x += 2; },
+         "marker is 2.23607 away from its centre, and has to be 1"},
+        {[](Parts& p) { p.Object("Body0").centreVertex = 90; }, "no vertices for these markers: centre 90"},
+        {[](Parts& p) { p.Object("Body0").spareVertex = 0; },
+         "its spare vertex, 0, is a corner of a triangle"},
+        {[](Parts& p) {
+             Move(p.Object("Start0"), {0, 0, -5});
+         },
+         "player 0 starts at (0, -20, 0.15), inside object \"Floor\""},
+        {[](Parts& p) {
+             Move(p.Object("Start0"), {0, 0, 60});
+         },
+         "player 0 starts at (0, -20, 65.15) and falls 60 units"},
+        {[](Parts& p) {
+             Move(p.Object("Start0"), {900, 0, 0});
+         },
+         "falls for ever: there is no floor below"},
+        {[](Parts& p) { std::swap(p.objects[1], p.objects[2]); },
+         "*PLAYERSPAWNPOINT finds no player 0 yet"},
+        {[](Parts& p) { p.Object("Body0").keyTracks.clear(); },
+         "object \"Eyes0\" has 3 key tracks, and the player's object \"Body0\" only 0"},
+        {[](Parts& p) { p.Object("Crate").keyTracks.resize(1); },
+         "object \"Crate\" has key tracks that nobody plays"},
+        {[](Parts& p) { p.Object("Body0").keyTracks.resize(4); },
+         "object \"Body0\" has 4 key tracks, and only three are played"},
+        {[](Parts& p) { p.Object("Ramp").name = "Crate"; },
+         "several objects \"Crate\": this one is called Crate1"},
+        {[](Parts& p) { p.Object("Crate").centreVertex = 0; },
+         "marker vertex 0 is taken by a corner of a triangle"},
+        {[](Parts& p) { std::swap(p.Object("Eyes0").xAxisVertex, p.Object("Eyes0").yAxisVertex); },
+         "left-handed"},
+        {AddSecondPlayer, "players 0 and 1 share keys of the keyboard, the first of them with the code 38"},
+        {AddSecondPlayer, "the viewports of players 0 and 1 overlap"},
+        {[](Parts& p) { p.Object("Ramp").name = "Rampe\xC3\xA9"; },
+         "names with letters beyond ASCII never find their block"},
+    };
+    for (const MeshFault& fault : faults) {
+        Parts parts;
+        fault.spoil(parts);
+        ExpectFinding(parts, fault.finding);
+    }
+
+    Parts().Write();
+    const std::string whole = ReadWholeFile("data/world.bin");
+    WriteWholeFile("data/world.bin", whole.substr(0, whole.size() - 1));
+    EXPECT_NE(
+        Check().output.find("is more than the rest of the file holds; this and what follows is left out "
+                            "(at byte "),
+        std::string::npos);
+}
+
+TEST(CheckScene, ListsTheWorldAndHandsItOut) {
+    const TemporaryFolder folder;
+    Parts parts;
+    parts.settings.replace(parts.settings.find(" 1\n"), 3, " 1 \"\n*SAVE\n");
+    parts.Write();
+    const CommandResult json = Check("--json");
+    EXPECT_EQ(json.exitCode, 1);
+    EXPECT_EQ(json.output,
+              R"([
+  {"file": "settings.atr", "line": 4, "severity": "error", "text": "*SAVE is no key of the settings; did you mean *SAFE?"}
+]
+)");
+
+    Parts().Write();
+    const CommandResult list = Check("--list --obj out.obj");
+    EXPECT_EQ(list.exitCode, 0);
+    const std::string lines[] = {
+        "Player 0: by mouse, moves Body0, sees through Eyes0 from vertex 0 to 1",
+        "Object 3 Floor: 288 triangles, 174 vertices, 170 texture vertices, from (-60, -60, 0) to (60, 60, "
+        "0)",
+        "block in line 7: TEXTURE data\\crate.rgb, COLLIDER, PHYSICS 1 0.5 0.1",
+        "Texture data\\floor.tga: 64 x 64",
+        "Group 0: Body0 leads Eyes0 Body0",
+    };
+    for (const std::string& line : lines) {
+        EXPECT_NE(list.output.find(line), std::string::npos) << line << "\n" << list.output;
+    }
+    // The floor comes behind the 29 vertices of the body, which has no texture: 24 corners and 5 markers.
+    const std::string obj = ReadWholeFile("out.obj");
+    const std::size_t floor =
+        obj.find("o Floor\nusemtl data_floor.tga\nv -60 -60 0 1 1 1\nv -50 -60 0 1 1 1\n");
+    EXPECT_NE(floor, std::string::npos);
+    EXPECT_NE(obj.find("\nf 30/1 31/2 44/15\n", floor), std::string::npos);
+    EXPECT_NE(ReadWholeFile("out.mtl").find("map_Kd data_floor.tga.png"), std::string::npos);
+    EXPECT_EQ(RunCommand("identify -format %wx%h data_floor.tga.png").output, "64x64");
+
+    EXPECT_EQ(Check("nowhere").exitCode, 2);
+    EXPECT_EQ(Check("--lst").exitCode, 2);
+    EXPECT_EQ(Check("--help").exitCode, 0);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "check_scene/findings.h"
+#include "check_scene/world.h"
+
+// The judgements on a world that is loaded, each in a file of its own.
+
+void CheckSettings(Findings& findings, const World& world);
+void CheckBlocks(Findings& findings, const World& world);
+void CheckTextures(Findings& findings, const World& world);
+void CheckSceneFiles(Findings& findings, const World& world);
+void CheckMeshes(Findings& findings, const World& world);
+void CheckMarkers(Findings& findings, const World& world);
+void CheckPlayers(Findings& findings, const World& world);
+void CheckSpawnPoints(Findings& findings, const World& world);
+void CheckLights(Findings& findings, const World& world);
+void CheckGroups(Findings& findings, const World& world);
+void CheckKeyTracks(Findings& findings, const World& world);

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "math/vector.h"
+
+/// Where a finding is: a line of a text file or a byte of a binary one.
+struct Place {
+    std::string file;        ///< as the author would open it from where the tool was started
+    int line = 0;            ///< from 1; 0 for none
+    std::int64_t byte = -1;  ///< from the start of a binary file; -1 for none
+};
+
+/// One thing that is wrong or suspicious, and what to do about it.
+struct Finding {
+    bool isError = false;  ///< the world won't be what its author meant; otherwise a warning
+    Place place;
+    std::string text;
+};
+
+/// What has been found so far.
+struct Findings {
+    std::vector<Finding> list;
+
+    void Error(const Place& place, const std::string& text) { list.push_back({true, place, text}); }
+    void Warn(const Place& place, const std::string& text) { list.push_back({false, place, text}); }
+    /// File by file in the order of their first finding, line by line; each finding once.
+    void Sort();
+    int ErrorCount() const;
+};
+
+/// One line for each finding, as compilers write them.
+void PrintFindings(std::ostream& out, const Findings& findings);
+/// One JSON array of objects with "file", "line", "byte", "severity" and "text"; line and byte only where
+/// there is one.
+void PrintFindingsAsJson(std::ostream& out, const Findings& findings);
+
+/// A number as people write it: without a row of zeros behind the point.
+std::string Shown(double value);
+/// "(1, 2.5, 3)", to the hundredth.
+std::string ShownPoint(Vector point);
+/// "1 triangle", "2 triangles".
+std::string Counted(std::int64_t count, const std::string& what);

@@ -1,0 +1,84 @@
+#include <map>
+#include <vector>
+
+#include "check_scene/checks.h"
+#include "scene/scene.h"
+
+// Groups: members, the parent that they follow, and room for them.
+
+namespace {
+
+struct Group {
+    std::vector<std::int32_t> members;
+    std::vector<std::int32_t> parents;
+};
+
+/// What the texts ask for, in the order in which the engine reads it.
+std::map<std::int32_t, Group> FindGroups(const World& world) {
+    std::map<std::int32_t, Group> groups;
+    for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
+        const Block* block = world.BlockOf(id);
+        if (block == nullptr) {
+            continue;
+        }
+        for (const KeyUse& use : block->keys) {
+            if (use.Is("*GROUPMEMBER")) {
+                groups[use.Whole(0)].members.push_back(id);
+            }
+        }
+        if (world.scene->objects[id].groupParent != -1) {
+            groups[world.scene->objects[id].groupParent].parents.push_back(id);
+        }
+    }
+    return groups;
+}
+
+void CheckMembers(Findings& findings, const World& world, std::int32_t number, const Group& group) {
+    const Scene& scene = *world.scene;
+    const std::string name = "group " + std::to_string(number);
+    const auto at = [&](std::int32_t id) { return world.At(id, "*GROUPMEMBER", number); };
+    if (group.parents.empty()) {
+        findings.Error(at(group.members.front()),
+                       name + " has " + Counted(static_cast<std::int64_t>(group.members.size()), "member") +
+                           " and no parent: some object needs *GROUPPARENT " + std::to_string(number));
+        return;
+    }
+    const std::size_t capacity = static_cast<std::size_t>(IdList().capacity);
+    if (group.members.size() > capacity) {
+        findings.Error(at(group.members[capacity]), name + " has " + std::to_string(group.members.size()) +
+                                                        " members, and those behind the first " +
+                                                        std::to_string(capacity) + " stay behind");
+    }
+    for (const std::int32_t member : group.members) {
+        const Object& object = scene.objects[member];
+        const Object& parent = scene.objects[group.parents.front()];
+        const bool isParent = object.groupParent == number;
+        if (!isParent && object.faceValueCount > 0 && parent.collider != nullptr &&
+            object.attributes[collidableAttribute] != 0 && !world.Of(member).meshDropped) {
+            findings.Error(at(member), Named(object) + " needs *NOCOLLIDER: as a member of " + name +
+                                           " it stands in the way of its parent, " + Named(parent));
+        }
+    }
+}
+
+}  // namespace
+
+void CheckGroups(Findings& findings, const World& world) {
+    for (const auto& [number, group] : FindGroups(world)) {
+        const std::string name = "group " + std::to_string(number);
+        if (number < 0 || number > maxGroupId) {
+            continue;  // the number's range has been judged
+        }
+        if (group.parents.size() > 1) {
+            findings.Warn(world.At(group.parents[1], "*GROUPPARENT"),
+                          name + " has several parents, and its members follow each of them");
+        }
+        if (group.members.empty()) {
+            findings.Warn(world.At(group.parents.front(), "*GROUPPARENT"),
+                          name + " has no members: those that shall follow need *GROUPMEMBER " +
+                              std::to_string(number));
+        } else {
+            CheckMembers(findings, world, number, group);
+        }
+    }
+}

@@ -1,0 +1,99 @@
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "check_scene/checks.h"
+#include "scene/scene.h"
+
+// Lights: that there are some, that OpenGL has room for them, and that they fall on something.
+
+namespace {
+
+bool IsBlack(const float (&colour)[3]) {
+    return std::ranges::all_of(colour, [](float part) { return part <= 0.0f; });
+}
+
+/// Whether any vertex of a visible triangle lies in the cone.
+bool HitsAnything(const Scene& scene, const Light& light) {
+    const Vector apex(light.position[0], light.position[1], light.position[2]);
+    Vector axis(light.spotDirection[0], light.spotDirection[1], light.spotDirection[2]);
+    axis.Normalise();
+    const float least = std::cos(light.spotCutoff * std::numbers::pi_v<float> / 180.0f);
+    for (std::int32_t id = 0; id < scene.objectCount; id++) {
+        const Object& object = scene.objects[id];
+        if (object.attributes[invisibleAttribute] == 1) {
+            continue;
+        }
+        for (std::int32_t i = 0; i < object.faceValueCount; i++) {
+            Vector vertex;
+            object.GetVertex(vertex, object.faces[i]);
+            const Vector ray = vertex - apex;
+            if (ray.Dot(axis) >= least * ray.Length()) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void CheckLight(Findings& findings, const Scene& scene, const Light& light, const Place& place) {
+    if (light.glLight == -1) {
+        findings.Error(place, "this is light number " + std::to_string(&light - scene.lights.get() + 1) +
+                                  ", and only the first eight shine");
+    }
+    if (IsBlack(light.ambient) && IsBlack(light.diffuse) && IsBlack(light.specular)) {
+        findings.Warn(place, "the light is black: its ambient, diffuse and specular colours are all 0");
+    }
+    const bool isDirection = light.position[3] == 0.0f;
+    if (isDirection && light.position[0] == 0.0f && light.position[1] == 0.0f &&
+        light.position[2] == 0.0f) {
+        findings.Error(place,
+                       "the light comes from nowhere: with w 0 its position is a direction, and that is 0");
+    }
+    if (light.constantAttenuation == 0.0f && light.linearAttenuation == 0.0f &&
+        light.quadraticAttenuation == 0.0f) {
+        findings.Error(place, "all three attenuations of the light are 0; a constant one of 1 is usual");
+    }
+    if (light.spotCutoff == 180.0f) {
+        return;
+    }
+    const bool isAimless =
+        light.spotDirection[0] == 0.0f && light.spotDirection[1] == 0.0f && light.spotDirection[2] == 0.0f;
+    if (light.spotCutoff > 90.0f) {
+        findings.Error(place, "the spot cutoff is " + Shown(light.spotCutoff) +
+                                  " degrees: 0 to 90 make a spot, 180 makes none");
+    } else if (isDirection) {
+        findings.Warn(place, "a light with a direction, w 0, can't be a spot: give it a place and w 1");
+    } else if (isAimless) {
+        findings.Error(place, "the spot has no direction");
+    } else if (!HitsAnything(scene, light)) {
+        findings.Warn(place,
+                      "the spot falls on no vertex, so that it isn't seen: cut the mesh up where it "
+                      "shines, or turn it");
+    }
+}
+
+}  // namespace
+
+void CheckLights(Findings& findings, const World& world) {
+    const Scene& scene = *world.scene;
+    std::int32_t next = 0;
+    for (const SceneSource& source : world.scenes) {
+        if (source.globals == -1) {
+            continue;
+        }
+        for (const KeyUse& use : source.blocks[static_cast<std::size_t>(source.globals)].keys) {
+            if (use.Is("*LIGHT") && next < scene.lightCount) {
+                CheckLight(findings, scene, scene.lights[next++], source.attributes.At(use.position));
+            }
+        }
+    }
+    if (scene.lightCount > 0 || scene.objectCount == 0) {
+        return;
+    }
+    const SceneSource& source = world.scenes.front();
+    const std::size_t at =
+        source.globals == -1 ? 0 : source.blocks[static_cast<std::size_t>(source.globals)].headBegin;
+    findings.Warn(source.hasAttributes ? source.attributes.At(at) : source.AtByte(-1),
+                  "the world is dim, for it has no light: put *LIGHT into the block GLOBALS");
+}

@@ -1,0 +1,171 @@
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "check_scene/checks.h"
+#include "check_scene/obj_export.h"
+#include "check_scene/report.h"
+#include "check_scene/world.h"
+
+// Tells an author what is wrong with a world, before the world runs.
+
+namespace {
+
+constexpr const char* helpText =
+    R"(usage: check_scene [options] [FOLDER | SETTINGS]
+
+Loads the world of a folder as the engine does, without a display, and tells what is wrong with it:
+file:line: error or warning: what it is and what to do. FOLDER is the present one by default; SETTINGS is
+a settings file of another name than settings.atr.
+
+  --list          print the world: players, objects with sizes, markers and keys, textures, lights, groups
+  --obj OUT.obj   write the geometry for other programs, with OUT.mtl and the textures as PNG beside it
+  --json          print the findings as JSON, for editors
+  --help          this text
+
+Exit code: 0 nothing was found, 1 something was, 2 wrong usage.
+
+Examples:
+  check_scene                      the world of this folder
+  check_scene demo/single          that of another one
+  check_scene --list demo/single   what is in it
+  check_scene --obj out.obj .      its geometry
+)";
+
+constexpr int clean = 0;
+constexpr int found = 1;
+constexpr int wrongUsage = 2;
+
+struct Options {
+    bool list = false;
+    bool json = false;
+    bool help = false;
+    std::string obj;
+    std::string world = ".";
+};
+
+/// False, and a text, if the arguments can't be understood.
+bool ReadArguments(int count, char** arguments, Options& options) {
+    bool hasWorld = false;
+    for (int i = 1; i < count; i++) {
+        const std::string argument = arguments[i];
+        if (argument == "--list") {
+            options.list = true;
+        } else if (argument == "--json") {
+            options.json = true;
+        } else if (argument == "--help") {
+            options.help = true;
+        } else if (argument == "--obj" && i + 1 < count) {
+            options.obj = arguments[++i];
+        } else if (!argument.starts_with("-") && !hasWorld) {
+            options.world = argument;
+            hasWorld = true;
+        } else {
+            std::cerr << "check_scene: " << argument
+                      << (argument == "--obj" ? " needs the name of a file" : " isn't understood")
+                      << "; --help tells the usage\n";
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Enters the folder of the world, as the engine wants it, and gives the name of the settings there.
+std::string Enter(const std::string& given, World& world) {
+    const std::filesystem::path path = given;
+    const bool isFolder = std::filesystem::is_directory(path);
+    const std::filesystem::path folder = isFolder ? path : path.parent_path();
+    const std::string shown = folder.lexically_normal().generic_string();
+    world.shownFolder = shown.empty() || shown == "." ? "" : shown + (shown.ends_with('/') ? "" : "/");
+    if (!folder.empty()) {
+        std::filesystem::current_path(folder);
+    }
+    return isFolder ? "settings.atr" : path.filename().string();
+}
+
+/// How many players the settings ask for: more than there can be would only exhaust the memory.
+bool HasTooManyPlayers(const World& world) {
+    constexpr double most = 10000.0;
+    double count = 0.0;
+    for (const KeyUse& use : world.settingsKeys) {
+        if (use.Is("*PLAYERCOUNT") && use.numbers[0].value > 0.0) {
+            count += use.numbers[0].value;
+        }
+    }
+    return count > most;
+}
+
+void Judge(Findings& findings, World& world) {
+    if (HasTooManyPlayers(world)) {
+        findings.Error(world.AtSetting("*PLAYERCOUNT"),
+                       "so many players exhaust the memory; nothing else was "
+                       "looked at");
+        return;
+    }
+    world.LoadScenes();
+    CheckSettings(findings, world);
+    CheckSceneFiles(findings, world);
+    CheckBlocks(findings, world);
+    CheckTextures(findings, world);
+    CheckMeshes(findings, world);
+    CheckMarkers(findings, world);
+    CheckPlayers(findings, world);
+    CheckSpawnPoints(findings, world);
+    CheckLights(findings, world);
+    CheckGroups(findings, world);
+    CheckKeyTracks(findings, world);
+    findings.Sort();
+}
+
+int Run(const Options& options) {
+    const std::string obj = options.obj.empty() ? "" : std::filesystem::absolute(options.obj).string();
+    World world;
+    const std::string settings = Enter(options.world, world);
+    if (!world.ReadSettings(settings)) {
+        std::cerr << world.shownFolder << settings
+                  << ": error: can't be opened; the folder of a world holds a settings.atr\n";
+        return wrongUsage;
+    }
+    Findings findings;
+    Judge(findings, world);
+    if (options.list) {
+        PrintWorld(std::cout, world);
+    }
+    if (!obj.empty()) {
+        const std::string failed = ExportObj(world, obj);
+        if (!failed.empty()) {
+            std::cerr << failed << ": error: can't be written\n";
+            return wrongUsage;
+        }
+    }
+    if (options.json) {
+        PrintFindingsAsJson(std::cout, findings);
+    } else {
+        PrintFindings(std::cout, findings);
+        PrintCost(std::cout, world);
+        const int errors = findings.ErrorCount();
+        std::cout << Counted(errors, "error") << ", "
+                  << Counted(static_cast<int>(findings.list.size()) - errors, "warning") << "\n";
+    }
+    return findings.list.empty() ? clean : found;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+    Options options;
+    if (!ReadArguments(argumentCount, arguments, options)) {
+        return wrongUsage;
+    }
+    if (options.help) {
+        std::cout << helpText;
+        return clean;
+    }
+    try {
+        return Run(options);
+    } catch (const std::exception& failure) {
+        std::cerr << "check_scene: " << failure.what() << "\n";
+        return wrongUsage;
+    }
+}

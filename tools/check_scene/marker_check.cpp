@@ -1,0 +1,168 @@
+#include <cmath>
+#include <set>
+
+#include "check_scene/checks.h"
+#include "check_scene/mesh_facts.h"
+#include "scene/scene.h"
+
+// Marker vertices, for the objects that move.
+
+namespace {
+
+constexpr float tolerance = 0.01f;
+
+/// What each object does that needs markers.
+struct Roles {
+    std::set<std::int32_t> members;  ///< of any group
+    std::set<std::int32_t> cameras;
+    std::set<std::int32_t> bodies;  ///< of players
+
+    explicit Roles(const Scene& scene) {
+        for (std::int32_t group = 0; group < scene.groupCount; group++) {
+            for (std::int32_t slot = 0; slot < scene.groups[group].capacity; slot++) {
+                members.insert(scene.groups[group].ids[slot]);
+            }
+        }
+        for (std::int32_t i = 0; i < scene.playerCount; i++) {
+            cameras.insert(scene.players[i].cameraObject);
+            bodies.insert(scene.players[i].playerObject);
+        }
+    }
+    const char* NeedOfAxes(const Object& object, std::int32_t id) const {
+        if (bodies.contains(id)) {
+            return "a player moves it";
+        }
+        if (cameras.contains(id)) {
+            return "a player looks through it";
+        }
+        return object.groupParent != -1 ? "it leads a group" : nullptr;
+    }
+};
+
+/// One object while its markers are judged.
+struct MarkerCheck {
+    Findings& findings;
+    const World& world;
+    std::int32_t id;
+
+    const Object& Subject() const { return world.scene->objects[id]; }
+    void Error(const std::string& text) { findings.Error(world.At(id), Named(Subject()) + text); }
+    void Warn(const std::string& text) { findings.Warn(world.At(id), Named(Subject()) + text); }
+
+    bool CheckPresence(const char* needOfAxes);
+    void CheckAxes();
+    void CheckOverwritten(bool needsAxes);
+    void CheckSpare();
+};
+
+bool MarkerCheck::CheckPresence(const char* needOfAxes) {
+    const RecordHead& head = world.Of(id).head;
+    if (head.centreVertex != 0 || head.xAxisVertex != 0 || head.yAxisVertex != 0 || head.zAxisVertex != 0) {
+        return true;
+    }
+    if (needOfAxes != nullptr) {
+        Error(std::string(": ") + needOfAxes + ", and it has no markers: give it a centre and three axes");
+    } else if (Subject().faceValueCount > 0) {
+        Warn(" moves and has no markers: its centre is vertex 0, wherever that is");
+    }
+    return false;
+}
+
+void MarkerCheck::CheckAxes() {
+    const Object& object = Subject();
+    const struct {
+        const char* name;
+        std::int32_t index;
+    } markers[] = {{"X", object.xAxisVertex}, {"Y", object.yAxisVertex}, {"Z", object.zAxisVertex}};
+    Vector centre;
+    Vector axes[3];
+    object.GetVertex(centre, object.centreVertex);
+    for (int i = 0; i < 3; i++) {
+        object.GetVertex(axes[i], markers[i].index);
+        axes[i] = axes[i] - centre;
+        const float length = axes[i].Length();
+        if (!(std::fabs(length - 1.0f) <= tolerance)) {
+            Error(std::string(": its ") + markers[i].name + " axis marker is " + Shown(length) +
+                  " away from its centre, and has to be 1");
+            return;
+        }
+    }
+    for (int i = 0; i < 3; i++) {
+        const int next = (i + 1) % 3;
+        if (std::fabs(axes[i].Dot(axes[next])) > tolerance) {
+            Error(std::string(": its ") + markers[i].name + " and " + markers[next].name +
+                  " axes don't stand at right angles");
+            return;
+        }
+    }
+    if (axes[0].Cross(axes[1]).Dot(axes[2]) < 0.0f) {
+        Warn(": its axes are left-handed: seen with Z towards you, Y has to lie counter-clockwise from X");
+    } else if (axes[2].z < 0.5f) {
+        Warn(": its Z axis points " + std::string(axes[2].z < -0.5f ? "down" : "aside") +
+             "; it has to point up for players and cameras");
+    }
+}
+
+/// In a textured object entries below its texture vertices take what its faces say.
+void MarkerCheck::CheckOverwritten(bool needsAxes) {
+    const RecordHead& head = world.Of(id).head;
+    const Object& object = Subject();
+    if (head.texTriangleCount == 0) {
+        return;
+    }
+    const MeshFacts facts(object);
+    for (const std::int32_t marker :
+         {object.centreVertex, object.xAxisVertex, object.yAxisVertex, object.zAxisVertex}) {
+        if (facts.isUsed[static_cast<std::size_t>(marker)]) {
+            const std::string text = ": marker vertex " + std::to_string(marker) +
+                                     " is taken by a corner of a triangle; put the markers of a textured "
+                                     "object at " +
+                                     std::to_string(head.texVertexCount) + " to " +
+                                     std::to_string(head.texVertexCount + 3) +
+                                     ", behind its texture vertices";
+            needsAxes ? Error(text) : Warn(text);
+            return;
+        }
+    }
+}
+
+void MarkerCheck::CheckSpare() {
+    const Object& object = Subject();
+    const std::int32_t spare = object.spareVertex;
+    const std::string start = ": its spare vertex, " + std::to_string(spare) + ", ";
+    const std::string end = ": a member of a group is torn by its first move; give it one of its own";
+    if (spare == object.centreVertex || spare == object.xAxisVertex || spare == object.yAxisVertex ||
+        spare == object.zAxisVertex) {
+        Error(start + "is another marker" + end);
+    } else if (object.HasVertex(spare) && MeshFacts(object).isUsed[static_cast<std::size_t>(spare)]) {
+        Error(start + "is a corner of a triangle" + end);
+    }
+}
+
+}  // namespace
+
+void CheckMarkers(Findings& findings, const World& world) {
+    const Roles roles(*world.scene);
+    for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
+        const Object& object = world.scene->objects[id];
+        const char* need = roles.NeedOfAxes(object, id);
+        const bool isMember = roles.members.contains(id);
+        const bool moves =
+            need != nullptr || isMember || object.physics != nullptr || object.collider != nullptr;
+        const ObjectSource& source = world.Of(id);
+        if (!moves || !source.hasRecord || source.meshDropped || object.vertexValueCount == 0) {
+            continue;
+        }
+        MarkerCheck check{findings, world, id};
+        if (!check.CheckPresence(need)) {
+            continue;
+        }
+        if (need != nullptr) {
+            check.CheckAxes();
+        }
+        check.CheckOverwritten(need != nullptr);
+        if (isMember) {
+            check.CheckSpare();
+        }
+    }
+}

@@ -1,0 +1,215 @@
+#include <algorithm>
+#include <cmath>
+
+#include "check_scene/checks.h"
+#include "check_scene/mesh_facts.h"
+#include "scene/scene.h"
+
+// Meshes: what their triangles, vertices and sizes tell of mistakes.
+
+namespace {
+
+/// Beyond this single precision gets coarse, and a player is only 10 high.
+constexpr float farAway = 20000.0f;
+constexpr float tiny = 0.05f;
+
+/// The first value that is no finite number; -1 if all are.
+std::int32_t FirstBroken(const float* values, std::int32_t count) {
+    for (std::int32_t i = 0; i < count; i++) {
+        if (!std::isfinite(values[i])) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+/// One object while its mesh is judged.
+struct MeshCheck {
+    Findings& findings;
+    const World& world;
+    std::int32_t id;
+
+    const Object& Subject() const { return world.scene->objects[id]; }
+    std::string Name() const { return Named(Subject()); }
+    void Error(const std::string& text) { findings.Error(world.At(id), Name() + text); }
+    void Warn(const std::string& text) { findings.Warn(world.At(id), Name() + text); }
+
+    bool CheckValues();
+    void CheckTriangles(const MeshFacts& facts);
+    void CheckLooseVertices(const MeshFacts& facts);
+    void CheckSize(const MeshFacts& facts);
+    bool IsLookedAtFromInside(const MeshFacts& facts) const;
+};
+
+/// Whether all values are numbers.
+bool MeshCheck::CheckValues() {
+    const Object& object = Subject();
+    const std::size_t before = findings.list.size();
+    const struct {
+        const char* what;
+        const float* values;
+        std::int32_t count;
+    } arrays[] = {{"vertex", object.vertices.get(), object.vertexValueCount},
+                  {"texture vertex", object.texVertices.get(), object.texVertexValueCount},
+                  {"colour", object.colours.get(), object.vertexValueCount}};
+    for (const auto& array : arrays) {
+        const std::int32_t broken = FirstBroken(array.values, array.count);
+        if (broken != -1) {
+            Error(std::string(": ") + array.what + " " + std::to_string(broken / 3) +
+                  " is no finite number; write the scene again");
+        }
+    }
+    if (findings.list.size() > before) {
+        return false;
+    }
+    const float* colours = object.colours.get();
+    const float* brightest = std::max_element(colours, colours + object.vertexValueCount);
+    if (object.vertexValueCount > 0 && *brightest > 2.0f) {
+        Warn(": colours reach " + Shown(*brightest) + "; they run from 0 to 1");
+    }
+    return true;
+}
+
+bool MeshCheck::IsLookedAtFromInside(const MeshFacts& facts) const {
+    const Scene& scene = *world.scene;
+    for (std::int32_t i = 0; i < scene.playerCount; i++) {
+        const Player& player = scene.players[i];
+        Vector place;
+        if (player.cameraObject != -1 && scene.objects[player.cameraObject].HasVertex(player.eyeVertex)) {
+            scene.objects[player.cameraObject].GetVertex(place, player.eyeVertex);
+            if (facts.Contains(place)) {
+                return true;
+            }
+        }
+        if (player.playerObject == -1) {
+            continue;
+        }
+        const Object& body = scene.objects[player.playerObject];
+        if (body.HasVertex(body.centreVertex)) {
+            body.GetVertex(place, body.centreVertex);
+            const float* m = body.transform.m;
+            if (facts.Contains(Vector(place.x + m[3], place.y + m[7], place.z + m[11]))) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void MeshCheck::CheckTriangles(const MeshFacts& facts) {
+    const Object& object = Subject();
+    const std::int32_t count = object.faceValueCount / 3;
+    if (facts.degenerateCount > 0) {
+        Warn(": " + std::to_string(facts.degenerateCount) + " of its " + Counted(count, "triangle") +
+             " have no area; the first is triangle " + std::to_string(facts.firstDegenerate));
+    }
+    if (facts.doubledCount > 0) {
+        Warn(": " + Counted(facts.doubledCount, "triangle") +
+             " with the same corners as another; the first is triangle " +
+             std::to_string(facts.firstDoubled) +
+             ". Twins flicker, and two back to back cancel each other's normals");
+    }
+    if (facts.LooksInwards() && !IsLookedAtFromInside(facts)) {
+        Error(
+            ": its triangles look inwards, so that it is seen and solid from inside only; list the corners "
+            "counter-clockwise as seen from outside");
+    }
+    const bool isMarkerUsed = [&] {
+        for (const std::int32_t marker : {object.centreVertex, object.spareVertex, object.xAxisVertex}) {
+            if (marker != 0 && object.HasVertex(marker) && facts.isUsed[static_cast<std::size_t>(marker)]) {
+                return true;
+            }
+        }
+        return false;
+    }();
+    if (world.Of(id).head.texTriangleCount == 0 && isMarkerUsed && !facts.isUsed[0]) {
+        Warn(
+            ": no triangle names vertex 0, but one names a marker: the indices seem to count from 1, and "
+            "have "
+            "to count from 0");
+    }
+}
+
+void MeshCheck::CheckLooseVertices(const MeshFacts& facts) {
+    const Object& object = Subject();
+    const std::int32_t all = object.vertexValueCount / 3;
+    const std::int32_t loose = all - facts.usedCount;
+    if (!object.HasVertex(object.centreVertex)) {
+        return;
+    }
+    Vector centre;
+    object.GetVertex(centre, object.centreVertex);
+    float usedRadius = 0.0f;
+    for (std::int32_t i = 0; i < all && loose > 0; i++) {
+        if (facts.isUsed[static_cast<std::size_t>(i)]) {
+            Vector vertex;
+            object.GetVertex(vertex, i);
+            usedRadius = std::max(usedRadius, (vertex - centre).Length());
+        }
+    }
+    const ObjectSource& source = world.Of(id);
+    const std::int32_t missing =
+        source.head.texTriangleCount > 0 ? source.head.texVertexCount + 4 - source.head.vertexCount : 0;
+    constexpr std::int32_t markersAndView = 8;
+    if (loose > 0 && object.radius > 2.0f * usedRadius + 2.0f) {
+        std::string text = ": vertices of no triangle make its radius " + Shown(object.radius) +
+                           " instead of " + Shown(usedRadius) + ", and collision slow";
+        if (missing > 0) {
+            text += ": it has " + std::to_string(source.head.vertexCount) + " vertices and needs " +
+                    std::to_string(source.head.texVertexCount + 4) +
+                    ", its texture vertices and 4; those that are missing stand at the origin";
+        }
+        Warn(text);
+    } else if (loose > facts.usedCount + markersAndView) {
+        Warn(": " + std::to_string(loose) + " of its " + std::to_string(all) +
+             " vertices belong to no triangle; leave them out");
+    }
+}
+
+void MeshCheck::CheckSize(const MeshFacts& facts) {
+    const float farthest =
+        std::max({std::fabs(facts.low.x), std::fabs(facts.low.y), std::fabs(facts.low.z),
+                  std::fabs(facts.high.x), std::fabs(facts.high.y), std::fabs(facts.high.z)});
+    if (farthest > farAway) {
+        Warn(": it reaches " + Shown(farthest) +
+             " from the origin, where positions get coarse; a player is 10 "
+             "high");
+    } else if (facts.LargestSide() < tiny) {
+        Warn(": it is only " + Shown(facts.LargestSide()) + " large; a player is 10 high");
+    }
+}
+
+}  // namespace
+
+void CheckMeshes(Findings& findings, const World& world) {
+    Vector low;
+    Vector high;
+    bool isFirst = true;
+    for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
+        MeshCheck check{findings, world, id};
+        if (!world.Of(id).hasRecord || world.Of(id).meshDropped || !check.CheckValues() ||
+            check.Subject().faceValueCount == 0) {
+            continue;
+        }
+        const MeshFacts facts(check.Subject());
+        check.CheckTriangles(facts);
+        check.CheckLooseVertices(facts);
+        check.CheckSize(facts);
+        if (isFirst) {
+            low = facts.low;
+            high = facts.high;
+            isFirst = false;
+        }
+        low = Vector(std::min(low.x, facts.low.x), std::min(low.y, facts.low.y),
+                     std::min(low.z, facts.low.z));
+        high = Vector(std::max(high.x, facts.high.x), std::max(high.y, facts.high.y),
+                      std::max(high.z, facts.high.z));
+    }
+    const float largest = std::max({high.x - low.x, high.y - low.y, high.z - low.z});
+    constexpr float playerHeight = 10.0f;
+    if (!isFirst && largest < playerHeight && world.scene->playerCount > 0) {
+        findings.Warn(world.scenes.front().AtByte(-1),
+                      "the whole world is only " + Shown(largest) +
+                          " large, and a player 10 high: make it larger, a metre as 5.5 units");
+    }
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "math/vector.h"
+
+struct Object;
+
+/// What one walk over an object's triangles tells.
+struct MeshFacts {
+    std::vector<bool> isUsed;  ///< for each vertex, whether a triangle names it
+    std::int32_t usedCount = 0;
+    Vector low;   ///< smallest and largest coordinates of the vertices that triangles name;
+    Vector high;  ///< both zero without triangles
+    std::int32_t degenerateCount = 0;  ///< triangles without an area
+    std::int32_t firstDegenerate = -1;
+    std::int32_t doubledCount = 0;  ///< triangles whose corners another one has, too
+    std::int32_t firstDoubled = -1;
+    double area = 0.0;
+    double facing =
+        0.0;  ///< length of the sum of all area vectors: 0 for a closed mesh, `area` for a flat one
+    double volume = 0.0;    ///< that the mesh encloses; negative if it looks inwards
+    double facingUp = 0.0;  ///< z of that sum
+
+    explicit MeshFacts(const Object& object);
+
+    bool Contains(Vector point) const {
+        return point.x >= low.x && point.y >= low.y && point.z >= low.z && point.x <= high.x &&
+               point.y <= high.y && point.z <= high.z;
+    }
+    float LargestSide() const;
+    /// Whether the mesh is closed, or nearly so, and seen from inside.
+    bool LooksInwards() const;
+};

@@ -1,0 +1,149 @@
+#include "check_scene/stand_ins.h"
+
+#include <GL/gl.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <utility>
+
+#include "loading/sgi_image.h"
+#include "platform/files.h"
+#include "platform/input_devices.h"
+#include "platform/message_box.h"
+#include "platform/windows1250.h"
+#include "scene/texture.h"
+#include "services/log.h"
+
+EngineReports theReports;
+
+namespace {
+
+std::string Utf8(const char* text) {
+    char utf8[8192];
+    Windows1250ToUtf8(text != nullptr ? text : "", utf8, sizeof utf8);
+    return utf8;
+}
+
+constexpr int lightCount = 8;  // what every OpenGL has, and most have no more
+bool lightIsOn[lightCount] = {};
+
+bool* Light(GLenum name) {
+    return name >= GL_LIGHT0 && name < GL_LIGHT0 + lightCount ? &lightIsOn[name - GL_LIGHT0] : nullptr;
+}
+
+/// Takes the box that reading the image has opened off the list.
+std::string TakeBoxes(std::size_t from) {
+    std::string text;
+    for (std::size_t i = from; i < theReports.boxes.size(); i++) {
+        text = theReports.boxes[i];
+    }
+    theReports.boxes.resize(from);
+    return text;
+}
+
+void Keep(Texture& texture, const char* path, std::int32_t bytesPerPixel, std::string trouble) {
+    KeptImage image;
+    image.path = path;
+    image.width = texture.width;
+    image.height = texture.height;
+    image.bytesPerPixel = bytesPerPixel;
+    image.pixels = std::move(texture.pixels);
+    image.trouble = std::move(trouble);
+    theReports.images.push_back(std::move(image));
+    texture.pixels = nullptr;
+    texture.glName = static_cast<std::uint32_t>(theReports.images.size());
+    texture.name = path;
+}
+
+/// Why the engine would end at this image; null if it lives on.
+const char* DeadlyFault(const char* path) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenFile(path, "rb"), &std::fclose);
+    if (file == nullptr) {
+        return "there is no such file";
+    }
+    std::uint8_t header[12] = {};
+    const std::size_t read = std::fread(header, 1, sizeof header, file.get());
+    const auto field = [&](int offset) { return std::size_t{256} * header[offset] + header[offset + 1]; };
+    constexpr std::size_t most = std::size_t{1} << 26;  // pixels and rows that no texture has
+    if (read == sizeof header && (field(6) * field(8) > most || field(8) * field(10) > most)) {
+        return "its header asks for more memory than any texture takes";
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+int MessageBoxA(HWND, const char* text, const char*, UINT) {
+    theReports.boxes.push_back(Utf8(text));
+    return 1;
+}
+
+Log::Log() = default;
+Log::~Log() = default;
+
+bool Log::Write(Log* log, const char* text) {
+    if (log != nullptr) {
+        theReports.log.push_back(Utf8(text));
+    }
+    return log != nullptr;
+}
+
+bool Log::Write(Log* log, const unsigned char* text) {
+    return Write(log, reinterpret_cast<const char*>(text));
+}
+
+void Texture::LoadTga(const char* path) {
+    const std::size_t boxCount = theReports.boxes.size();
+    pixels = ReadTga(path, width, height, components);
+    Keep(*this, path, components, TakeBoxes(boxCount));
+}
+
+void Texture::LoadRgb(const char* path, Log* log) {
+    const std::size_t boxCount = theReports.boxes.size();
+    if (const char* fault = DeadlyFault(path)) {
+        Keep(*this, path, 4, fault);
+        theReports.images.back().endsEngine = true;
+        return;
+    }
+    pixels = ReadRgbTexture(path, width, height, components, log);
+    Keep(*this, path, 4, TakeBoxes(boxCount));
+}
+
+void glGetIntegerv(GLenum, GLint* value) {
+    *value = lightCount;
+}
+
+GLboolean glIsEnabled(GLenum name) {
+    const bool* light = Light(name);
+    return light != nullptr && *light ? GL_TRUE : GL_FALSE;
+}
+
+void glEnable(GLenum name) {
+    if (bool* light = Light(name)) {
+        *light = true;
+    }
+}
+
+void glDisable(GLenum name) {
+    if (bool* light = Light(name)) {
+        *light = false;
+    }
+}
+
+void glLightfv(GLenum, GLenum, const GLfloat*) {}
+
+UINT joyGetPosEx(UINT, JOYINFOEX*) {
+    return JOYERR_UNPLUGGED;
+}
+
+UINT joyGetDevCapsA(UINT, JOYCAPSA*, UINT) {
+    return JOYERR_UNPLUGGED;
+}
+
+UINT joySetCapture(HWND, UINT, UINT, BOOL) {
+    return JOYERR_NOERROR;
+}
+
+UINT joyReleaseCapture(UINT) {
+    return JOYERR_NOERROR;
+}

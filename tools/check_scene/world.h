@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "check_scene/keys.h"
+#include "check_scene/text_file.h"
+#include "loading/scene_record.h"
+
+struct Engine;
+struct Object;
+struct Scene;
+
+/// A block of an attribute file: an opening brace and what belongs to it.
+struct Block {
+    std::size_t headBegin = 0;  ///< of the word in front of the brace
+    std::string head;           ///< that word
+    std::size_t brace = 0;
+    std::size_t end = 0;  ///< behind the closing brace
+    bool isClosed = false;
+    std::int32_t depth = 0;            ///< how many other blocks it stands in
+    std::vector<std::int32_t> takers;  ///< ids of the objects that are given this block
+    bool isGlobals = false;            ///< the scene is given it
+    std::vector<KeyUse> keys;          ///< if anybody is given it
+};
+
+/// One *LOADMESH and the files that it names.
+struct SceneSource {
+    std::string path;              ///< as the settings name it
+    std::string shownName;         ///< for findings
+    std::size_t loadPosition = 0;  ///< of its name in the settings
+    bool isThere = false;
+    std::string attributesPath;
+    bool hasAttributes = false;
+    TextFile attributes;
+    std::vector<Block> blocks;  ///< in the order of their braces
+    std::int32_t globals = -1;  ///< index of the block of the scene
+    std::int32_t firstObject = 0;
+    std::int32_t objectEnd = 0;
+    std::vector<std::string> boxes;  ///< what the engine showed while it loaded this
+    std::vector<std::string> log;    ///< and what it noted
+
+    Place AtByte(std::int64_t byte) const { return {shownName, 0, byte}; }
+};
+
+/// Where an object comes from.
+struct ObjectSource {
+    std::int32_t scene = 0;            ///< index of the source
+    bool hasRecord = false;            ///< false for what stands behind damage
+    std::int64_t offset = 0;           ///< of its record in the file
+    RecordHead head;                   ///< as the file has it
+    std::int32_t block = -1;           ///< index of the block that it is given
+    std::vector<std::string> reports;  ///< what the engine has noted about it
+    bool meshDropped = false;          ///< its mesh couldn't be used, and the engine gave it a plain one
+};
+
+/// One *TEXTURE and the record that it made.
+struct TextureUse {
+    std::int32_t scene = 0;
+    std::int32_t object = -1;  ///< -1 for the block GLOBALS
+    const KeyUse* key = nullptr;
+    std::int32_t texture = 0;  ///< index of the record
+};
+
+/// A world as the engine has loaded it, and where each part of it was read.
+struct World {
+    std::string shownFolder;  ///< put in front of all names of files; ends with a slash or is empty
+    TextFile settings;
+    std::vector<KeyUse> settingsKeys;
+    std::size_t settingsEnd = 0;  ///< behind the last character that is read
+    bool settingsClosed = false;
+    std::vector<SceneSource> scenes;
+    std::vector<ObjectSource> objects;  ///< by object id
+    std::vector<TextureUse> textureUses;
+    std::unique_ptr<Engine> engine;
+    std::unique_ptr<Scene> scene;
+
+    World();
+    ~World();
+
+    /// Reads the settings; false if there are none.
+    bool ReadSettings(const std::string& name);
+    /// Loads the scenes that the settings name.
+    void LoadScenes();
+
+    const SceneSource& SourceOf(std::int32_t id) const {
+        return scenes[static_cast<std::size_t>(Of(id).scene)];
+    }
+    const ObjectSource& Of(std::int32_t id) const { return objects[static_cast<std::size_t>(id)]; }
+    /// The object's block; null if it has none.
+    const Block* BlockOf(std::int32_t id) const;
+    /// The use of a key in the object's block; null if it has none.
+    /// @param number the first number has to be this; any with -1
+    const KeyUse* KeyOf(std::int32_t id, const char* key, std::int32_t number = -1) const;
+    /// The place of that key, or else of the object in its scene file.
+    Place At(std::int32_t id, const char* key, std::int32_t number = -1) const;
+    /// The object's record in its scene file.
+    Place At(std::int32_t id) const;
+    /// The place of a key of the settings, or else the first line of them.
+    Place AtSetting(const char* key, std::int32_t player = -1) const;
+    const KeyUse* SettingOf(const char* key, std::int32_t player = -1) const;
+    std::string ShownName(const std::string& path) const;
+};
+
+/// `object "Crate"`.
+std::string Named(const Object& object);
