@@ -13,6 +13,6 @@ esac
 InstallMissing $run_packages $test_packages
 [ "$preset" != clang ] || InstallMissing $ci_packages
 # Configured anew each time, so that packages which were missing before are found now.
-cmake --preset "$preset" >/dev/null
+Configure "$preset"
 Build "$preset"
 ctest --preset "$preset" --parallel 2

@@ -55,10 +55,16 @@ ShowProgress() {
         END { if (shownStage != "") print "" }'
 }
 
+# Configure PRESET: says so, as it takes some seconds and its own report is long.
+Configure() {
+    echo "Configuring build/$1"
+    cmake --preset "$1" >/dev/null
+}
+
 # Build PRESET TARGET...: configures once; the build itself notices when that has to be done again.
 Build() {
     local preset=$1
     shift
-    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+    [ -f "build/$preset/build.ninja" ] || Configure "$preset"
     cmake --build --preset "$preset" ${1:+--target "$@"}
 }
