@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "platform/display_guard.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 
@@ -48,6 +49,16 @@ void LeaveFullScreen() {
     if (TheWindow() != nullptr && TheWindow()->system != nullptr) {
         SDL_SetWindowFullscreen(TheWindow()->system, 0);
     }
+    StopDisplayGuard();
+}
+
+/// Whether the mode has to be put back, and can be, by another process.
+bool NeedsGuard(const SDL_DisplayMode& mode) {
+    SDL_DisplayMode desktop;
+    const char* driver = SDL_GetCurrentVideoDriver();
+    return driver != nullptr && SDL_strcmp(driver, "x11") == 0 &&
+           SDL_GetDesktopDisplayMode(display, &desktop) == 0 &&
+           (desktop.w != mode.w || desktop.h != mode.h || desktop.refresh_rate != mode.refresh_rate);
 }
 
 }  // namespace
@@ -59,6 +70,9 @@ LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
         }
         static const bool comesBackAtExit = std::atexit(LeaveFullScreen) == 0;
         modeAsked = comesBackAtExit;  // the window takes it when it is shown: SDL ties the mode to a window
+        if (NeedsGuard(askedMode)) {
+            StartDisplayGuard(askedMode.w, askedMode.h);
+        }
         return DISP_CHANGE_SUCCESSFUL;
     }
     modeAsked = false;

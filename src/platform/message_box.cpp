@@ -8,6 +8,8 @@
 #include <cstdlib>
 
 #include "platform/box_focus.h"
+#include "platform/box_process.h"
+#include "platform/close_request.h"
 #include "platform/message_queue.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
@@ -73,6 +75,7 @@ bool ShowBox(Uint32 kind, const char* caption, const char* text) {
     const BoxFocus focus;
     SDL_Window* parent = BoxParent();
     GatherEvents();
+    const BoxProcess process;
     const bool shown = SDL_ShowSimpleMessageBox(kind, caption, text, parent) == 0;
     // SDL reports a release for each key that is held, though nobody has released any.
     if (VideoRuns()) {
@@ -82,6 +85,11 @@ bool ShowBox(Uint32 kind, const char* caption, const char* text) {
         SDL_SetWindowInputFocus(parent);
     }
     return shown;
+}
+
+/// Whether a box would be read and closed.
+bool SomebodyIsThere() {
+    return !CloseIsRequested();
 }
 
 }  // namespace
@@ -94,7 +102,7 @@ int MessageBoxA(HWND, const char* text, const char* caption, UINT style) {
     Windows1250ToUtf8(caption != nullptr ? caption : "", utf8Caption, sizeof utf8Caption);
 
     constexpr int ok = 1;
-    if (ShowBox(BoxKind(style), utf8Caption, utf8Text)) {
+    if (SomebodyIsThere() && ShowBox(BoxKind(style), utf8Caption, utf8Text)) {
         return ok;
     }
     if (utf8Caption[0] != '\0') {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/close_request.h"
 #include "platform/cursor.h"
 #include "platform/key_codes.h"
 #include "platform/key_releases.h"
@@ -170,6 +171,9 @@ void GatherEvents() {
         if (TheWindow() != nullptr) {
             TakeEvent(event);
         }
+    }
+    if (TheWindow() != nullptr && waiting < queueCapacity && TakeCloseRequest()) {
+        Queue(WM_CLOSE);
     }
     doubtfulReleases = 0;
 }

@@ -17,7 +17,7 @@ void SetHints() {
     // Only what puts windows on a screen: SDL would otherwise fall back to drawing where nobody sees it,
     // and the program would run on without a way to end it.
     SDL_SetHint(SDL_HINT_VIDEODRIVER, std::getenv("WAYLAND_DISPLAY") != nullptr ? "x11,wayland" : "x11");
-    // Ctrl+C ends the process, and closing the window is an ordinary message.
+    // Signals and the closing of the window are messages of this layer.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
     // The desktop stays as its user has set it up.
