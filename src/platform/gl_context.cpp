@@ -2,12 +2,19 @@
 
 #include <SDL.h>
 
+#include <cstdio>
+
+#include "platform/frame_limit.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 
 namespace {
 
 constexpr int onlyFormat = 1;
+
+constexpr const char* noDisplay =
+    "engine: error: no display can be opened: set DISPLAY or WAYLAND_DISPLAY to that of a running desktop, "
+    "or start a virtual one with xvfb-run.\n";
 
 SDL_Window* SystemWindow(HDC deviceContext) {
     if (deviceContext == nullptr || !IsTheWindow(deviceContext->window)) {
@@ -32,7 +39,11 @@ int ReleaseDC(HWND window, HDC deviceContext) {
 }
 
 int ChoosePixelFormat(HDC deviceContext, const PIXELFORMATDESCRIPTOR* descriptor) {
-    if (deviceContext == nullptr || descriptor == nullptr || !StartVideo()) {
+    if (deviceContext == nullptr || descriptor == nullptr) {
+        return 0;
+    }
+    if (!StartVideo()) {
+        std::fputs(noDisplay, stderr);
         return 0;
     }
     return SDL_GL_LoadLibrary(nullptr) == 0 ? onlyFormat : 0;
@@ -103,6 +114,12 @@ BOOL SwapBuffers(HDC deviceContext) {
     SDL_Window* window = SystemWindow(deviceContext);
     if (window == nullptr) {
         return FALSE;
+    }
+    if (FramesAreLimited()) {
+        int width = 0;
+        int height = 0;
+        SDL_GL_GetDrawableSize(window, &width, &height);
+        CountFrame(width, height);
     }
     SDL_GL_SwapWindow(window);
     return TRUE;

@@ -10,6 +10,7 @@
 #include "platform/box_focus.h"
 #include "platform/box_process.h"
 #include "platform/close_request.h"
+#include "platform/frame_limit.h"
 #include "platform/message_queue.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
@@ -89,7 +90,7 @@ bool ShowBox(Uint32 kind, const char* caption, const char* text) {
 
 /// Whether a box would be read and closed.
 bool SomebodyIsThere() {
-    return !CloseIsRequested();
+    return !CloseIsRequested() && !FramesAreLimited();
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/display_mode.h"
+#include "platform/frame_limit.h"
 #include "platform/key_codes.h"
 #include "platform/message_queue.h"
 #include "platform/video.h"
@@ -217,6 +218,9 @@ HWND GetActiveWindow() {
     const HWND window = TheWindow();
     if (window == nullptr || window->system == nullptr) {
         return nullptr;
+    }
+    if (FramesAreLimited()) {
+        return nullptr;  // a picture doesn't depend on where the mouse lies
     }
     return SDL_GetKeyboardFocus() == window->system ? window : nullptr;
 }

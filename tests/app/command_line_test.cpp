@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/png_file.h"
+#include "support/command.h"
+#include "support/temporary_folder.h"
+#include "support/virtual_display.h"
+
+// What the program does with its arguments.
+
+namespace {
+
+CommandResult Engine(const std::string& arguments) {
+    return RunCommand("ASAN_OPTIONS=exitcode=99:detect_leaks=0 " ENGINE_PROGRAM " " + arguments + " 2>&1");
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+/// Red, green and blue of a pixel, counted from the upper left corner.
+std::string Pixel(const std::string& file, int x, int y) {
+    const std::string place = std::to_string(x) + " " + std::to_string(y);
+    return RunCommand("pngtopnm " + file + " | pamcut " + place + " 1 1 | tail -c 3").output;
+}
+
+TEST(CommandLine, AnswersAndRefuses) {
+    TemporaryFolder folder;
+    EXPECT_EQ(Engine("--help").exitCode, 0);
+    EXPECT_TRUE(Contains(Engine("--help").output, "usage: engine [FOLDER]"));
+    EXPECT_EQ(Engine("--version").output.rfind("Engine ", 0), 0u);
+    for (const char* wrong : {"--colour", "--frames", "--frames 0", "--frames 1x", "one two", "nowhere"}) {
+        const CommandResult refused = Engine(wrong);
+        EXPECT_EQ(refused.exitCode, 2) << wrong;
+        EXPECT_TRUE(Contains(refused.output, "error: ")) << wrong;
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path)) << "no log, as nothing has run";
+}
+
+TEST(CommandLine, WithoutADisplayNothingBlocksAndOneLineTellsWhatToSet) {
+    TemporaryFolder folder;
+    WriteWholeFile("my world/settings.atr", "}");
+    unsetenv("DISPLAY");
+    const CommandResult run = Engine("'my world' --screenshot picture.png");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(Contains(run.output, "no display can be opened: set DISPLAY")) << run.output;
+    EXPECT_TRUE(Contains(run.output, "no picture was written")) << run.output;
+    EXPECT_TRUE(Contains(ReadWholeFile("my world/defaultlog.txt"), "ChoosePixelFormat"));
+}
+
+TEST(CommandLine, AScreenshotShowsTheWorldAndTheRunEndsInOrder) {
+    TemporaryFolder folder;
+    std::filesystem::copy(DEMO_FOLDER "/single", "world", std::filesystem::copy_options::recursive);
+    VirtualDisplay display(WindowManager::Openbox);
+    const CommandResult run = Engine("world --frames 3 --screenshot picture.png");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output, "");
+    EXPECT_TRUE(Contains(ReadWholeFile("world/defaultlog.txt"), "Logging ended...\n"));
+    EXPECT_TRUE(Contains(RunCommand("pngtopnm picture.png | pamfile").output, "800 by 600"));
+    const std::string sky = Pixel("picture.png", 760, 10);
+    const std::string lawn = Pixel("picture.png", 760, 590);
+    ASSERT_EQ(sky.size() + lawn.size(), 6u);
+    const auto level = [](char byte) { return static_cast<unsigned char>(byte); };
+    EXPECT_GT(level(sky[2]), level(sky[0]) + 30) << "blue above";
+    EXPECT_GT(level(lawn[1]), level(lawn[2]) + 30) << "green below";
+
+    EXPECT_EQ(Engine("world --frames 1 --screenshot nowhere/picture.png").exitCode, 1);
+    const CommandResult empty = Engine("--frames 1");  // no settings: no box waits for anybody
+    EXPECT_EQ(empty.exitCode, 0);
+    EXPECT_TRUE(Contains(empty.output, "Nebyl nalezen soubor s nastavením"));
+}
+
+TEST(PngFile, IsReadByOthersAsItWasWritten) {
+    TemporaryFolder folder;
+    // Two rows of three pixels, and more than one block of the format holds.
+    ASSERT_TRUE(
+        WritePngFile("small.png", 3, 2, reinterpret_cast<const std::uint8_t*>("abcdefghiABCDEFGHI")));
+    EXPECT_EQ(RunCommand("pngtopnm small.png").output, "P6\n3 2\n255\nABCDEFGHIabcdefghi");
+    const std::string large(std::size_t{3} * 400 * 300, 'x');
+    ASSERT_TRUE(WritePngFile("large.png", 400, 300, reinterpret_cast<const std::uint8_t*>(large.data())));
+    EXPECT_EQ(RunCommand("pngtopnm large.png").output, "P6\n400 300\n255\n" + large);
+    EXPECT_FALSE(WritePngFile("none.png", 0, 5, nullptr));
+    EXPECT_FALSE(WritePngFile("nowhere/none.png", 1, 1, reinterpret_cast<const std::uint8_t*>("abc")));
+}
+
+}  // namespace
