@@ -76,7 +76,9 @@ struct DemoWorld {
         const int frames = static_cast<int>(std::hypot(x - from.x, y - from.y) / slowest);
         for (int i = 0; i < frames; i++) {
             const Vector place = Place(player);
-            if (std::hypot(x - place.x, y - place.y) < 0.5f) return true;
+            if (std::hypot(x - place.x, y - place.y) < 0.5f) {
+                return true;
+            }
             Face(player, x, y);
             Step(player, moveForward);
         }

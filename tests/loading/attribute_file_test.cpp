@@ -49,7 +49,7 @@ TEST_F(AttributeFileTest, TellsWhatIsNotThere) {
 TEST_F(AttributeFileTest, GivesAnObjectItsBlockAndNoOther) {
     Apply(
         "Hero, Start\nHero1 { *INVISIBLE }\nHero\n\n{ *NOCOLLIDER {*COLLIDER} }\n*INVISIBLE\n"
-        "Start { *PHYSICS 2.5 0.25 1e-1 *PHYSICS 3 } Ground { *COLLIDER\n{ *INVISIBLE }");
+        "Start { *PHYSICS 2.5 0.5 *PHYSICS 3 } Ground { *COLLIDER *PHYSICS 2.5 0.25 1e-1\n{ *INVISIBLE }");
     EXPECT_EQ(scene.objects[0].attributes[collidableAttribute], 0);
     EXPECT_EQ(scene.objects[0].attributes[invisibleAttribute], -1);
     EXPECT_NE(scene.objects[0].collider, nullptr);
@@ -58,6 +58,9 @@ TEST_F(AttributeFileTest, GivesAnObjectItsBlockAndNoOther) {
     ASSERT_NE(scene.objects[1].physics, nullptr);
     EXPECT_EQ(scene.objects[1].physics->gravity, 3.0f);
     EXPECT_EQ(scene.objects[1].physics->bounce, 0.0f) << "no number left for it";
+    ASSERT_NE(scene.objects[2].physics, nullptr);
+    EXPECT_EQ(scene.objects[2].physics->bounce, 0.25f);
+    EXPECT_EQ(scene.objects[2].physics->friction, 0.1f);
     EXPECT_EQ(scene.objects[1].collider, nullptr);
 
     EXPECT_NE(scene.objects[2].collider, nullptr);
@@ -65,46 +68,36 @@ TEST_F(AttributeFileTest, GivesAnObjectItsBlockAndNoOther) {
     EXPECT_EQ(LoggedWith("level.atr: "), Lines{"level.atr: Ground: the closing brace is missing"});
 }
 
-TEST_F(AttributeFileTest, MakesGroupsUpToTheIdsThatItNames) {
+TEST_F(AttributeFileTest, MakesGroupsAndBindsPlayersAndIgnoresThoseThatCannotBe) {
     Apply(
-        "Hero { *GROUPPARENT 1 *GROUPMEMBER 3 } Ground { *GROUPMEMBER 3 *GROUPMEMBER 0 *GROUPMEMBER\n5 }");
+        "Hero { *GROUPPARENT 1 *GROUPMEMBER 3 *PLAYEROBJECT 1 *CAMERAOBJECT 0 -3 1000000 }\n"
+        "Ground { *GROUPMEMBER 3 *GROUPMEMBER 0 *PLAYEROBJECT 0 *GROUPMEMBER\n5 }");
     ASSERT_EQ(scene.groupCount, 4) << "a key that ends in a blank is none at the end of a line";
-    EXPECT_EQ(scene.groups[3].ids[0], 0);
-    EXPECT_EQ(scene.groups[3].ids[1], 2);
-    EXPECT_EQ(scene.groups[3].ids[2], -1);
+    EXPECT_TRUE(
+        std::equal(&scene.groups[3].ids[0], &scene.groups[3].ids[3], std::vector{0, 2, -1}.begin()));
     EXPECT_EQ(scene.groups[0].ids[0], 2);
     EXPECT_EQ(scene.groups[1].ids[0], -1);
     EXPECT_EQ(scene.objects[0].groupParent, 1);
     EXPECT_EQ(scene.objects[2].groupParent, -1);
-}
+    const Player *const first = &scene.players[0], *const second = &scene.players[1];
+    EXPECT_EQ((std::vector{first->playerObject, first->cameraObject, first->eyeVertex, first->lookVertex,
+                           second->playerObject, second->cameraObject}),
+              (std::vector{2, 0, -3, 1000000, 0, -1}))
+        << "vertices are kept as they stand";
 
-TEST_F(AttributeFileTest, IgnoresGroupsAndPlayersThatCannotBe) {
     Apply(
         "Hero { *GROUPMEMBER -1 *GROUPPARENT 65536 *GROUPPARENT 65535 *PLAYEROBJECT 2\n"
         "*CAMERAOBJECT -1 7 8 *PLAYERSPAWNPOINT 2 *PLAYERSPAWNPOINT -1 }");
     EXPECT_EQ(boxes, Lines{});
     EXPECT_EQ(scene.groupCount, 65536);
     EXPECT_EQ(scene.objects[0].groupParent, 65535);
-    for (int i = 0; i < 2; i++) {
-        EXPECT_EQ(scene.players[i].playerObject, -1);
-        EXPECT_EQ(scene.players[i].cameraObject, -1);
-    }
+    EXPECT_EQ(first->eyeVertex, -3);
     EXPECT_EQ(LoggedWith("level.atr: "),
               (Lines{"level.atr: Hero: *GROUPMEMBER -1 ignored, group ids run from 0 to 65535",
                      "level.atr: Hero: *GROUPPARENT 65536 ignored, group ids run from 0 to 65535",
                      "level.atr: Hero: *PLAYERSPAWNPOINT -1 ignored, there is no such player",
                      "level.atr: Hero: *CAMERAOBJECT -1 ignored, there is no such player",
                      "level.atr: Hero: *PLAYEROBJECT 2 ignored, there is no such player"}));
-}
-
-TEST_F(AttributeFileTest, BindsPlayersToTheirObjects) {
-    Apply("Hero { *PLAYEROBJECT 1 *CAMERAOBJECT 0 -3 1000000 } Ground { *PLAYEROBJECT 0 }");
-    EXPECT_EQ(scene.players[1].playerObject, 0);
-    EXPECT_EQ(scene.players[1].cameraObject, -1);
-    EXPECT_EQ(scene.players[0].playerObject, 2);
-    EXPECT_EQ(scene.players[0].cameraObject, 0);
-    EXPECT_EQ(scene.players[0].eyeVertex, -3) << "vertices are kept as they stand";
-    EXPECT_EQ(scene.players[0].lookVertex, 1000000);
 }
 
 TEST_F(AttributeFileTest, BringsThePlayerToItsSpawnPoint) {

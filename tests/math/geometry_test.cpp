@@ -6,12 +6,44 @@ namespace {
 
 const Vector origin;
 const Vector xAxis(1, 0, 0);
-const Vector yAxis(0, 1, 0);
 const Vector zAxis(0, 0, 1);
 // A triangle.
 const Vector a(0, 0, 0);
 const Vector b(4, 0, 0);
 const Vector c(0, 4, 0);
+
+TEST(Vector, OperatorsWorkComponentByComponent) {
+    const Vector v(1, 2, 3);
+    const Vector w(4, 8, 2);
+    ExpectNear(v + w, Vector(5, 10, 5));
+    ExpectNear(v - w, Vector(-3, -6, 1));
+    ExpectNear(v * w, Vector(4, 16, 6));
+    ExpectNear(w / v, Vector(4, 4, 2.0f / 3.0f));
+    ExpectNear(v * 2.0f, Vector(2, 4, 6));
+    ExpectNear(w / 2.0f, Vector(2, 4, 1));
+    ExpectNear(-v, Vector(-1, -2, -3));
+    ExpectNear(v.Cross(w), Vector(-20, 10, 0));
+    EXPECT_EQ(v.Dot(w), 26.0f);
+    EXPECT_EQ(v.Distance(Vector(3, 5, 9)), 7.0f);
+    Vector same;
+    ExpectNear(same = 3, Vector(3, 3, 3));
+    EXPECT_FALSE(Vector(0, 0, 1e-18f).IsZero() || Vector(0, 1, 0).IsZero() || xAxis.IsZero());
+}
+
+TEST(Vector, LengthsAreSetAlongTheDirectionAndZeroStays) {
+    Vector v(0, 3, 4);
+    v.SetLength(-10.0f);
+    ExpectNear(v, Vector(0, -6, -8));
+    v.Normalise();
+    ExpectNear(v, Vector(0, -0.6f, -0.8f));
+    Vector tiny(1e-18f, 0, 0);
+    tiny.Normalise();
+    ExpectNear(tiny, xAxis);
+    Vector zero(-0.0f, 0, -0.0f);
+    zero.Normalise();
+    zero.SetLength(3.0f);
+    EXPECT_TRUE(zero.IsZero());
+}
 
 TEST(Geometry, PointLiesInFrontOfBehindOrOnAPlane) {
     const auto classify = [](float z) { return Vector(7, -3, z).ClassifyPoint(origin, zAxis); };
@@ -19,25 +51,21 @@ TEST(Geometry, PointLiesInFrontOfBehindOrOnAPlane) {
     EXPECT_EQ(classify(-0.01f), PlaneOn);
     EXPECT_EQ(classify(std::nextafter(0.01f, 1.0f)), PlaneInFront);
     EXPECT_EQ(classify(std::nextafter(-0.01f, -1.0f)), PlaneBehind);
-    // With a normal ten times as long the tolerance is a tenth.
     EXPECT_EQ(Vector(0, 0, 0.005f).ClassifyPoint(origin, Vector(0, 0, 10)), PlaneInFront);
-    // Without a normal everything is on the plane.
-    EXPECT_EQ(Vector(0, 0, 5).ClassifyPoint(origin, origin), PlaneOn);
 }
 
-TEST(Geometry, RayMeetsPlaneInUnitsOfItsVector) {
+TEST(Geometry, RaysMeetPlanesSpheresAndCircles) {
     const Vector start(3, 4, 1);
     EXPECT_EQ(start.IntersectRayPlane(Vector(0, 0, -2), Vector(9, 9, 0), Vector(0, 0, 5)), 0.5f);
     EXPECT_EQ(start.IntersectRayPlane(xAxis, origin, zAxis), -1.0f) << "parallel";
     EXPECT_EQ(start.IntersectRayPlane(Vector(0, 0, 0.25f), origin, zAxis), -4.0f) << "behind";
-}
 
-TEST(Geometry, LineMeetsSphereAtItsFirstCrossing) {
     EXPECT_EQ(origin.IntersectRaySphere(xAxis, Vector(3, 0, 0), 1.0f), 2.0f);
     EXPECT_EQ(origin.IntersectRaySphere(xAxis, Vector(3, 1, 0), 1.0f), 3.0f) << "grazes";
-    EXPECT_EQ(origin.IntersectRaySphere(xAxis, Vector(3, 2, 0), 1.0f), -1.0f) << "misses";
+    EXPECT_EQ(origin.IntersectRaySphere(xAxis, Vector(3, 1.1f, 0), 1.0f), -1.0f) << "misses";
     EXPECT_EQ(Vector(3.5f, 0, 0).IntersectRaySphere(xAxis, Vector(3, 0, 0), 1.0f), -1.5f) << "from inside";
-    EXPECT_EQ(origin.IntersectRaySphere(xAxis, Vector(-3, 0, 0), 1.0f), -4.0f) << "behind";
+    EXPECT_FLOAT_EQ(origin.IntersectRaySphere(xAxis, Vector(9, 3, 0), 5.0f), 5.0f)
+        << "9 less the 4 of 3, 4, 5";
     // The circle takes a vector of any length, and nobody's z.
     EXPECT_EQ(Vector(0, 0, 8).IntersectRayCircle(Vector(7, 0, 3), Vector(3, 0, -9), 1.0f), 2.0f);
 }
@@ -45,72 +73,82 @@ TEST(Geometry, LineMeetsSphereAtItsFirstCrossing) {
 TEST(Geometry, LineMeetsInfiniteCylinder) {
     float tIn = 5.0f;
     float tOut = 6.0f;
-    // Twice the unit: half the distances.
-    EXPECT_TRUE(Vector(-5, 0, 9).IntersectRayCylinder(Vector(2, 0, 0), origin, zAxis, 1.0f, tIn, tOut));
-    EXPECT_FLOAT_EQ(tIn, 2.0f);
-    EXPECT_FLOAT_EQ(tOut, 3.0f);
-    EXPECT_FALSE(Vector(-5, 1.5f, 0).IntersectRayCylinder(xAxis, origin, zAxis, 1.0f, tIn, tOut));
-    EXPECT_FLOAT_EQ(tIn, 2.0f) << "a miss writes nothing";
+    // Twice the unit and 3 beside the axis of 5: from 4 before it to 4 behind, half of these.
+    EXPECT_TRUE(Vector(-14, 3, 9).IntersectRayCylinder(Vector(2, 0, 0), origin, zAxis, 5.0f, tIn, tOut));
+    EXPECT_FLOAT_EQ(tIn, 5.0f);
+    EXPECT_FLOAT_EQ(tOut, 9.0f);
+    EXPECT_FALSE(Vector(-14, 5.1f, 0).IntersectRayCylinder(xAxis, origin, zAxis, 5.0f, tIn, tOut));
+    EXPECT_FLOAT_EQ(tIn, 5.0f) << "a miss writes nothing";
     // Along the axis: inside for ever, or never.
-    EXPECT_TRUE(Vector(1, 0, 0).IntersectRayCylinder(zAxis, origin, zAxis, 1.0f, tIn, tOut));
+    EXPECT_TRUE(Vector(2, 0, 7).IntersectRayCylinder(zAxis, xAxis, zAxis, 1.0f, tIn, tOut));
     EXPECT_EQ(tIn, -INFINITY);
     EXPECT_EQ(tOut, INFINITY);
-    EXPECT_FALSE(Vector(1.5f, 0, 0).IntersectRayCylinder(zAxis, origin, zAxis, 1.0f, tIn, tOut));
+    EXPECT_FALSE(Vector(1.1f, 0, 7).IntersectRayCylinder(zAxis, origin, zAxis, 1.0f, tIn, tOut));
 }
 
 TEST(Geometry, RayMeetsWallOfUprightCylinder) {
-    const auto hit = [](Vector start, Vector ray) {
-        return start.IntersectRayUprightCylinder(ray, Vector(10, 0, 0), 2.0f, 3.0f);
+    const struct {
+        const char* what;
+        Vector start, ray;
+        float distance;
+    } cases[] = {
+        {"a distance, whatever the vector's length", {0, 0, 1}, {0.1f, 0, 0}, 8},
+        {"at the height of the upper end", {0, 0, 4}, xAxis, 8},
+        {"above it", {0, 0, 4.01f}, xAxis, -1},
+        {"at the height of the lower end", {0, 0, -2}, xAxis, 8},
+        {"below it", {0, 0, -2.01f}, xAxis, -1},
+        {"beside", {0, 2.1f, 0}, xAxis, -1},
+        {"from inside", {10, 1, 0}, xAxis, -1},
+        {"behind", {20, 0, 0}, xAxis, -1},
+        {"on the wall", {8, 0, 0}, xAxis, 0},
+        {"down through the cap", {10, 1, 9}, {0, 0, -1}, -1},
+        {"down through the whole height", {7, 0, 7}, {1, 0, -3}, std::sqrt(10.0f)},
+        {"in above the upper end, out below it", {4, 0, 9}, {1, 0, -1}, 4 * std::sqrt(2.0f)},
+        {"in below the lower end, out above it", {4, 0, -7}, {1, 0, 1}, 4 * std::sqrt(2.0f)},
     };
-    EXPECT_FLOAT_EQ(hit(origin, Vector(0.1f, 0, 0)), 8.0f) << "a distance, whatever the vector's length";
-    EXPECT_FLOAT_EQ(hit(Vector(0, 0, 3), xAxis), 8.0f) << "the height counts with its ends";
-    EXPECT_EQ(hit(Vector(0, 0, 3.01f), xAxis), -1.0f) << "passes above";
-    EXPECT_EQ(hit(Vector(0, 0, -3.01f), xAxis), -1.0f) << "passes below";
-    EXPECT_EQ(hit(Vector(0, 2.1f, 0), xAxis), -1.0f) << "passes beside";
-    EXPECT_EQ(hit(Vector(10, 1, 0), xAxis), -1.0f) << "from inside";
-    EXPECT_EQ(hit(Vector(20, 0, 0), xAxis), -1.0f) << "lies behind";
-    EXPECT_EQ(hit(Vector(10, 1, 9), -zAxis), -1.0f) << "down through the cap";
-    EXPECT_EQ(hit(Vector(13, 0, 9), -zAxis), -1.0f) << "down beside the wall";
-    EXPECT_EQ(hit(Vector(8, 0, 0), xAxis), 0.0f) << "on the wall";
-    EXPECT_FLOAT_EQ(hit(Vector(7, 0, 6), Vector(1, 0, -3)), std::sqrt(10.0f)) << "through the whole height";
-    // Comes in above the top and leaves through the bottom of the height: the wall's entry all the same.
-    EXPECT_FLOAT_EQ(hit(Vector(4, 0, 8), Vector(1, 0, -1)), 4.0f * std::sqrt(2.0f));
+    for (const auto& [what, start, ray, distance] : cases) {
+        EXPECT_FLOAT_EQ(start.IntersectRayUprightCylinder(ray, Vector(10, 0, 1), 2.0f, 3.0f), distance)
+            << what;
+    }
 }
 
 TEST(Geometry, PlanesNarrowTheSpanOfARay) {
-    const float from1[4] = {-1, 0, 0, 1};   // entered at x = 1
-    const float upTo3[4] = {1, 0, 0, -3};   // left at x = 3
-    const float upTo9[4] = {1, 0, 0, -9};   // left at x = 9
-    const float above[4] = {0, 0, 1, 1};    // parallel to the ray, which lies outside
-    const float beside[4] = {0, 0, 1, -1};  // parallel to the ray, which lies inside
-    float tIn = 0.0f;
-    float tOut = 8.0f;
-    int in = 7;
-    int out = 7;
-    EXPECT_TRUE(origin.ClipRayToPlanes(xAxis, from1, upTo3, tIn, tOut, in, out));
-    EXPECT_EQ(tIn, 1.0f);
-    EXPECT_EQ(tOut, 3.0f);
-    EXPECT_EQ(in, 1);
-    EXPECT_EQ(out, 2);
-    EXPECT_TRUE(origin.ClipRayToPlanes(xAxis, upTo9, beside, tIn, tOut, in, out));
-    EXPECT_EQ(tOut, 3.0f);
-    EXPECT_EQ(in, 0);
-    EXPECT_EQ(out, 0);
-    EXPECT_FALSE(origin.ClipRayToPlanes(xAxis, from1, above, tIn, tOut, in, out));
-    tIn = 0.0f;
-    tOut = 0.5f;
-    EXPECT_FALSE(origin.ClipRayToPlanes(xAxis, beside, from1, tIn, tOut, in, out)) << "entered too late";
-    tIn = 4.0f;
-    tOut = 8.0f;
-    EXPECT_FALSE(origin.ClipRayToPlanes(xAxis, upTo3, beside, tIn, tOut, in, out)) << "left too early";
+    using Plane = float[4];
+    const Plane from1{-1, 0, 0, 1}, upTo3{1, 0, 0, -3}, upTo9{1, 0, 0, -9};
+    const Plane outside{0, 0, 1, 0}, inside{0, 0, 1, -1};  // parallel to the ray
+    const struct {
+        const Plane &first, &second;
+        float from, to;
+        bool remains;
+        float in, out;
+        int surfaceIn, surfaceOut;
+    } cases[] = {
+        {from1, upTo3, 0, 8, true, 1, 3, 1, 2},    {upTo3, from1, 0, 8, true, 1, 3, 2, 1},
+        {upTo9, inside, 0, 8, true, 0, 8, 0, 0},   {from1, inside, 2, 8, true, 2, 8, 0, 0},
+        {from1, outside, 0, 8, false, 0, 8, 1, 0}, {inside, from1, 0, 0.5f, false, 0, 0.5f, 0, 0},
+        {upTo3, inside, 4, 8, false, 4, 8, 0, 0},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(&expected - cases);
+        float in = expected.from;
+        float out = expected.to;
+        int surfaceIn = 7;
+        int surfaceOut = 7;
+        EXPECT_EQ(
+            origin.ClipRayToPlanes(xAxis, expected.first, expected.second, in, out, surfaceIn, surfaceOut),
+            expected.remains);
+        EXPECT_EQ(std::pair(in, out), std::pair(expected.in, expected.out));
+        EXPECT_EQ(std::pair(surfaceIn, surfaceOut), std::pair(expected.surfaceIn, expected.surfaceOut));
+    }
 }
 
 TEST(Geometry, PointInTriangleBySumOfAngles) {
     EXPECT_TRUE(Vector(1, 1, 0).IsPointInTriangle(a, b, c));
     EXPECT_TRUE(Vector(1, 1, 0).IsPointInTriangle(c, b, a)) << "whichever way it faces";
     EXPECT_TRUE(Vector(2, 0, 0).IsPointInTriangle(a, b, c)) << "on an edge";
-    EXPECT_TRUE(Vector(2, -0.004f, 0).IsPointInTriangle(a, b, c)) << "within the tolerance of an edge";
-    EXPECT_FALSE(Vector(2, -0.006f, 0).IsPointInTriangle(a, b, c));
+    // Twice 0.005 short of a full circle is the tolerance.
+    EXPECT_TRUE(Vector(2, -0.0048f, 0).IsPointInTriangle(a, b, c));
+    EXPECT_FALSE(Vector(2, -0.0052f, 0).IsPointInTriangle(a, b, c));
     EXPECT_FALSE(a.IsPointInTriangle(a, b, c)) << "a corner";
     EXPECT_FALSE(Vector(3, 3, 0).IsPointInTriangle(a, b, c));
     EXPECT_FALSE(Vector(1, 1, 1).IsPointInTriangle(a, b, c)) << "above it";
@@ -118,29 +156,32 @@ TEST(Geometry, PointInTriangleBySumOfAngles) {
 }
 
 TEST(Geometry, NearestPointsOfSegmentsAndEdges) {
-    ExpectNear(Vector(-1, 3, 0).ClosestPointOnSegment(a, b), Vector(0, 0, 0));
-    ExpectNear(Vector(1, 3, 5).ClosestPointOnSegment(a, b), Vector(1, 0, 0));
-    ExpectNear(Vector(9, 3, 0).ClosestPointOnSegment(a, b), Vector(4, 0, 0));
-    ExpectNear(Vector(9, 3, 0).ClosestPointOnSegment(c, c), Vector(0, 4, 0));
+    const std::pair<Vector, Vector> onSegment[] = {{{-1, 3, 0}, a}, {{1, 3, 5}, xAxis}, {{4.5f, 3, 0}, b}};
+    for (const auto& [point, nearest] : onSegment) {
+        ExpectNear(point.ClosestPointOnSegment(a, b), nearest);
+    }
+    ExpectNear(Vector(9, 3, 0).ClosestPointOnSegment(c, c), c);
 
-    ExpectNear(Vector(3, -1, 0).ClosestPointOnTriangleEdges(a, b, c), Vector(3, 0, 0));
-    ExpectNear(Vector(3, 3, 0).ClosestPointOnTriangleEdges(a, b, c), Vector(2, 2, 0));
-    ExpectNear(Vector(-2, 3, 0).ClosestPointOnTriangleEdges(a, b, c), Vector(0, 3, 0));
-
-    const auto expectEdge = [](Vector point, Vector from, Vector to) {
+    const struct {
+        Vector point, nearest, edgeStart, edgeEnd;
+    } cases[] = {{{3, -1, 0}, {3, 0, 0}, a, b},
+                 {{3, 3, 0}, {2, 2, 0}, b, c},
+                 {{-2, 3, 0}, {0, 3, 0}, c, a},
+                 // Beyond a corner both its edges are equally near: the earlier one.
+                 {{9, 0, 0}, b, a, b},
+                 {{0, 9, 0}, c, b, c}};
+    for (const auto& [point, nearest, edgeStart, edgeEnd] : cases) {
+        ExpectNear(point.ClosestPointOnTriangleEdges(a, b, c), nearest);
         Vector start;
         Vector end;
         point.ClosestTriangleEdge(a, b, c, &start, &end);
-        ExpectNear(start, from);
-        ExpectNear(end, to);
-    };
-    expectEdge(Vector(3, 3, 0), b, c);
-    expectEdge(Vector(-2, 3, 0), c, a);
-    expectEdge(Vector(9, 0, 0), a, b);  // beyond corner b both its edges are equally near: the earlier one
+        ExpectNear(start, edgeStart);
+        ExpectNear(end, edgeEnd);
+    }
 }
 
 TEST(Geometry, ProjectionGoesAlongTheNormalFromEitherSide) {
-    ExpectNear(Vector(1, 2, -3).ProjectOntoPlane(zAxis, Vector(9, 9, 0)), Vector(1, 2, 0));
+    ExpectNear(Vector(1, 2, -3).ProjectOntoPlane(zAxis, Vector(9, 9, 1)), Vector(1, 2, 1));
     ExpectNear(Vector(1, 2, 3).ProjectOntoPlane(zAxis, Vector(9, 9, 0)), Vector(1, 2, 6));
     ExpectNear(Vector(1, 2, -3).ProjectOntoPlane(Vector(0, 0, 2), origin), Vector(1, 2, 3));
 }

@@ -11,7 +11,7 @@
 #include "platform/display_mode.h"
 #include "platform/gl_context.h"
 #include "platform/message_box.h"
-#include "platform/other_window.h"
+#include "support/other_window.h"
 #include "platform/video.h"
 #include "platform/window.h"
 #include "support/loaded_libraries.h"
@@ -136,6 +136,10 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
     void PumpUpToNow() {
         display->Xdotool("key F9");
         EXPECT_TRUE(PumpUntilSeen({WM_KEYUP, 0x78}));
+    }
+    void GiveBackFocus() {
+        display->Xdotool("windowfocus " + Identifier());
+        EXPECT_TRUE(PumpUntilSeen({WM_ACTIVATE, 1}));
     }
 
     std::string Identifier() const {

@@ -7,93 +7,107 @@ namespace {
 using WindowsOnDisplay = WindowTest;
 WITH_AND_WITHOUT_MANAGER(WindowsOnDisplay);
 
-using ManagedWindows = WindowTest;
-INSTANTIATE_TEST_SUITE_P(Display, ManagedWindows, testing::Values(WindowManager::Openbox), ManagerName);
-
 std::vector<UINT> SeenKinds() {
     std::vector<UINT> kinds;
     for (const SeenMessage& seen : seenMessages) {
         kinds.push_back(seen.message);
     }
+    seenMessages.clear();
     return kinds;
 }
 
-TEST_P(WindowsOnDisplay, MessagesOfStartArriveInsideTheCalls) {
+TEST_P(WindowsOnDisplay, StartDispatchesItsMessagesAndGivesTheClientAreaItsSize) {
+    RECT outer{0, 0, 640, 480};
+    AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
+    EXPECT_EQ(outer, (RECT{-4, -23, 644, 484}));
+    AdjustWindowRect(&outer, WS_POPUP, FALSE);
+    EXPECT_EQ(outer, (RECT{-4, -23, 644, 484})) << "no frame";
+
     Create();
     EXPECT_EQ(SeenKinds(), std::vector<UINT>{WM_CREATE});
-    seenMessages.clear();
-    ShowWindow(window, SW_SHOW);
+    EXPECT_EQ(CreateWindowExA(0, "test", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr), nullptr)
+        << "there is one window at a time";
+    EXPECT_FALSE(UnregisterClassA("test", nullptr)) << "and it needs its class";
+    EXPECT_FALSE(ShowWindow(window, SW_SHOW)) << "it wasn't to be seen before";
     EXPECT_EQ(SeenKinds(), (std::vector<UINT>{WM_SIZE, WM_MOVE}));
-    seenMessages.clear();
     UpdateWindow(window);
     EXPECT_EQ(SeenKinds(), std::vector<UINT>{WM_PAINT});
-    seenMessages.clear();
     UpdateWindow(window);
     EXPECT_TRUE(seenMessages.empty()) << "the procedure has validated the window";
-}
+    EXPECT_TRUE(ShowWindow(window, SW_SHOW));
 
-TEST_P(WindowsOnDisplay, ClientAreaHasTheSizeAskedFor) {
-    Open(800, 600);
-    EXPECT_EQ(ClientRectangle(), (RECT{0, 0, 800, 600}));
-    const RECT outer = OuterRectangle();
+    EXPECT_EQ(ClientRectangle(), (RECT{0, 0, 640, 480}));
+    outer = OuterRectangle();
     if (GetParam() == WindowManager::None) {
-        EXPECT_EQ(outer, (RECT{0, 0, 800, 600}));
+        EXPECT_EQ(outer, (RECT{0, 0, 640, 480}));
     } else {
         EXPECT_EQ(outer.left, 0);
         EXPECT_EQ(outer.top, 0);
-        EXPECT_GT(outer.right, 800);
-        EXPECT_GT(outer.bottom, 610) << "a frame and a title bar";
+        EXPECT_GT(outer.right, 640);
+        EXPECT_GT(outer.bottom, 490) << "a frame and a title bar";
     }
+    // Red is shown red, in two buffers of which only the other one is shown.
+    EXPECT_TRUE(WaitUntil([this] {
+        glClearColor(1.0f, 0.0f, 0.0f, 1.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        SwapBuffers(GetDC(window));
+        return RunCommand("import -window root -crop 1x1+320+240 -depth 8 txt:- 2>&1")
+                   .output.find("#FF0000") != std::string::npos;
+    }));
+    GLint depthBits = 0;
+    glGetIntegerv(GL_DEPTH_BITS, &depthBits);
+    EXPECT_GE(depthBits, 16);
+    GLboolean doubleBuffered = GL_FALSE;
+    glGetBooleanv(GL_DOUBLEBUFFER, &doubleBuffered);
+    EXPECT_TRUE(doubleBuffered);
+
+    // The context may go while it is current.
+    EXPECT_TRUE(wglDeleteContext(context));
+    EXPECT_TRUE(ReleaseDC(window, GetDC(window)));
+    glClear(GL_COLOR_BUFFER_BIT);
+    EXPECT_TRUE(DestroyWindow(window));
+    EXPECT_EQ(SeenKinds().back(), WM_DESTROY);
+    EXPECT_FALSE(DestroyWindow(window));
 }
 
-TEST_P(WindowsOnDisplay, PopUpHasNoFrame) {
-    Open(800, 600, WS_POPUP);
-    EXPECT_EQ(ClientRectangle(), (RECT{0, 0, 800, 600}));
-    EXPECT_EQ(OuterRectangle(), (RECT{0, 0, 800, 600}));
-}
-
-TEST_P(WindowsOnDisplay, ReportsMovesAndSizes) {
+TEST_P(WindowsOnDisplay, MovesSizesAndTheFocusAreReported) {
     Open();
     const RECT before = OuterRectangle();
-    display->Xdotool("windowmove " + Identifier() + " 50 60");
+    const std::string identifier = Identifier();
+    display->Xdotool("windowmove " + identifier + " 50 60");
     EXPECT_TRUE(PumpUntilSeen({WM_MOVE, 0}));
     EXPECT_EQ(OuterRectangle(), (RECT{50, 60, before.right + 50, before.bottom + 60}));
-
-    seenMessages.clear();
-    display->Xdotool("windowsize " + Identifier() + " 500 300");
+    display->Xdotool("windowsize " + identifier + " 500 300");
     EXPECT_TRUE(PumpUntilSeen({WM_SIZE, 0}));
     EXPECT_EQ(ClientRectangle(), (RECT{0, 0, 500, 300}));
-}
-
-TEST_P(ManagedWindows, MinimisedClientAreaIsEmpty) {
-    Open();
-    const std::string identifier = Identifier();
-    display->Xdotool("windowminimize " + identifier);
-    EXPECT_TRUE(PumpUntilSeen({WM_SIZE, 0}));
-    EXPECT_EQ(ClientRectangle(), RECT{});
-    EXPECT_TRUE(PumpUntil([] { return GetActiveWindow() == nullptr; }));
-
-    seenMessages.clear();
-    display->Xdotool("windowmap " + identifier);
-    EXPECT_TRUE(PumpUntilSeen({WM_SIZE, 0}));
-    EXPECT_TRUE(PumpUntil([this] { return ClientRectangle() == RECT{0, 0, 640, 480}; }));
-}
-
-TEST_P(WindowsOnDisplay, IsActiveWhileItHasTheKeyboard) {
-    Open();
     {
         const OtherWindow other;
         EXPECT_TRUE(PumpUntilSeen({WM_ACTIVATE, 0}));
         EXPECT_EQ(GetActiveWindow(), nullptr);
     }
-    display->Xdotool("windowfocus " + Identifier());
-    EXPECT_TRUE(PumpUntilSeen({WM_ACTIVATE, 1}));
+    GiveBackFocus();
     EXPECT_EQ(GetActiveWindow(), window);
+    if (GetParam() == WindowManager::None) {
+        return;
+    }
+    seenMessages.clear();
+    display->Xdotool("windowminimize " + identifier);
+    EXPECT_TRUE(PumpUntilSeen({WM_SIZE, 0}));
+    EXPECT_EQ(ClientRectangle(), RECT{});
+    EXPECT_TRUE(PumpUntil([] { return GetActiveWindow() == nullptr; }));
+    seenMessages.clear();
+    display->Xdotool("windowmap " + identifier);
+    EXPECT_TRUE(PumpUntilSeen({WM_SIZE, 0}));
+    EXPECT_TRUE(PumpUntil([this] { return ClientRectangle() == RECT{0, 0, 500, 300}; }));
 }
 
-TEST_P(WindowsOnDisplay, AltF4ClosesAndQuits) {
+TEST_P(WindowsOnDisplay, AltF4AndTheCloseButtonCloseAndQuit) {
     Open();
-    display->Xdotool("key alt+F4");
+    if (GetParam() == WindowManager::None) {
+        display->Xdotool("key alt+F4");
+    } else {  // the button at the right end of the title bar
+        display->Xdotool("mousemove " + std::to_string(OuterRectangle().right - 10) + " 10 click 1");
+    }
     EXPECT_TRUE(WaitUntil([] { return !Pump(); }));
     EXPECT_EQ(CountSeen(WM_CLOSE), 1u);
     EXPECT_EQ(seenMessages.back().message, WM_DESTROY);
@@ -101,57 +115,19 @@ TEST_P(WindowsOnDisplay, AltF4ClosesAndQuits) {
     EXPECT_FALSE(GetClientRect(window, nullptr)) << "the window is gone";
 }
 
-TEST_P(ManagedWindows, CloseButtonIsAMessage) {
-    Open();
-    // The button at the right end of the title bar.
-    const RECT outer = OuterRectangle();
-    display->Xdotool("mousemove " + std::to_string(outer.right - 10) + " 10 click 1");
-    EXPECT_TRUE(WaitUntil([] { return !Pump(); }));
-    EXPECT_EQ(CountSeen(WM_CLOSE), 1u);
-}
-
-TEST_P(WindowsOnDisplay, DrawsWhereTheScreenShowsIt) {
-    Open();
-    const HDC deviceContext = GetDC(window);
-    const auto shownColour = [] {
-        return RunCommand("import -window root -crop 1x1+320+240 -depth 8 txt:- 2>&1").output;
-    };
-    EXPECT_TRUE(WaitUntil([&] {
-        glClearColor(1.0f, 0.0f, 0.0f, 1.0f);
-        glClear(GL_COLOR_BUFFER_BIT);
-        SwapBuffers(deviceContext);
-        return shownColour().find("#FF0000") != std::string::npos;
-    })) << shownColour();
-
-    GLint depthBits = 0;
-    glGetIntegerv(GL_DEPTH_BITS, &depthBits);
-    EXPECT_GE(depthBits, 16);
-    GLboolean doubleBuffered = GL_FALSE;
-    glGetBooleanv(GL_DOUBLEBUFFER, &doubleBuffered);
-    EXPECT_TRUE(doubleBuffered);
-}
-
-TEST_P(WindowsOnDisplay, ContextCanGoWhileItIsCurrent) {
-    Open();
-    EXPECT_TRUE(wglDeleteContext(context));
-    EXPECT_TRUE(ReleaseDC(window, GetDC(window)));
-    glClear(GL_COLOR_BUFFER_BIT);  // of no effect, but no harm
-    EXPECT_TRUE(DestroyWindow(window));
-    EXPECT_FALSE(DestroyWindow(window));
-}
-
 TEST_P(WindowsOnDisplay, OddSizesFailInOrder) {
     const auto create = [](int width, int height) {
-        return CreateWindowExA(0, "test", nullptr, WS_OVERLAPPEDWINDOW, 0, 0, width, height, nullptr,
-                               nullptr, nullptr, nullptr);
+        return CreateWindowExA(0, "test", nullptr, WS_POPUP, 0, 0, width, height, nullptr, nullptr, nullptr,
+                               nullptr);
     };
+    wantContext = false;
     EXPECT_EQ(create(2000000000, 100), nullptr);
-    EXPECT_EQ(create(100, 100000), nullptr);
-    for (const int side : {0, -5, -2147483647}) {
+    EXPECT_EQ(create(16385, 100), nullptr);
+    EXPECT_EQ(create(100, 16385), nullptr);
+    for (const int side : {16384, 0, -5, -2147483647}) {
         window = create(side, side);
         ASSERT_NE(window, nullptr);
-        ShowWindow(window, SW_SHOW);
-        EXPECT_EQ(ClientRectangle().right, 1);
+        EXPECT_EQ(ClientRectangle().right, std::max(side, 1));
         DestroyWindow(window);
     }
     RECT largest{0, 0, 2147483647, 2147483647};
@@ -159,59 +135,84 @@ TEST_P(WindowsOnDisplay, OddSizesFailInOrder) {
     EXPECT_GT(largest.right - largest.left, 1000000) << "and no overflow in the difference";
 }
 
-TEST(WindowClasses, AreKnownByName) {
-    WNDCLASSA windowClass;
-    windowClass.lpszClassName = "class";
-    EXPECT_EQ(RegisterClassA(&windowClass), 0) << "no procedure";
-    windowClass.lpfnWndProc = DefWindowProcA;
-    EXPECT_NE(RegisterClassA(&windowClass), 0);
-    EXPECT_EQ(RegisterClassA(&windowClass), 0) << "twice";
-    EXPECT_EQ(CreateWindowExA(0, "other", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr), nullptr);
-    EXPECT_TRUE(UnregisterClassA("class", nullptr));
-    EXPECT_FALSE(UnregisterClassA("class", nullptr));
+LONG Ask(DWORD width, DWORD height, DWORD bits) {
+    DEVMODEA mode;
+    mode.dmFields = DM_BITSPERPEL | DM_PELSWIDTH | DM_PELSHEIGHT;
+    mode.dmPelsWidth = width;
+    mode.dmPelsHeight = height;
+    mode.dmBitsPerPel = bits;
+    return ChangeDisplaySettingsA(&mode, 0);
+}
+
+TEST_P(WindowsOnDisplay, FullScreenTakesAnOfferedModeAndTheDesktopsComesBack) {
+    // The virtual display has one mode, and is given another.
+    ASSERT_EQ(
+        RunCommand("(xrandr --newmode 800x600 40.00 800 840 968 1056 600 601 605 628 +hsync +vsync && "
+                   "xrandr --addmode screen 800x600) 2>&1")
+            .exitCode,
+        0);
+    const auto screenSize = [this] { return display->Xdotool("getdisplaygeometry"); };
+    // A process that ends without taking its window down leaves the desktop as it was, too.
+    const pid_t child = fork();
+    if (child == 0) {
+        Ask(800, 600, 16);
+        Open(800, 600, WS_POPUP);
+        std::exit(screenSize() == "800 600\n" ? 5 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 5);
+    EXPECT_EQ(screenSize(), "1280 1024\n");
+
+    for (const DWORD bits : {16u, 24u, 32u}) {
+        EXPECT_EQ(Ask(1280, 1024, bits), DISP_CHANGE_SUCCESSFUL);
+    }
+    for (const auto& [width, height, bits] :
+         {std::tuple{1280u, 1024u, 8u}, {1279u, 1024u, 16u}, {1024u, 1280u, 16u}}) {
+        EXPECT_EQ(Ask(width, height, bits), DISP_CHANGE_BADMODE);
+    }
+    ASSERT_EQ(Ask(800, 600, 32), DISP_CHANGE_SUCCESSFUL);
+    Open(800, 600, WS_POPUP);
+    EXPECT_TRUE(PumpUntil([&] { return screenSize() == "800 600\n"; }));
+    EXPECT_EQ(ClientRectangle(), (RECT{0, 0, 800, 600}));
+    EXPECT_EQ(OuterRectangle(), (RECT{0, 0, 800, 600}));
+    EXPECT_EQ(ChangeDisplaySettingsA(nullptr, 0), DISP_CHANGE_SUCCESSFUL);
+    EXPECT_EQ(screenSize(), "1280 1024\n");
 }
 
 // Without a display the window is a mere record, and everything that needs more tells so.
 TEST(WithoutDisplay, StartGoesThroughItsSteps) {
     unsetenv("DISPLAY");
-    seenMessages.clear();
     WNDCLASSA windowClass;
+    windowClass.lpszClassName = "class";
+    EXPECT_EQ(RegisterClassA(&windowClass), 0) << "no procedure";
     windowClass.lpfnWndProc = [](HWND, UINT message, WPARAM wParam, LPARAM) -> LRESULT {
         seenMessages.push_back({message, wParam});
         return 0;
     };
-    windowClass.lpszClassName = "class";
-    RegisterClassA(&windowClass);
-    DEVMODEA mode;
-    EXPECT_NE(ChangeDisplaySettingsA(&mode, 0), DISP_CHANGE_SUCCESSFUL);
+    EXPECT_NE(RegisterClassA(&windowClass), 0);
+    EXPECT_EQ(RegisterClassA(&windowClass), 0) << "twice";
+    EXPECT_EQ(CreateWindowExA(0, "other", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr), nullptr);
+    EXPECT_NE(Ask(1280, 1024, 32), DISP_CHANGE_SUCCESSFUL);
     const HWND window =
-        CreateWindowExA(0, "class", "", WS_POPUP, 0, 0, 640, 480, nullptr, nullptr, nullptr, nullptr);
-    ASSERT_NE(window, nullptr);
-
-    const HDC deviceContext = GetDC(window);
+        CreateWindowExA(0, "class", "", WS_POPUP, 30, 40, 640, 480, nullptr, nullptr, nullptr, nullptr);
     PIXELFORMATDESCRIPTOR descriptor;
-    EXPECT_EQ(ChoosePixelFormat(deviceContext, &descriptor), 0);
-    EXPECT_FALSE(SetPixelFormat(deviceContext, 0, &descriptor));
-    EXPECT_EQ(DescribePixelFormat(deviceContext, 0, sizeof descriptor, &descriptor), 0);
-    EXPECT_EQ(wglCreateContext(deviceContext), nullptr);
-    EXPECT_FALSE(wglMakeCurrent(deviceContext, nullptr));
-    EXPECT_FALSE(SwapBuffers(deviceContext));
-    ShowWindow(window, SW_SHOW);
+    EXPECT_EQ(ChoosePixelFormat(GetDC(window), &descriptor), 0);
+    EXPECT_FALSE(SetPixelFormat(GetDC(window), 0, &descriptor));
+    EXPECT_EQ(DescribePixelFormat(GetDC(window), 1, sizeof descriptor, &descriptor), 0);
+    EXPECT_FALSE(SwapBuffers(GetDC(window)));
+    EXPECT_FALSE(ShowWindow(window, SW_SHOW));
     UpdateWindow(window);
     EXPECT_EQ(SeenKinds(), (std::vector<UINT>{WM_CREATE, WM_SIZE, WM_MOVE, WM_PAINT}));
-    RECT client;
-    EXPECT_TRUE(GetClientRect(window, &client));
-    EXPECT_EQ(client, (RECT{0, 0, 640, 480}));
+    RECT rectangle;
+    EXPECT_TRUE(GetWindowRect(window, &rectangle));
+    EXPECT_EQ(rectangle, (RECT{30, 40, 670, 520}));
     EXPECT_EQ(GetActiveWindow(), nullptr);
-
     MSG message;
-    EXPECT_FALSE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
-    PostQuitMessage(3);
-    EXPECT_TRUE(PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
-    EXPECT_EQ(GetMessageA(&message, nullptr, 0, 0), 0);
-    EXPECT_EQ(message.wParam, 3u);
+    EXPECT_EQ(GetMessageA(&message, nullptr, 0, 0), -1) << "nothing could ever come";
     EXPECT_TRUE(DestroyWindow(window));
-    UnregisterClassA("class", nullptr);
+    EXPECT_TRUE(UnregisterClassA("class", nullptr));
+    EXPECT_FALSE(UnregisterClassA("class", nullptr));
 }
 
 }  // namespace

@@ -65,8 +65,7 @@ TEST_F(SettingsFile, AppliesEveryKeyWhereverItStands) {
     EXPECT_EQ(engine.joystickSensitivity, 0.5f);
     EXPECT_EQ(engine.nearPlane, 5.0f) << "a point begins no number";
     EXPECT_EQ(engine.farPlane, 800.0f);
-    EXPECT_TRUE(engine.fullScreen);
-    EXPECT_TRUE(engine.safeMode);
+    EXPECT_TRUE(engine.fullScreen && engine.safeMode);
 
     ASSERT_EQ(scene.playerCount, 2);
     EXPECT_EQ(scene.players[0].headLimit, 0.25f);
@@ -79,24 +78,20 @@ TEST_F(SettingsFile, AppliesEveryKeyWhereverItStands) {
         (std::vector{512, 1, 510, 768}));
 }
 
-TEST_F(SettingsFile, LetsTheLaterOfTwoEqualKeysWinButAddsUpPlayers) {
-    Read(
-        "*PLAYERCOUNT1 *RESOLUTION 1 2 3 *PLAYERCOUNT -5 *RESOLUTION 800 600 300 *PLAYERCOUNT 2 "
-        "*FRAMERATELIMIT 1001 }");
+TEST_F(SettingsFile, LetsTheLaterOfTwoEqualKeysWinAddsUpPlayersAndPassesOverOthers) {
+    EXPECT_EQ(
+        Read("*PLAYERCOUNT1 *RESOLUTION 1 2 3 *PLAYERCOUNT -5 *RESOLUTION 800 600 300 *PLAYERCOUNT 2\n"
+             "*FRAMERATELIMIT 1001 *PLAYERHEADLIMIT 3 0.5 *PLAYERHEADLIMIT -1 0.5 *PLAYERCONTROLLER 3 1\n"
+             "*PLAYERVIEWPORT -1 1 2 3 4 *PLAYERKEYBOARDCONTROLS 99 1 2 3 4 5 6 7 8 }"),
+        "");
     EXPECT_EQ(engine.windowRect.right, 800);
     EXPECT_EQ(engine.colourBits, 300 - 256);
-    EXPECT_EQ(scene.playerCount, 3);
     EXPECT_EQ(timer.framePeriod, 0);
-}
-
-TEST_F(SettingsFile, PassesOverPlayersThatDoNotExist) {
-    EXPECT_EQ(Read("*PLAYERCOUNT 2 *PLAYERHEADLIMIT 2 0.5 *PLAYERHEADLIMIT -1 0.5 *PLAYERCONTROLLER 2 1\n"
-                   "*PLAYERVIEWPORT -1 1 2 3 4 *PLAYERKEYBOARDCONTROLS 99 1 2 3 4 5 6 7 8 }"),
-              "");
-    for (int i = 0; i < 2; i++) {
+    ASSERT_EQ(scene.playerCount, 3);
+    for (int i = 0; i < 3; i++) {
         EXPECT_EQ(scene.players[i].headLimit, 0.0f);
         EXPECT_EQ(scene.players[i].controller, 0);
-        EXPECT_EQ(scene.players[i].viewportX, 0);
+        EXPECT_EQ(scene.players[i].viewportWidth, 100);
         EXPECT_EQ(scene.players[i].keys[2], 0x25);
     }
 }

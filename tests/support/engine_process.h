@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/temporary_folder.h"
+#include "support/virtual_display.h"
 #include "support/wait_until.h"
 
 /// The engine as its own process, started in the present working directory as a user would start it. What
@@ -53,6 +54,18 @@ struct EngineProcess {
     int WaitForExit() {
         int code = -1;
         WaitUntil([&] { return HasEnded(code); });
+        return code;
+    }
+
+    /// Holds Escape until the process has ended, anew each second, since a window that isn't ready yet may
+    /// swallow the press; the exit code as above.
+    int EndByEscape(const VirtualDisplay& display) {
+        int code = -1;
+        WaitUntil([&] {
+            display.Xdotool("keyup Escape keydown Escape");
+            return WaitUntil([&] { return HasEnded(code); }, std::chrono::seconds(1));
+        });
+        display.Xdotool("keyup Escape");
         return code;
     }
 

@@ -1,4 +1,4 @@
-#include "platform/other_window.h"
+#include "support/other_window.h"
 
 #include <X11/Xlib.h>
 
