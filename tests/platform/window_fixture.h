@@ -11,10 +11,10 @@
 #include "platform/display_mode.h"
 #include "platform/gl_context.h"
 #include "platform/message_box.h"
-#include "support/other_window.h"
 #include "platform/video.h"
 #include "platform/window.h"
 #include "support/loaded_libraries.h"
+#include "support/other_window.h"
 #include "support/virtual_display.h"
 
 inline bool operator==(const RECT& left, const RECT& right) {

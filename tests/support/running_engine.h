@@ -7,8 +7,8 @@
 #include <new>
 #include <string>
 
-#include "engine/engine.h"
 #include "app/entry.h"
+#include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/entry.h"
 #include "platform/video.h"
