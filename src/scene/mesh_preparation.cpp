@@ -92,6 +92,7 @@ void Object::ReindexByTexFaces() {
     vertexValueCount = newCount;
     faces = std::move(texFaces);
     texFaceValueCount = 0;
+    MeshChanged();
 }
 
 void Object::ComputeRadius() {

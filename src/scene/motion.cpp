@@ -40,6 +40,7 @@ void Object::SetVertex(Vector value, std::int32_t index) {
     vertex[0] = value.x;
     vertex[1] = value.y;
     vertex[2] = value.z;
+    MeshChanged();
 }
 
 void Object::GetOrientationMatrix(Matrix& result) const {
@@ -133,4 +134,5 @@ void Object::ApplyTransform() {
         }
     }
     transform.SetIdentity();
+    MeshChanged();
 }

@@ -43,11 +43,13 @@ void Object::ResizeVertices(std::int32_t vertexCount) {
     FillBeyond(colours, vertexValueCount, count, 1.0f);
     FillBeyond(normals, vertexValueCount, count, 0.0f);
     vertexValueCount = count;
+    MeshChanged();
 }
 
 void Object::ResizeFaces(std::int32_t triangleCount) {
     ResizeArray(faces, faceValueCount, 3 * triangleCount);
     faceValueCount = 3 * triangleCount;
+    MeshChanged();
 }
 
 void Object::ResizeTexVertices(std::int32_t texVertexCount) {
@@ -93,6 +95,7 @@ void Object::CopyTo(Object& destination) const {
     std::copy_n(colours.get(), vertexValueCount, destination.colours.get());
     std::copy_n(normals.get(), vertexValueCount, destination.normals.get());
     std::copy_n(faces.get(), faceValueCount, destination.faces.get());
+    destination.MeshChanged();
 
     if (destination.texVertexValueCount != texVertexValueCount ||
         destination.texFaceValueCount != texFaceValueCount) {

@@ -4,6 +4,7 @@
 #include "scene/collider.h"
 #include "scene/object.h"
 #include "simulation/face_filter.h"
+#include "simulation/face_index.h"
 
 namespace {
 
@@ -122,18 +123,33 @@ void CollideWithMesh(const Object& object, const Object& obstacle) {
     Vector direction = body.sweepVelocity;
     direction.Normalise();
     FaceFilter filter(body, travel);
+    const float* vertices = obstacle.vertices.get();
+    const std::int32_t* faces = obstacle.faces.get();
     const std::int32_t faceCount = obstacle.faceValueCount / 3;
-    for (std::int32_t first = 0; first < faceCount; first += FaceFilter::batchSize) {
-        const std::int32_t count = std::min(FaceFilter::batchSize, faceCount - first);
-        filter.Load(obstacle.vertices.get(), obstacle.faces.get() + 3 * static_cast<std::ptrdiff_t>(first),
-                    count);
+    /// @param lastInBatch place of the mesh's last face in the batch, -1 if it isn't there
+    const auto collideWithBatch = [&](std::int32_t count, std::int32_t lastInBatch) {
         for (std::int32_t i = 0; i < count; i++) {
-            const bool last = first + i == faceCount - 1;
+            const bool last = i == lastInBatch;
             if (last || (filter.far[i] == 0 && !filter.CantTouch(i))) {
                 CollideWithFace(body, filter.Corner(i, 0) / radii, filter.Corner(i, 1) / radii,
                                 filter.Corner(i, 2) / radii, direction, travel, last);
             }
         }
+    };
+    FaceIndex* const index = FaceIndex::Of(obstacle);
+    IdMarks* const candidates = index == nullptr ? nullptr : index->FindCandidates(obstacle, body, travel);
+    if (candidates != nullptr) {
+        std::int32_t ids[FaceFilter::batchSize];
+        while (const std::int32_t count = candidates->Take(ids, FaceFilter::batchSize)) {
+            filter.Load(vertices, faces, ids, count);
+            collideWithBatch(count, ids[count - 1] == faceCount - 1 ? count - 1 : -1);
+        }
+        return;
+    }
+    for (std::int32_t first = 0; first < faceCount; first += FaceFilter::batchSize) {
+        const std::int32_t count = std::min(FaceFilter::batchSize, faceCount - first);
+        filter.Load(vertices, faces + 3 * static_cast<std::ptrdiff_t>(first), count);
+        collideWithBatch(count, faceCount - 1 - first);
     }
 }
 

@@ -30,13 +30,29 @@ FaceFilter::FaceFilter(const Collider& body, float newTravel)
 
 void FaceFilter::Load(const float* vertices, const std::int32_t* faces, std::int32_t count) {
     for (std::int32_t i = 0; i < count; i++) {
-        for (int corner = 0; corner < 3; corner++) {
-            const float* vertex = vertices + 3 * static_cast<std::ptrdiff_t>(faces[3 * i + corner]);
-            x[corner][i] = vertex[0];
-            y[corner][i] = vertex[1];
-            z[corner][i] = vertex[2];
-        }
+        SetCorners(i, vertices, faces + 3 * i);
     }
+    FindFar();
+}
+
+void FaceFilter::Load(const float* vertices, const std::int32_t* faces, const std::int32_t* ids,
+                      std::int32_t count) {
+    for (std::int32_t i = 0; i < count; i++) {
+        SetCorners(i, vertices, faces + 3 * static_cast<std::ptrdiff_t>(ids[i]));
+    }
+    FindFar();
+}
+
+void FaceFilter::SetCorners(std::int32_t i, const float* vertices, const std::int32_t* face) {
+    for (int corner = 0; corner < 3; corner++) {
+        const float* vertex = vertices + 3 * static_cast<std::ptrdiff_t>(face[corner]);
+        x[corner][i] = vertex[0];
+        y[corner][i] = vertex[1];
+        z[corner][i] = vertex[2];
+    }
+}
+
+void FaceFilter::FindFar() {
     // All lengths are three times as long here, which saves the division of the centroid by three. The
     // bound is distance >= radius + reach. With squares, and without a root, that is
     // distance² - radius² - reach² >= 2 radius reach.

@@ -19,9 +19,12 @@ struct FaceFilter {
     /// @param travel length of `sweepVelocity`
     FaceFilter(const Collider& body, float travel);
 
-    /// Takes up `count` faces, at most `batchSize`, and fills `far` for them.
+    /// Takes up `count` faces in a row, at most `batchSize`, and fills `far` for them.
     /// @param faces three vertex indices each
     void Load(const float* vertices, const std::int32_t* faces, std::int32_t count);
+    /// The same for faces anywhere on the list.
+    void Load(const float* vertices, const std::int32_t* faces, const std::int32_t* ids,
+              std::int32_t count);
 
     /// Corner 0 to 2 of face i of the batch, in world coordinates.
     Vector Corner(std::int32_t i, int corner) const {
@@ -44,4 +47,7 @@ private:
     float x[3][batchSize] = {};
     float y[3][batchSize] = {};
     float z[3][batchSize] = {};
+
+    void SetCorners(std::int32_t i, const float* vertices, const std::int32_t* face);
+    void FindFar();
 };
