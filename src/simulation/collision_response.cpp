@@ -1,5 +1,6 @@
 #include "scene/scene.h"
 #include "services/log.h"
+#include "simulation/object_bounds.h"
 
 namespace {
 
@@ -7,6 +8,21 @@ namespace {
 constexpr float clearance = 0.01f;
 /// The contact in a row after this one sends the body back to its safe position.
 constexpr std::int32_t maxContactsInRow = 15;
+
+/// Sweeps the body against all objects that it may meet, in the order of their ids.
+void CollideWithObjects(Scene& scene, std::int32_t objectIndex) {
+    Object& object = scene.objects[objectIndex];
+    IdMarks& candidates = ObjectBounds::Of(scene).FindNear(scene, object);
+    std::int32_t ids[16];
+    while (const std::int32_t count = candidates.Take(ids, 16)) {
+        for (std::int32_t i = 0; i < count; i++) {
+            const Object& obstacle = scene.objects[ids[i]];
+            if (ids[i] != objectIndex && obstacle.attributes[collidableAttribute] != 0) {
+                object.CollideWithObject(obstacle);
+            }
+        }
+    }
+}
 
 }  // namespace
 
@@ -37,11 +53,7 @@ Vector Scene::SlideStep(std::int32_t objectIndex, Vector position, Vector displa
     if (body.recursionDepth == 0) {
         body.safePosition = position;
     }
-    for (std::int32_t j = 0; j < objectCount; j++) {
-        if (j != objectIndex && objects[j].attributes[collidableAttribute] != 0) {
-            object.CollideWithObject(objects[j]);
-        }
-    }
+    CollideWithObjects(*this, objectIndex);
     if (body.foundCollision == 0) {
         body.recursionDepth = 0;
         displacement.SetLength(displacement.Length() - clearance);

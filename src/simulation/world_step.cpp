@@ -1,5 +1,6 @@
 #include "scene/scene.h"
 #include "simulation/group_members.h"
+#include "simulation/object_bounds.h"
 
 namespace {
 
@@ -67,9 +68,11 @@ void MoveObject(Scene& scene, std::int32_t i) {
     ForEachMember(scene, object.groupParent, [&scene, &object, i](std::int32_t id) {
         if (id != i) {
             CarryAlong(scene.objects[id], object);
+            scene.objectBounds->Moved(scene, id);
         }
     });
     object.ApplyTransform();
+    scene.objectBounds->Moved(scene, i);
 }
 
 /// Hands the request for a key track on to the object's group, where each plays its own track.
@@ -88,9 +91,18 @@ void AdvanceGroup(Scene& scene, std::int32_t i) {
 }  // namespace
 
 void Scene::StepWorld() {
+    ObjectBounds& bounds = ObjectBounds::Of(*this);
+    bounds.BeginStep();
+    bool tracksWanted = false;
     // An object has moved before the next one looks at it.
     for (std::int32_t i = 0; i < objectCount; i++) {
         MoveObject(*this, i);
+        tracksWanted |= objects[i].activeKeyTrack != -1;
+    }
+    bounds.EndStep();
+    // All transforms are applied by now, and only a track asks for another one.
+    if (!tracksWanted) {
+        return;
     }
     for (std::int32_t i = 0; i < objectCount; i++) {
         AdvanceGroup(*this, i);
