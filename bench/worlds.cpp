@@ -89,11 +89,11 @@ SceneFiles WriteKeyTracks(std::int64_t keys) {
 }
 
 void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::int64_t patches,
-               float height) {
+               float height, float spacing) {
     const int across = std::max(1, static_cast<int>(std::lround(std::sqrt(static_cast<double>(patches)))));
     const int bodiesAcross =
         std::max(1, static_cast<int>(std::ceil(std::sqrt(static_cast<double>(bodies)))));
-    const float side = 20.0f * static_cast<float>(bodiesAcross);
+    const float side = spacing * static_cast<float>(bodiesAcross);
     const float patchSide = side / static_cast<float>(across);
     std::vector<SceneObject> objects;
     for (int y = 0; y < across; y++) {
@@ -105,8 +105,8 @@ void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::i
     }
     std::string attributes;
     for (std::int64_t i = 0; i < bodies; i++) {
-        const float x = 20.0f * (static_cast<float>(i % bodiesAcross) + 0.5f);
-        const float y = 20.0f * (static_cast<float>(i / bodiesAcross) + 0.5f);
+        const float x = spacing * (static_cast<float>(i % bodiesAcross) + 0.5f);
+        const float y = spacing * (static_cast<float>(i / bodiesAcross) + 0.5f);
         const std::string name = "Body" + std::to_string(i);
         objects.push_back(MakeBox(name, {x - 1, y - 1, height - 1}, {x + 1, y + 1, height + 1}));
         AddMarkers(objects.back(), {x, y, height});
@@ -115,4 +115,18 @@ void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::i
     WriteSceneFile("world.bin", objects);
     WriteBytes("world.atr", attributes);
     scene.LoadMesh("world.bin");
+}
+
+void AddBoxes(Scene& scene, std::int64_t count, float x) {
+    const auto across = static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(count))));
+    std::vector<SceneObject> boxes;
+    for (std::int64_t i = 0; i < count; i++) {
+        const float left = x + 8.0f * static_cast<float>(i % across);
+        const float front = 8.0f * static_cast<float>(i / across);
+        boxes.push_back(MakeBox("Box" + std::to_string(i), {left, front, 0}, {left + 4, front + 4, 4}));
+        AddMarkers(boxes.back(), {left + 2, front + 2, 2});
+    }
+    WriteSceneFile("boxes.bin", boxes);
+    WriteBytes("boxes.atr", "");
+    scene.LoadMesh("boxes.bin");
 }

@@ -36,5 +36,8 @@ SceneFiles WriteKeyTracks(std::int64_t keys);
 /// Ground of `patches` objects with `triangles` in all, and bodies with collider and physics on or above
 /// it, too far from one another to meet.
 /// @param height of the bodies' centres above the ground, in world units
+/// @param spacing distance of the bodies from one another, which decides on the size of the ground
 void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::int64_t patches,
-               float height);
+               float height, float spacing = 20.0f);
+/// Adds boxes of 12 triangles and 4 units, as far from one another, in a square that starts at this x.
+void AddBoxes(Scene& scene, std::int64_t count, float x);

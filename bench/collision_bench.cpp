@@ -1,0 +1,108 @@
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
+
+#include "allocations.h"
+#include "scene/scene.h"
+#include "worlds.h"
+
+// What a body's frame costs by the size of its world. One iteration is a frame of 64 bodies that walk.
+
+namespace {
+
+constexpr std::int64_t bodyCount = 64;
+constexpr float restHeight = 5.2f;
+/// Distance of the bodies from one another, world units.
+constexpr float spacing = 20.0f;
+
+/// To and fro, so that nobody leaves the ground.
+void Walk(const std::vector<Physics*>& bodies, std::int64_t frame) {
+    const float speed = frame / 100 % 2 == 0 ? 0.05f : -0.05f;
+    for (Physics* body : bodies) {
+        body->velocity.x = speed;
+        body->velocity.y = -speed;
+    }
+}
+
+/// @param change what else happens in each frame
+template <typename Change>
+void Play(benchmark::State& state, Scene& scene, Change change) {
+    std::vector<Physics*> bodies;
+    for (std::int32_t i = 0; i < scene.objectCount; i++) {
+        if (scene.objects[i].physics != nullptr) bodies.push_back(scene.objects[i].physics.get());
+    }
+    std::int64_t frame = 0;
+    const auto step = [&] {
+        Walk(bodies, frame++);
+        change();
+        scene.StepWorld();
+    };
+    for (int i = 0; i < 100; i++) {  // until all have come down, and all indices are built
+        step();
+    }
+    const std::int64_t before = AllocationCount();
+    for (auto _ : state) {
+        step();
+    }
+    state.counters["allocations"] =
+        static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
+    state.counters["per body"] = static_cast<double>(bodyCount);
+}
+
+void Nothing() {}
+
+/// The same ground, made of more and more triangles: more and more of them are really near.
+void FinerGround(benchmark::State& state, std::int64_t patches) {
+    Scene scene;
+    MakeWorld(scene, bodyCount, state.range(0), patches, restHeight, spacing);
+    Play(state, scene, Nothing);
+}
+void finer_ground_in_one_mesh(benchmark::State& state) {
+    FinerGround(state, 1);
+}
+void finer_ground_in_100_meshes(benchmark::State& state) {
+    FinerGround(state, 100);
+}
+
+/// More and more ground of the same kind: as many triangles are near as before.
+void LargerGround(benchmark::State& state, std::int64_t patches) {
+    Scene scene;
+    const float growth = std::sqrt(static_cast<float>(state.range(0)) / 1000.0f);
+    MakeWorld(scene, bodyCount, state.range(0), patches, restHeight, spacing * growth);
+    Play(state, scene, Nothing);
+}
+void larger_ground_in_one_mesh(benchmark::State& state) {
+    LargerGround(state, 1);
+}
+void larger_ground_in_100_meshes(benchmark::State& state) {
+    LargerGround(state, 100);
+}
+
+/// A ground that moves every frame, so that nothing found out about it is good for longer.
+void ground_that_moves(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, bodyCount, state.range(0), 1, restHeight, spacing);
+    float step = 0.001f;
+    Play(state, scene, [&] {
+        step = -step;
+        scene.objects[0].transform.Translate(step, 0.0f, 0.0f);
+    });
+}
+
+/// The same bodies on the same ground, and more and more boxes around.
+void among_objects(benchmark::State& state) {
+    Scene scene;
+    MakeWorld(scene, bodyCount, 2000, 4, restHeight, spacing);
+    AddBoxes(scene, state.range(0), 160.0f);
+    Play(state, scene, Nothing);
+}
+
+BENCHMARK(finer_ground_in_one_mesh)->RangeMultiplier(10)->Range(1000, 1000000);
+BENCHMARK(finer_ground_in_100_meshes)->RangeMultiplier(10)->Range(1000, 1000000);
+BENCHMARK(larger_ground_in_one_mesh)->RangeMultiplier(10)->Range(1000, 1000000);
+BENCHMARK(larger_ground_in_100_meshes)->RangeMultiplier(10)->Range(1000, 1000000);
+BENCHMARK(ground_that_moves)->RangeMultiplier(10)->Range(100, 100000);
+BENCHMARK(among_objects)->RangeMultiplier(10)->Range(100, 100000);
+
+}  // namespace
