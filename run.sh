@@ -1,26 +1,63 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the engine and its demo world, and runs it.
-#   ./run.sh          one player, first person
-#   ./run.sh split    two players side by side
+# Installs what is missing, builds the engine, and runs a world.
+#   ./run.sh                     the demo, one player, first person
+#   ./run.sh split               the demo for two players side by side
+#   ./run.sh blender             a world made in Blender
+#   ./run.sh MODEL [OPTION...]   a model, made a world by import_scene with these options
+#   ./run.sh FOLDER              a folder with a settings.atr
 # Without a display it runs on a virtual one for a few seconds and leaves a screenshot.
 set -eu
-cd "$(dirname "${BASH_SOURCE[0]}")"
-. tools/packages.sh
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
-demo=${1:-single}
-if [ ! -d "demo/$demo" ]; then
-    echo "usage: ./run.sh [single|split]" >&2
+world=${1:-single}
+[ $# -eq 0 ] || shift
+name=${world%/}
+name=${name##*/}
+name=${name%.*}
+if [ -f "$project/demo/$world/settings.atr" ]; then
+    kind=demo
+elif [ "$world" = blender ]; then
+    kind=model
+    model=$project/demo/blender/world.glb
+elif [ -f "$world/settings.atr" ]; then
+    kind=folder
+    folder=$(cd "$world" && pwd)
+elif [ -f "$world" ]; then
+    kind=model
+    model=$(cd "$(dirname "$world")" && pwd)/${world##*/}
+else
+    echo "usage: ./run.sh [single|split|blender|MODEL [OPTION...]|FOLDER]" >&2
+    [ $# -eq 0 ] && [ ! -e "$world" ] && echo "There is no demo, model or folder $world." >&2
     exit 2
 fi
-display_needed=""
-[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || display_needed=$display_packages
-InstallMissing $run_packages $display_needed
-Build release engine demo
 
-cat "demo/$demo/controls.txt"
-engine=$PWD/build/release/engine
-screenshot=$PWD/build/screenshot-$demo.png
-cd "build/release/demo/$demo"
+cd "$project"
+. tools/packages.sh
+packages=$run_packages
+[ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || packages="$packages $display_packages"
+[ "$kind" != model ] || packages="$packages $import_packages"
+InstallMissing $packages
+case $kind in
+demo)
+    Build release engine demo
+    folder=$project/build/release/demo/$world
+    cat "demo/$world/controls.txt"
+    ;;
+folder)
+    Build release engine
+    ;;
+model)
+    # Configured anew, as the importer may have been left out before.
+    cmake --preset release >/dev/null
+    Build release engine import_scene
+    folder=$project/build/models/$name
+    build/release/tools/import_scene "$model" "$folder/data/world" --settings "$@"
+    [ "$world" != blender ] || cat demo/blender/controls.txt
+    ;;
+esac
+engine=$project/build/release/engine
+screenshot=$project/build/screenshot-$name.png
+cd "$folder"
 
 # RunEngine: the engine ends with code 1 whenever it ends in order, and also when it gets no window. Then
 # its log lacks the end.
@@ -41,11 +78,11 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 
 echo "There is no display: running on a virtual one."
-folder=$(mktemp -d)
-trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$folder"' EXIT
-mkfifo "$folder/number"
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$folder/number" 2>/dev/null &
-read -r number <"$folder/number"
+temporary=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$temporary"' EXIT
+mkfifo "$temporary/number"
+Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$temporary/number" 2>/dev/null &
+read -r number <"$temporary/number"
 export DISPLAY=:$number
 RunEngine &
 running=$!

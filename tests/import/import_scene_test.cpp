@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "scene/scene.h"
+#include "scene_writer/image_file.h"
+#include "simulation/player_control.h"
+#include "support/command.h"
+#include "support/temporary_folder.h"
+
+// Imports models as a user does, and has the engine read what comes out.
+
+namespace {
+
+/// A corner of a triangle: position, colour, texture coordinates.
+using Corner = std::array<float, 8>;
+using Triangle = std::array<Corner, 3>;
+
+CommandResult RunImport(const std::string& arguments) {
+    return RunCommand("ASAN_OPTIONS=exitcode=99 " IMPORT_SCENE_PROGRAM " " + arguments + " 2>&1");
+}
+
+/// The scene that the importer makes, as the engine reads it.
+struct ImportedScene {
+    TemporaryFolder folder;
+    std::string output;
+    Scene scene;
+
+    void Import(const std::string& model, const std::string& options = "") {
+        const CommandResult result = RunImport(model + " data/world " + options);
+        output = result.output;
+        ASSERT_EQ(result.exitCode, 0) << output;
+        scene.AddPlayers(2);
+        ASSERT_TRUE(scene.LoadMesh("data\\world.bin"));
+    }
+    const Object& Get(const std::string& name) {
+        const int id = scene.FindObject(name);
+        EXPECT_NE(id, -1) << "no object " << name;
+        return scene.objects[std::max(id, 0)];
+    }
+};
+
+Vector VertexOf(const Object& object, int vertex) {
+    Vector place;
+    object.GetVertex(place, vertex);
+    return place;
+}
+
+std::vector<Triangle> TrianglesOf(const Object& object) {
+    std::vector<Triangle> triangles(object.faceValueCount / 3);
+    for (int i = 0; i < object.faceValueCount; i++) {
+        const int vertex = object.faces[i];
+        Corner& corner = triangles[i / 3][i % 3];
+        std::copy_n(&object.vertices[3 * vertex], 3, corner.begin());
+        std::copy_n(&object.colours[3 * vertex], 3, corner.begin() + 3);
+        if (object.texVertices) {
+            std::copy_n(&object.texVertices[3 * vertex], 2, corner.begin() + 6);
+        }
+    }
+    return triangles;
+}
+
+void WriteCheckers(const std::string& path) {
+    Image image(4, 4, 3);
+    image.At(0, 0, 0) = 200;  // lower left: reddish
+    WriteTga(path, image);
+}
+
+}  // namespace
+
+// A hill of quads, each corner with a place, a colour and texture coordinates of its own.
+TEST(ImportScene, AnObjKeepsItsGeometry) {
+    ImportedScene world;
+    constexpr int side = 12;
+    std::string text = "mtllib hill.mtl\no Hill\nusemtl Paint\n";
+    std::vector<Corner> corners;
+    for (int i = 0; i < side * side; i++) {
+        const auto x = static_cast<float>(i % side);
+        const auto z = static_cast<float>(i / side);
+        const float y = std::sin(x) * std::cos(z);
+        // The model has y up, and its z points at us.
+        const Corner corner{x, -z, y, x / 16, z / 16, 0.25f, x / 8, z / 8};
+        corners.push_back(corner);
+        const auto number = [](float value) { return " " + std::to_string(value); };
+        text += "v" + number(x) + number(y) + number(z) + number(corner[3]) + number(corner[4]) +
+                number(corner[5]) + "\nvt" + number(corner[6]) + number(corner[7]) + "\n";
+    }
+    std::vector<Triangle> expected;
+    for (int row = 0; row + 1 < side; row++) {
+        for (int column = 0; column + 1 < side; column++) {
+            const int a = row * side + column;
+            const std::array<int, 4> quad{a, a + side, a + side + 1, a + 1};
+            text += "f";
+            for (const int corner : quad) {
+                text += " " + std::to_string(corner + 1) + "/" + std::to_string(corner + 1);
+            }
+            text += "\n";
+            expected.push_back({corners[quad[0]], corners[quad[1]], corners[quad[2]]});
+            expected.push_back({corners[quad[0]], corners[quad[2]], corners[quad[3]]});
+        }
+    }
+    WriteWholeFile("hill.obj", text);
+    WriteWholeFile("hill.mtl", "newmtl Paint\nKd 1 1 1\nmap_Kd CHECKERS.TGA\n");
+    WriteCheckers("checkers.tga");
+    world.Import("hill.obj", "--crease 180");
+
+    const std::vector<Triangle> actual = TrianglesOf(world.Get("Hill"));
+    ASSERT_EQ(actual.size(), expected.size());
+    // A quad may be cut along either diagonal and begin at any corner, so its four corners are compared.
+    for (std::size_t quad = 0; quad < actual.size(); quad += 2) {
+        for (const Triangle& triangle : {actual[quad], actual[quad + 1]}) {
+            for (const Corner& corner : triangle) {
+                const auto isNear = [&](const Corner& other) {
+                    return std::equal(corner.begin(), corner.end(), other.begin(),
+                                      [](float x, float y) { return std::fabs(x - y) < 2e-6f; });
+                };
+                EXPECT_TRUE(std::any_of(expected[quad].begin(), expected[quad].end(), isNear) ||
+                            isNear(expected[quad + 1][2]))
+                    << "corner of quad " << quad / 2;
+            }
+        }
+    }
+    EXPECT_EQ(world.Get("Hill").vertexValueCount / 3, side * side + 1 + 4)
+        << "shared vertices and the markers";
+    // The picture keeps its lower left corner.
+    const std::string texture =
+        ReadWholeFile("data/worldchecker.tga") + ReadWholeFile("data/worldcheckers.tga");
+    ASSERT_EQ(texture.size(), 18u + 4 * 4 * 3);
+    EXPECT_EQ(static_cast<unsigned char>(texture[18 + 2]), 200);
+}
+
+TEST(ImportScene, HardEdgesStayHardAndMirroredFacesTurnOutward) {
+    ImportedScene world;
+    // A cube without normals, and a node that shows it in a mirror.
+    std::string vertices;
+    for (int i = 0; i < 8; i++) {
+        vertices +=
+            std::to_string(i & 1) + " " + std::to_string(i >> 1 & 1) + " " + std::to_string(i >> 2) + " ";
+    }
+    WriteWholeFile(
+        "cube.dae",
+        R"(<COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1"><asset><up_axis>Z_UP</up_axis>
+</asset><library_geometries><geometry id="g"><mesh><source id="p"><float_array id="a" count="24">)" +
+            vertices +
+            R"(</float_array><technique_common><accessor source="#a" count="8" stride="3"><param name="X" type="float"/>
+<param name="Y" type="float"/><param name="Z" type="float"/></accessor></technique_common></source><vertices id="v">
+<input semantic="POSITION" source="#p"/></vertices><polylist count="6"><input semantic="VERTEX" source="#v" offset="0"/>
+<vcount>4 4 4 4 4 4</vcount><p>0 2 3 1 4 5 7 6 0 1 5 4 2 6 7 3 0 4 6 2 1 3 7 5</p></polylist></mesh></geometry>
+</library_geometries><library_visual_scenes><visual_scene id="s"><node id="Plain"><instance_geometry url="#g"/></node>
+<node id="Mirror"><matrix>-1 0 0 5 0 1 0 0 0 0 1 0 0 0 0 1</matrix><instance_geometry url="#g"/></node></visual_scene>
+</library_visual_scenes><scene><instance_visual_scene url="#s"/></scene></COLLADA>)");
+    world.Import("cube.dae", "--scale 1");
+    for (const auto& [name, low] : {std::pair<const char*, float>{"Plain", 0.0f}, {"Mirror", 4.0f}}) {
+        const Object& cube = world.Get(name);
+        EXPECT_EQ(cube.vertexValueCount / 3, 24 + 5) << "four corners for each side, and five markers";
+        for (const Triangle& triangle : TrianglesOf(cube)) {
+            const auto at = [&](int corner) {
+                return Vector{triangle[corner][0], triangle[corner][1], triangle[corner][2]};
+            };
+            const Vector normal = (at(1) - at(0)).Cross(at(2) - at(0));
+            const Vector outward = at(0) + at(1) + at(2) - Vector{low + 0.5f, 0.5f, 0.5f} * 3.0f;
+            EXPECT_GT(normal.Dot(outward), 0.0f) << name;
+        }
+    }
+}
+
+TEST(ImportScene, NamesSurviveTheEnginesReading) {
+    ImportedScene world;
+    std::string text = "v 0 0 0\nv 9 0 0\nv 0 9 0\n";
+    for (const char* name : {"BigBox", "Box", "Box_1", "Box-1", "Stůl_č.1", "GLOBALS", "7", "NoName"}) {
+        text += std::string("o ") + name + "\nf 1 2 3\n";
+    }
+    WriteWholeFile("names.obj", text);
+    world.Import("names.obj");
+    for (const char* name : {"BigBox", "Box1", "Stulc1", "Object7"}) {
+        world.Get(name);
+    }
+    for (int i = 0; i < world.scene.objectCount; i++) {
+        for (int j = 0; j < world.scene.objectCount; j++) {
+            const std::string name = world.scene.objects[i].name;
+            EXPECT_TRUE(i == j || !std::string(world.scene.objects[j].name).ends_with(name)) << name;
+            EXPECT_FALSE(std::string("GLOBALS").ends_with(name)) << name;
+        }
+    }
+    EXPECT_NE(world.output.find("renamed: Box is "), std::string::npos) << world.output;
+}
+
+TEST(ImportScene, WhatCantBeReadIsToldAndLeavesNothingBehind) {
+    const TemporaryFolder folder;
+    const std::string whole = ReadWholeFile(BLENDER_WORLD);
+    ASSERT_FALSE(whole.empty());
+    WriteWholeFile("empty.glb", "");
+    WriteWholeFile("text.glb", "This is no model.\n");
+    WriteWholeFile("short.glb", whole.substr(0, whole.size() / 2));
+    WriteWholeFile("text.obj", "Neither is this one, although nobody could tell by its first line.\n");
+    WriteWholeFile("points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\np 1 2 3\n");
+    WriteWholeFile("indices.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 7\n");
+    for (const char* model :
+         {"empty.glb", "text.glb", "short.glb", "text.obj", "points.obj", "indices.obj", "none.glb"}) {
+        const CommandResult result = RunImport(std::string(model) + " data/world --settings");
+        EXPECT_EQ(result.exitCode, 1) << model << result.output;
+        EXPECT_NE(result.output.find(std::string(model) + ": error: "), std::string::npos) << result.output;
+        EXPECT_FALSE(std::filesystem::exists("data") || std::filesystem::exists("settings.atr")) << model;
+    }
+    for (const char* arguments : {"", "one", "a b c", "a b --scale", "a b --scale x", "a b --high",
+                                  "a data/my_world", "a data/cabin", "a b --texture-size 100"}) {
+        EXPECT_EQ(RunImport(arguments).exitCode, 2) << arguments;
+    }
+    WriteWholeFile("missing.obj",
+                   "mtllib missing.mtl\nusemtl m\nv 0 0 0\nv 9 0 0\nv 0 9 0\nvt 0 0\nf 1/1 2/1 3/1\n");
+    WriteWholeFile("missing.mtl", "newmtl m\nmap_Kd C:\\art\\gone.png\n");
+    const CommandResult missing = RunImport("missing.obj data/world");
+    EXPECT_EQ(missing.exitCode, 0) << missing.output;
+    EXPECT_NE(missing.output.find("missing.obj: warning: image C:\\art\\gone.png"), std::string::npos)
+        << missing.output;
+}
+
+// The world that Blender exported: bodies, groups, a track, a player who walks.
+TEST(ImportScene, TheWorldFromBlenderIsWalkedThrough) {
+    ImportedScene world;
+    world.Import(BLENDER_WORLD, "--settings");
+    Scene& scene = world.scene;
+    PlayerControl control;
+    scene.StepWorld();
+    const Object& hero = world.Get("Hero");
+    const Object& crate = world.Get("Crate001");
+    const Object& door = world.Get("Door");
+    const Vector doorBefore = VertexOf(door, door.xAxisVertex);
+    EXPECT_GT(VertexOf(crate, crate.centreVertex).z, 18.0f);
+    for (int frame = 0; frame < 50; frame++) {
+        control.MovePlayer(scene, moveForward, 1.0f, 1);
+        scene.StepWorld();
+    }
+    // A second is the whole opening: from along x by 100 degrees to the left.
+    const Vector open = VertexOf(door, door.xAxisVertex) - VertexOf(door, door.centreVertex);
+    EXPECT_NEAR(doorBefore.x - VertexOf(door, door.centreVertex).x, 1.0f, 1e-3f);
+    EXPECT_NEAR(open.x, -0.174f, 0.02f);
+    EXPECT_NEAR(open.y, 0.985f, 0.02f);
+    for (int frame = 0; frame < 400; frame++) {
+        control.MovePlayer(scene, moveForward, 1.0f, 0);
+        control.MovePlayer(scene, moveForward, 1.0f, 1);
+        scene.StepWorld();
+    }
+    // 10 metres to the south, on its feet, and 400 frames of 0.08 nearer to the house.
+    EXPECT_NEAR(VertexOf(hero, hero.centreVertex).z, 5.05f, 0.1f);
+    EXPECT_NEAR(VertexOf(hero, hero.centreVertex).y, -55.0f + 400 * 0.08f, 2.0f);
+    EXPECT_LT(VertexOf(crate, crate.centreVertex).z, 6.0f);
+    const Object& eyes = world.Get("Eyes");
+    EXPECT_NEAR(VertexOf(eyes, 0).z - VertexOf(hero, hero.centreVertex).z, 0.55f * 5.5f, 0.01f);
+    EXPECT_EQ(scene.lightCount, 4);
+    EXPECT_NE(ReadWholeFile("settings.atr").find("*LOADMESH data\\world.bin"), std::string::npos);
+}

@@ -1,0 +1,125 @@
+#include "import_scene/materials.h"
+
+#include <assimp/GltfMaterial.h>
+#include <assimp/material.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// The image that gives a material its colour: the kind of it, or none.
+aiTextureType ColourTextureType(const aiMaterial& material) {
+    for (const aiTextureType type :
+         {aiTextureType_BASE_COLOR, aiTextureType_DIFFUSE, aiTextureType_EMISSIVE, aiTextureType_AMBIENT}) {
+        if (material.GetTextureCount(type) > 0) {
+            return type;
+        }
+    }
+    return aiTextureType_NONE;
+}
+
+/// The library turns and shifts about the middle of the picture. For glTF its shift has that taken out
+/// already, so that here the format's own numbers are made of it again: about the upper left corner.
+aiMatrix3x3 GltfTransform(const aiUVTransform& given) {
+    const float sine = std::sin(given.mRotation);
+    const float cosine = std::cos(given.mRotation);
+    const float scaleX = given.mScaling.x;
+    const float scaleY = given.mScaling.y;
+    const float libraryCosine = std::cos(-given.mRotation);
+    const float librarySine = std::sin(-given.mRotation);
+    const float offsetX = given.mTranslation.x - 0.5f * scaleX * (-libraryCosine + librarySine + 1.0f);
+    const float offsetY =
+        0.5f * scaleY * (librarySine + libraryCosine - 1.0f) + 1.0f - scaleY - given.mTranslation.y;
+    const aiMatrix3x3 flip(1, 0, 0, 0, -1, 1, 0, 0, 1);
+    const aiMatrix3x3 transform(cosine * scaleX, sine * scaleY, offsetX, -sine * scaleX, cosine * scaleY,
+                                offsetY, 0, 0, 1);
+    return flip * transform * flip;
+}
+
+aiMatrix3x3 PlainTransform(const aiUVTransform& given) {
+    const float sine = std::sin(given.mRotation);
+    const float cosine = std::cos(given.mRotation);
+    const aiMatrix3x3 size(given.mScaling.x, 0, 0, 0, given.mScaling.y, 0, 0, 0, 1);
+    const aiMatrix3x3 turn(cosine, -sine, 0.5f - 0.5f * cosine + 0.5f * sine, sine, cosine,
+                           0.5f - 0.5f * sine - 0.5f * cosine, 0, 0, 1);
+    const aiMatrix3x3 shift(1, 0, given.mTranslation.x, 0, 1, given.mTranslation.y, 0, 0, 1);
+    return shift * turn * size;
+}
+
+Wrap WrapOf(const aiMaterial& material, aiTextureType type, const char* key) {
+    int mode = aiTextureMapMode_Wrap;
+    material.Get(key, type, 0, mode);
+    if (mode == aiTextureMapMode_Mirror) {
+        return Wrap::Mirror;
+    }
+    return mode == aiTextureMapMode_Wrap ? Wrap::Repeat : Wrap::Clamp;
+}
+
+void ReadTexture(const Model& model, const aiMaterial& material, aiTextureType type, Surface& surface,
+                 TextureList& textures, Report& report) {
+    aiString path;
+    unsigned channel = 0;
+    if (material.GetTexture(type, 0, &path, nullptr, &channel) != AI_SUCCESS) {
+        return;
+    }
+    surface.channel = channel;
+    const Wrap wrapX = WrapOf(material, type, _AI_MATKEY_MAPPINGMODE_U_BASE);
+    const Wrap wrapY = WrapOf(material, type, _AI_MATKEY_MAPPINGMODE_V_BASE);
+    surface.texture = textures.Add(path.C_Str(), wrapX, wrapY, surface.name);
+    if (surface.texture == -1) {
+        return;
+    }
+    aiUVTransform transform;
+    if (material.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform) == AI_SUCCESS) {
+        surface.toTexture = model.linearColours ? GltfTransform(transform) : PlainTransform(transform);
+    }
+    // A mirrored image is twice as large as what it was made of.
+    const aiMatrix3x3 halved(wrapX == Wrap::Mirror ? 0.5f : 1.0f, 0, 0, 0,
+                             wrapY == Wrap::Mirror ? 0.5f : 1.0f, 0, 0, 0, 1);
+    surface.toTexture = halved * surface.toTexture;
+    aiString alphaMode;
+    if (material.Get(AI_MATKEY_GLTF_ALPHAMODE, alphaMode) == AI_SUCCESS &&
+        std::string(alphaMode.C_Str()) != "OPAQUE") {
+        report.Warn("objects are drawn solid, whatever the alpha of their material", surface.name);
+    }
+}
+
+aiColor3D ColourOf(const aiMaterial& material, bool textured) {
+    aiColor4D base;
+    aiColor3D colour(0.8f, 0.8f, 0.8f);
+    if (material.Get(AI_MATKEY_BASE_COLOR, base) == AI_SUCCESS) {
+        colour = {base.r, base.g, base.b};
+    } else {
+        material.Get(AI_MATKEY_COLOR_DIFFUSE, colour);
+    }
+    for (float* part : {&colour.r, &colour.g, &colour.b}) {
+        *part = std::isfinite(*part) ? std::clamp(*part, 0.0f, 1.0f) : 1.0f;
+    }
+    // Where there is an image, black means that nobody set a colour.
+    return textured && colour.IsBlack() ? aiColor3D(1.0f, 1.0f, 1.0f) : colour;
+}
+
+}  // namespace
+
+std::vector<Surface> ReadSurfaces(const Model& model, TextureList& textures, Report& report) {
+    std::vector<Surface> surfaces;
+    for (unsigned i = 0; i < model.scene->mNumMaterials; i++) {
+        const aiMaterial& material = *model.scene->mMaterials[i];
+        Surface surface;
+        aiString name;
+        if (material.Get(AI_MATKEY_NAME, name) == AI_SUCCESS) {
+            surface.name = name.C_Str();
+        }
+        const aiTextureType type = ColourTextureType(material);
+        if (type != aiTextureType_NONE) {
+            ReadTexture(model, material, type, surface, textures, report);
+        }
+        surface.colour = ColourOf(material, surface.texture != -1);
+        int twoSided = 0;
+        material.Get(AI_MATKEY_TWOSIDED, twoSided);
+        surface.twoSided = twoSided != 0;
+        surfaces.push_back(surface);
+    }
+    return surfaces;
+}

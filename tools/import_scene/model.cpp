@@ -1,0 +1,209 @@
+#include "import_scene/model.h"
+
+#include <assimp/config.h>
+#include <assimp/postprocess.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <filesystem>
+#include <numbers>
+#include <stdexcept>
+
+namespace {
+
+constexpr float unitsForOneMetre = 5.5f;
+/// Longest sides between which a model without known units is taken as it is.
+constexpr float smallestModel = 5.0f;
+constexpr float largestModel = 5000.0f;
+/// What others are brought to.
+constexpr float usualModel = 60.0f;
+
+std::string ExtensionOf(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return extension.empty() ? extension : extension.substr(1);
+}
+
+bool IsOneOf(const std::string& format, std::initializer_list<const char*> formats) {
+    return std::find(formats.begin(), formats.end(), format) != formats.end();
+}
+
+/// A whole number of the file's head; absent if it has none.
+int HeadNumber(const aiScene& scene, const char* key, int absent) {
+    std::int32_t value = 0;
+    return scene.mMetaData != nullptr && scene.mMetaData->Get(key, value) ? value : absent;
+}
+
+char UpAxis(const std::string& format, const aiScene& scene) {
+    if (format == "fbx") {
+        constexpr const char* axes = "xyz";
+        return axes[std::clamp(HeadNumber(scene, "UpAxis", 1), 0, 2)];
+    }
+    // Formats without a convention come from programs in which z is up.
+    return IsOneOf(format, {"ply", "stl", "off", "dxf", "raw"}) ? 'z' : 'y';
+}
+
+/// Turns the axis that points up into z, and keeps the handedness.
+aiMatrix3x3 UpToZ(char up) {
+    if (up == 'x') {
+        return {0, 0, 1, 0, 1, 0, 1, 0, 0};
+    }
+    if (up == 'y') {
+        return {1, 0, 0, 0, 0, -1, 0, 1, 0};
+    }
+    return {};
+}
+
+/// Units for one of the model's, or 0 if the format doesn't say.
+float KnownScale(const std::string& format, const aiScene& scene) {
+    if (IsOneOf(format, {"gltf", "glb", "dae"})) {
+        return unitsForOneMetre;
+    }
+    double centimetres = 0.0;
+    if (format == "fbx" && scene.mMetaData != nullptr &&
+        scene.mMetaData->Get("UnitScaleFactor", centimetres) && centimetres > 0.0) {
+        return static_cast<float>(centimetres) * 0.01f * unitsForOneMetre;
+    }
+    return 0.0f;
+}
+
+/// Parents before children, without recursion: models come from anywhere and may be deep.
+std::vector<ModelNode> FlattenNodes(const aiNode* root) {
+    std::vector<ModelNode> nodes;
+    if (root == nullptr) {
+        return nodes;
+    }
+    nodes.push_back({root, -1, root->mName.C_Str(), root->mTransformation});
+    for (std::size_t i = 0; i < nodes.size(); i++) {
+        const aiNode* source = nodes[i].source;
+        const aiMatrix4x4 toModel = nodes[i].toModel;
+        for (unsigned child = 0; child < source->mNumChildren; child++) {
+            const aiNode* next = source->mChildren[child];
+            nodes.push_back(
+                {next, static_cast<int>(i), next->mName.C_Str(), toModel * next->mTransformation});
+        }
+    }
+    return nodes;
+}
+
+/// The longest side of the box around the model, in its own units; 0 without a vertex.
+float LongestSide(const Model& model) {
+    aiVector3D low(1e30f);
+    aiVector3D high(-1e30f);
+    for (const ModelNode& node : model.nodes) {
+        for (unsigned i = 0; i < node.source->mNumMeshes; i++) {
+            if (node.source->mMeshes[i] >= model.scene->mNumMeshes) {
+                continue;
+            }
+            const aiMesh& mesh = *model.scene->mMeshes[node.source->mMeshes[i]];
+            for (unsigned vertex = 0; vertex < mesh.mNumVertices; vertex++) {
+                const aiVector3D place = node.toModel * mesh.mVertices[vertex];
+                if (IsFinite(place)) {
+                    low = {std::min(low.x, place.x), std::min(low.y, place.y), std::min(low.z, place.z)};
+                    high = {std::max(high.x, place.x), std::max(high.y, place.y),
+                            std::max(high.z, place.z)};
+                }
+            }
+        }
+    }
+    return low.x > high.x ? 0.0f : std::max({high.x - low.x, high.y - low.y, high.z - low.z});
+}
+
+float ChooseScale(const Model& model, const Options& options, Report& report) {
+    if (options.scale) {
+        return *options.scale;
+    }
+    if (const float known = KnownScale(model.format, *model.scene); known != 0.0f) {
+        return known;
+    }
+    const float side = LongestSide(model);
+    if (side == 0.0f || (side >= smallestModel && side <= largestModel)) {
+        return 1.0f;
+    }
+    const float scale = usualModel / side;
+    report.Note("its longest side is " + std::to_string(side) + " long: taken with --scale " +
+                std::to_string(scale));
+    return scale;
+}
+
+aiMatrix4x4 WorldMatrix(const Options& options, const aiMatrix3x3& upToZ, float scale) {
+    aiMatrix4x4 size;
+    aiMatrix4x4::Scaling(aiVector3D(scale), size);
+    aiMatrix4x4 turn;
+    aiMatrix4x4::RotationZ(options.turn * std::numbers::pi_v<float> / 180.0f, turn);
+    aiMatrix4x4 move;
+    aiMatrix4x4::Translation({options.move.x, options.move.y, options.move.z}, move);
+    return move * turn * size * aiMatrix4x4(upToZ);
+}
+
+}  // namespace
+
+Model::Model(const Options& options, Report& report)
+    : path(options.input), format(ExtensionOf(options.input)) {
+    if (!std::filesystem::is_regular_file(path)) {
+        throw std::runtime_error("there is no such file");
+    }
+    if (std::filesystem::file_size(path) == 0) {
+        throw std::runtime_error("the file is empty");
+    }
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    scene = importer.ReadFile(path, aiProcess_Triangulate);
+    if (scene == nullptr) {
+        throw std::runtime_error(std::string("it can't be read as a model: ") + importer.GetErrorString());
+    }
+    nodes = FlattenNodes(scene->mRootNode);
+    linearColours = IsOneOf(format, {"gltf", "glb"});
+
+    const aiMatrix3x3 upToZ = UpToZ(options.up != 0 ? options.up : UpAxis(format, *scene));
+    // Where the library turns the whole model by the root node, the nodes below have z up already.
+    if (!IsOneOf(format, {"dae", "3ds", "ase", "blend"})) {
+        axesToNode = upToZ;
+        axesToNode.Transpose();
+    }
+    scale = ChooseScale(*this, options, report);
+    toWorld = WorldMatrix(options, upToZ, scale);
+}
+
+aiMatrix4x4 Model::WorldTransform(int node) const {
+    return toWorld * nodes[node].toModel;
+}
+
+Pose Model::PoseOf(const aiMatrix4x4& worldTransform) const {
+    const aiMatrix3x3 toAxes = aiMatrix3x3(worldTransform) * axesToNode;
+    Pose pose;
+    pose.origin = {worldTransform.a4, worldTransform.b4, worldTransform.c4};
+    if (!IsFinite(pose.origin)) {
+        pose.origin = {};
+    }
+    // Z stays, Y is made square to it, and X follows: a mirrored node gets axes that are not.
+    aiVector3D y = toAxes * aiVector3D(0.0f, 1.0f, 0.0f);
+    aiVector3D z = toAxes * aiVector3D(0.0f, 0.0f, 1.0f);
+    z.NormalizeSafe();
+    y.NormalizeSafe();
+    y -= z * (y * z);
+    y.NormalizeSafe();
+    const aiVector3D x = y ^ z;
+    if (IsFinite(x) && x.SquareLength() > 0.5f) {
+        pose.x = x;
+        pose.y = y;
+        pose.z = z;
+    }
+    return pose;
+}
+
+int Model::FindNode(const std::string& name) const {
+    const auto found =
+        std::find_if(nodes.begin(), nodes.end(), [&](const ModelNode& node) { return node.name == name; });
+    return found == nodes.end() ? -1 : static_cast<int>(found - nodes.begin());
+}
+
+std::string Model::NameForMessages(int node) const {
+    for (int at = node; at != -1; at = nodes[at].parent) {
+        if (!nodes[at].name.empty()) {
+            return nodes[at].name;
+        }
+    }
+    return "(no name)";
+}

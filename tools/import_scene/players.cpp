@@ -1,0 +1,343 @@
+#include "import_scene/players.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "scene_writer/shapes.h"
+
+namespace {
+
+/// At rest the centre of a body is 5.05 above the floor; a little more, so that it doesn't begin in it.
+constexpr float standing = 5.1f;
+constexpr float eyeAboveCentre = 3.0f;
+/// A camera that is moved up or down by more than this looks at its subject anew.
+constexpr float smallMove = 3.0f;
+/// Highest z of a view's direction: the engine's up is z, and its settings limit the head.
+constexpr float steepest = 0.85f;
+constexpr float floorCell = 8.0f;
+constexpr int mostFloorCells = 48;
+/// Half the vertical field of view, and of what a window of four to three shows across.
+constexpr float tangentUp = 0.577f;
+constexpr float tangentAcross = 0.77f;
+
+aiVector3D At(const SceneObject& mesh, std::int32_t vertex) {
+    const Float3& place = mesh.vertices[vertex];
+    return {place.x, place.y, place.z};
+}
+
+/// The height of a triangle above a point of the ground, if it is above it and seen from above.
+std::optional<float> HeightOver(const SceneObject& mesh, const Int3& face, float x, float y) {
+    const aiVector3D a = At(mesh, face.a);
+    const aiVector3D b = At(mesh, face.b);
+    const aiVector3D c = At(mesh, face.c);
+    const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+    if (!(area > 0.0f)) {
+        return {};
+    }
+    const float shareB = ((x - a.x) * (c.y - a.y) - (y - a.y) * (c.x - a.x)) / area;
+    const float shareC = ((b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x)) / area;
+    if (shareB < 0.0f || shareC < 0.0f || shareB + shareC > 1.0f) {
+        return {};
+    }
+    return a.z + shareB * (b.z - a.z) + shareC * (c.z - a.z);
+}
+
+/// The highest floor below a point.
+std::optional<float> FloorBelow(const std::vector<WorldObject>& objects, const aiVector3D& point) {
+    std::optional<float> highest;
+    for (const WorldObject& object : objects) {
+        if (!object.IsSolid()) {
+            continue;
+        }
+        for (const Int3& face : object.mesh.faces) {
+            const std::optional<float> height = HeightOver(object.mesh, face, point.x, point.y);
+            if (height && *height <= point.z && (!highest || *height > *highest)) {
+                highest = height;
+            }
+        }
+    }
+    return highest;
+}
+
+/// Distance to the first triangle that a ray from a point meets, from either side; or none.
+std::optional<float> DistanceAlong(const std::vector<WorldObject>& objects, const aiVector3D& from,
+                                   const aiVector3D& direction) {
+    std::optional<float> nearest;
+    for (const WorldObject& object : objects) {
+        for (const Int3& face : object.mesh.faces) {
+            const aiVector3D a = At(object.mesh, face.a);
+            const aiVector3D ab = At(object.mesh, face.b) - a;
+            const aiVector3D ac = At(object.mesh, face.c) - a;
+            const aiVector3D across = direction ^ ac;
+            const float determinant = ab * across;
+            const aiVector3D offset = from - a;
+            const aiVector3D other = offset ^ ab;
+            const float u = (offset * across) / determinant;
+            const float v = (direction * other) / determinant;
+            const float distance = (ac * other) / determinant;
+            if (u >= 0.0f && v >= 0.0f && u + v <= 1.0f && distance > 0.0f &&
+                (!nearest || distance < *nearest)) {
+                nearest = distance;
+            }
+        }
+    }
+    return nearest;
+}
+
+/// Points the camera from an eye along a direction, as steep as a head may be, and upright.
+void PointCamera(WorldObject& camera, const aiVector3D& eye, aiVector3D direction) {
+    direction.NormalizeSafe();
+    direction.z = std::clamp(direction.z, -steepest, steepest);
+    aiVector3D flat(direction.x, direction.y, 0.0f);
+    if (flat.Length() < 1e-4f) {
+        flat = {0.0f, 1.0f, 0.0f};
+    }
+    flat.Normalize();
+    direction = flat * std::sqrt(1.0f - direction.z * direction.z) + aiVector3D(0.0f, 0.0f, direction.z);
+    camera.pose.origin = eye;
+    camera.pose.y = -direction;
+    camera.pose.x = aiVector3D(-flat.y, flat.x, 0.0f);
+    camera.pose.z = camera.pose.x ^ camera.pose.y;
+    camera.mesh.vertices = {ToFloat3(eye), ToFloat3(eye + direction * 10.0f)};
+}
+
+/// A grey floor under everything, cut up so that lamps show on it.
+WorldObject MakeFloor(const Bounds& around, float height) {
+    const float side = 2.0f * std::max(around.Size().x, around.Size().y) + 40.0f;
+    const int cells = std::clamp(static_cast<int>(side / floorCell), 4, mostFloorCells);
+    const aiVector3D middle = around.Middle();
+    WorldObject floor;
+    floor.name = "LaidFloor";
+    floor.usesPose = false;
+    floor.mesh = MakeGrid(floor.name, {middle.x - side / 2.0f, middle.y - side / 2.0f, height},
+                          {side, 0.0f, 0.0f}, {0.0f, side, 0.0f}, cells, cells);
+    Paint(floor.mesh, {0.5f, 0.52f, 0.5f});
+    return floor;
+}
+
+/// Finds and makes what a player needs.
+struct PlayerMaker {
+    const Model& model;
+    std::vector<WorldObject>& objects;
+    GroupIds& groups;
+    const Options& options;
+    Report& report;
+
+    template <typename Condition>
+    int Find(Condition condition) const {
+        const auto found = std::find_if(objects.begin(), objects.end(), condition);
+        return found == objects.end() ? -1 : static_cast<int>(found - objects.begin());
+    }
+
+    /// The camera for player 0: the one asked for, else the first that belongs to nobody.
+    int ChooseCamera() const {
+        if (!options.player.empty()) {
+            const int found = Find([&](const WorldObject& object) {
+                return object.isCamera && object.name == options.player;
+            });
+            if (found != -1) {
+                return found;
+            }
+            report.Warn("there is no camera " + options.player + ", the first is taken");
+        }
+        return Find(
+            [](const WorldObject& object) { return object.isCamera && !object.properties.cameraObject; });
+    }
+
+    bool IsBelow(int node, int above) const {
+        for (int at = node; at != -1; at = model.nodes[at].parent) {
+            if (at == above) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void Join(int camera, int body, int player) {
+        Properties& leader = objects[body].properties;
+        if (!leader.groupParent) {
+            leader.groupParent = groups.Take(player);
+        }
+        std::vector<int>& member = objects[camera].properties.groupMember;
+        if (member.empty()) {
+            member.push_back(*leader.groupParent);
+        }
+        objects[camera].properties.cameraObject = player;
+    }
+
+    /// Upright, and turned as the camera is.
+    void TurnBody(int body, int camera) {
+        aiVector3D x = objects[camera].pose.x;
+        x.z = 0.0f;
+        if (x.Length() > 1e-3f) {
+            Pose& pose = objects[body].pose;
+            pose.x = x.Normalize();
+            pose.z = {0.0f, 0.0f, 1.0f};
+            pose.y = pose.z ^ pose.x;
+        }
+    }
+
+    /// A player's object without a camera: one that hangs below its node, else any for the first player.
+    void GiveCamera(int body, int player) {
+        int camera = Find([&](const WorldObject& object) {
+            return object.isCamera && !object.properties.cameraObject && objects[body].node != -1 &&
+                   IsBelow(object.node, objects[body].node);
+        });
+        if (camera == -1 && player == 0) {
+            camera = ChooseCamera();
+        }
+        if (camera != -1) {
+            Join(camera, body, player);
+            PointCamera(objects[camera], objects[camera].pose.origin, -objects[camera].pose.y);
+            // What has no face goes where its camera looks.
+            if (!objects[body].HasTriangles()) {
+                TurnBody(body, camera);
+            }
+            return;
+        }
+        // Without a camera a player can't act.
+        objects[body].properties.cameraObject = player;
+        objects[body].isBlind = true;
+        if (player == 0) {
+            report.Warn("player 0 has no camera, so nothing will be seen", objects[body].name);
+        }
+    }
+
+    /// From outside, with the whole model in view.
+    int AddCameraInFront() {
+        Bounds bounds = BoundsOf(objects);
+        if (bounds.IsEmpty()) {
+            bounds.Add({});
+        }
+        const aiVector3D half = bounds.Size() * 0.5f;
+        const float distance =
+            1.1f * std::max((half.z + standing + eyeAboveCentre) / tangentUp, half.x / tangentAcross) +
+            4.0f;
+        const aiVector3D middle = bounds.Middle();
+        const aiVector3D eye(middle.x, bounds.low.y - distance, bounds.low.z + standing + eyeAboveCentre);
+        WorldObject camera;
+        camera.name = "PlayerCamera";
+        camera.isCamera = true;
+        PointCamera(camera, eye, middle - eye);
+        objects.push_back(std::move(camera));
+        return static_cast<int>(objects.size()) - 1;
+    }
+
+    void LayFloor() {
+        Bounds around = BoundsOf(objects);
+        const float height = around.IsEmpty() ? 0.0f : around.low.z;
+        for (const WorldObject& object : objects) {
+            if (object.properties.cameraObject || object.properties.playerSpawnPoint) {
+                around.Add(object.mesh.vertices[0]);
+            }
+        }
+        objects.push_back(MakeFloor(around, height));
+        report.Note(
+            "nothing lies below the player: a floor is laid at the model's lowest point (--no-floor)");
+    }
+
+    std::optional<float> FloorFor(const aiVector3D& point) {
+        std::optional<float> floor = FloorBelow(objects, point);
+        if (!floor && options.addFloor) {
+            LayFloor();
+            floor = FloorBelow(objects, point);
+        }
+        return floor;
+    }
+
+    /// The body of a walker, with its eyes at the camera or, if there is a floor, where eyes are above it.
+    void AddBody(int camera) {
+        const aiVector3D eye = objects[camera].pose.origin;
+        const aiVector3D direction = -objects[camera].pose.y;
+        aiVector3D newEye = eye;
+        const bool spawns =
+            Find([](const WorldObject& object) { return object.properties.playerSpawnPoint == 0; }) != -1;
+        if (const std::optional<float> floor = spawns ? std::nullopt : FloorFor(eye)) {
+            newEye.z = *floor + standing + eyeAboveCentre;
+        }
+        aiVector3D newDirection = direction;
+        if (std::fabs(newEye.z - eye.z) > smallMove) {
+            const Bounds bounds = BoundsOf(objects);
+            const float toMiddle = (bounds.Middle() - eye) * direction;
+            const float distance =
+                DistanceAlong(objects, eye, direction).value_or(std::max(toMiddle, 10.0f));
+            newDirection = eye + direction * distance - newEye;
+        }
+        PointCamera(objects[camera], newEye, newDirection);
+
+        WorldObject body;
+        body.name = "PlayerBody";
+        body.pose.origin = newEye - aiVector3D(0.0f, 0.0f, eyeAboveCentre);
+        body.mesh.vertices = {ToFloat3(body.pose.origin)};
+        body.properties.collider = true;
+        body.properties.physics = {1.0f, 0.0f, 0.5f};
+        body.properties.playerObject = 0;
+        objects.push_back(std::move(body));
+        const int index = static_cast<int>(objects.size()) - 1;
+        TurnBody(index, camera);
+        objects[camera].properties.groupMember.clear();
+        Join(camera, index, 0);
+    }
+
+    void SetDownSpawnPoints() {
+        // By index, as a floor may be laid meanwhile.
+        for (std::size_t i = 0; i < objects.size(); i++) {
+            if (!objects[i].properties.playerSpawnPoint || objects[i].HasTriangles()) {
+                continue;
+            }
+            // An empty that was put onto the floor may be a little within it.
+            aiVector3D above = objects[i].pose.origin;
+            above.z += 1.0f;
+            if (const std::optional<float> floor = FloorFor(above)) {
+                objects[i].mesh.vertices[0].z = *floor + standing;
+            }
+        }
+    }
+};
+
+}  // namespace
+
+void AddPlayers(const Model& model, std::vector<WorldObject>& objects, GroupIds& groups,
+                const Options& options, Report& report) {
+    PlayerMaker maker{model, objects, groups, options, report};
+    const int count = PlayerCount(objects);
+    bool hasFirst = false;
+    for (int player = 0; player < count; player++) {
+        const int body =
+            maker.Find([&](const WorldObject& object) { return object.properties.playerObject == player; });
+        if (body == -1) {
+            continue;
+        }
+        hasFirst |= player == 0;
+        if (maker.Find([&](const WorldObject& object) {
+                return object.properties.cameraObject == player;
+            }) == -1) {
+            maker.GiveCamera(body, player);
+        }
+        if (objects[body].properties.groupParent.value_or(player) != player) {
+            report.Warn("a walk ends only in the group with the player's number", objects[body].name);
+        }
+    }
+    if (!hasFirst && options.addPlayer) {
+        int camera =
+            maker.Find([](const WorldObject& object) { return object.properties.cameraObject == 0; });
+        if (camera == -1 || !objects[camera].isCamera) {
+            camera = maker.ChooseCamera();
+        }
+        maker.AddBody(camera == -1 ? maker.AddCameraInFront() : camera);
+    }
+    maker.SetDownSpawnPoints();
+}
+
+int PlayerCount(const std::vector<WorldObject>& objects) {
+    int count = 0;
+    for (const WorldObject& object : objects) {
+        for (const std::optional<int>& player :
+             {object.properties.playerObject, object.properties.cameraObject,
+              object.properties.playerSpawnPoint}) {
+            count = std::max(count, player.value_or(-1) + 1);
+        }
+    }
+    return count;
+}
