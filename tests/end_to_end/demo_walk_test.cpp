@@ -56,60 +56,6 @@ TEST(DemoWalk, TheHeroReachesEveryPartOfTheCourtyard) {
     EXPECT_LT(world.Place(0).Distance(stopped), 0.1f) << "a standing hero stands still";
 }
 
-TEST(DemoWalk, CratesAndBallsFallAndComeToRestOnTheGround) {
-    DemoWorld world("single", 1);
-    std::vector<int> bodies;
-    for (int i = 0; i < world.scene.objectCount; i++) {
-        if (world.scene.objects[i].physics && i != world.scene.players[0].playerObject) {
-            bodies.push_back(i);
-        }
-    }
-    EXPECT_EQ(bodies.size(), 9u);
-    const auto places = [&] {
-        std::vector<Vector> result;
-        for (const int body : bodies) {
-            const Object& object = world.scene.objects[body];
-            result.push_back(DemoWorld::Marker(object, object.centreVertex));
-        }
-        return result;
-    };
-    const std::vector<Vector> start = places();
-    world.Rest(0, 2500);
-    const std::vector<Vector> landed = places();
-    world.Rest(0, 500);
-    const std::vector<Vector> rested = places();
-    for (std::size_t i = 0; i < bodies.size(); i++) {
-        const std::string& name = world.scene.objects[bodies[i]].name;
-        EXPECT_LT(landed[i].z, start[i].z - 3.0f) << name << " hasn't fallen";
-        EXPECT_LT(landed[i].Distance(rested[i]), 0.1f) << name << " hasn't come to rest";
-        EXPECT_GT(rested[i].z, lowestGround + standing - 0.1f) << name << " has sunk";
-    }
-}
-
-TEST(DemoWalk, LimbsSwingWhileTheHeroWalksAndHangStillWhenItStops) {
-    DemoWorld world("single", 1);
-    world.Rest(0, 30);
-    Object& leg = world.scene.objects[world.scene.FindObject("LeftLeg0")];
-    // How far forward the foot is, in the hero's own directions: vertex 0 is the lowest of the leg.
-    const auto forward = [&] {
-        const Object& body = world.Body(0);
-        const Vector centre = DemoWorld::Marker(body, body.centreVertex);
-        const Vector backward = DemoWorld::Marker(body, body.yAxisVertex) - centre;
-        return -(DemoWorld::Marker(leg, 0) - centre).Dot(backward);
-    };
-    const float atRest = forward();
-    float farthest = 0.0f;
-    for (int i = 0; i < 170; i++) {
-        world.control.TurnPlayer(world.scene, turnRight, i > 100 ? 0.03f : 0.0f, 0);
-        world.Step(0, moveForward);
-        farthest = std::max(farthest, std::fabs(forward() - atRest));
-    }
-    EXPECT_GT(farthest, 1.0f);
-    world.control.TurnPlayer(world.scene, turnRight, 0.1f, 0);
-    world.Rest(0, 2);
-    EXPECT_NEAR(forward(), atRest, 0.01f);
-}
-
 TEST(DemoWalk, TwoHeroesStopEachOtherAndPartAgain) {
     DemoWorld world("split", 4);
     world.Rest(0, 10);

@@ -23,7 +23,9 @@ inline Lines SplitLines(const std::string& text) {
     std::istringstream stream(text);
     Lines lines;
     for (std::string line; std::getline(stream, line);) {
-        if (!line.empty()) lines.push_back(line);
+        if (!line.empty()) {
+            lines.push_back(line);
+        }
     }
     return lines;
 }
@@ -97,7 +99,9 @@ inline Values VertexOf(const Object& object, std::int32_t index) {
 /// unloaded leave memory behind. Boxes still go to the standard error stream.
 inline void NeedContext() {
     static VirtualDisplay* display = nullptr;
-    if (display != nullptr) return;
+    if (display != nullptr) {
+        return;
+    }
     display = new VirtualDisplay;
     ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_VIDEO), 0) << SDL_GetError();
     SDL_Window* window = SDL_CreateWindow("loading", 0, 0, 64, 64, SDL_WINDOW_OPENGL);

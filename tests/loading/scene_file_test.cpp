@@ -60,29 +60,6 @@ TEST_F(SceneFileTest, EveryFieldComesToItsPlace) {
                              "Scéna nahráha: 1 Objektů, 2 Polygonů, 11 Vertexů."}));
 }
 
-TEST_F(SceneFileTest, ATexturedObjectGetsOneIndexList) {
-    // Two squares back to back share their four vertices, but have texture vertices of their own.
-    SceneObject object = Square("Sheet", 1.0f);
-    object.faces.insert(object.faces.end(), {{0, 3, 1}, {0, 2, 3}});
-    object.texFaces.insert(object.texFaces.end(), {{4, 7, 5}, {4, 6, 7}});
-    object.texVertices.resize(8, {0.5f, 0.5f, 0.25f});
-    AddMarkers(object, {1, 1, 5});
-    EXPECT_TRUE(LoadObjects({object}));
-
-    const Object& sheet = scene.objects[0];
-    ASSERT_EQ(sheet.texVertexValueCount, 3 * 9);
-    ASSERT_EQ(sheet.vertexValueCount, 3 * (9 + 4));
-    EXPECT_EQ(sheet.texFaces, nullptr);
-    EXPECT_TRUE(std::equal(&sheet.faces[6], &sheet.faces[12], std::vector{4, 7, 5, 4, 6, 7}.begin()));
-    EXPECT_EQ(VertexOf(sheet, 7), (Values{2, 2, 0}));
-    EXPECT_EQ(sheet.texVertices[3 * 7 + 2], 0.25f);
-    EXPECT_EQ(VertexOf(sheet, sheet.centreVertex), (Values{1, 1, 5}));
-    EXPECT_EQ(VertexOf(sheet, sheet.zAxisVertex), (Values{1, 1, 6}));
-    EXPECT_EQ(VertexOf(sheet, sheet.spareVertex), (Values{1, 1, 5}));
-    EXPECT_EQ(sheet.radius, std::sqrt(1.0f + 1.0f + 25.0f));
-    EXPECT_EQ(logged.back(), "Scéna nahráha: 1 Objektů, 4 Polygonů, 13 Vertexů.");
-}
-
 TEST_F(SceneFileTest, ASecondFileJoinsTheFirst) {
     WriteBytes("level.atr",
                AttributeBlock("Box", {"*INVISIBLE"}) + AttributeBlock("Box1", {"*NOCOLLIDER"}));
@@ -199,7 +176,9 @@ TEST_F(DamagedSceneTest, ACountThatTheFileCannotHoldEndsTheLoad) {
         EXPECT_FALSE(LoadBytes(bytes));
         ExpectDamage(what);
         ExpectDamage("object 1 \"Second\"");
-        if (count != 3) ExpectDamage("at byte " + std::to_string(second + offset));
+        if (count != 3) {
+            ExpectDamage("at byte " + std::to_string(second + offset));
+        }
 
         ASSERT_EQ(Names(), (Lines{"First", "NoName"}));
         EXPECT_EQ(scene.objects[0].keyTracks[0].keyCount, 2);

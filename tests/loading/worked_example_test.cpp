@@ -35,8 +35,12 @@ TEST_F(LoadingTest, TheWorkedExampleLoadsAsThePageSays) {
         std::istringstream row(line);
         std::string bar, content;
         std::size_t offset = 0;
-        if (!(row >> bar >> offset >> bar) || !std::getline(row, content, '|')) continue;
-        if (!content.starts_with(" `")) continue;
+        if (!(row >> bar >> offset >> bar) || !std::getline(row, content, '|')) {
+            continue;
+        }
+        if (!content.starts_with(" `")) {
+            continue;
+        }
         const std::string expected = BytesOfHex(content);
         EXPECT_EQ(bytes.substr(offset, expected.size()), expected) << line;
         fields++;

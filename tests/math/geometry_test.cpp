@@ -12,24 +12,6 @@ const Vector a(0, 0, 0);
 const Vector b(4, 0, 0);
 const Vector c(0, 4, 0);
 
-TEST(Vector, OperatorsWorkComponentByComponent) {
-    const Vector v(1, 2, 3);
-    const Vector w(4, 8, 2);
-    ExpectNear(v + w, Vector(5, 10, 5));
-    ExpectNear(v - w, Vector(-3, -6, 1));
-    ExpectNear(v * w, Vector(4, 16, 6));
-    ExpectNear(w / v, Vector(4, 4, 2.0f / 3.0f));
-    ExpectNear(v * 2.0f, Vector(2, 4, 6));
-    ExpectNear(w / 2.0f, Vector(2, 4, 1));
-    ExpectNear(-v, Vector(-1, -2, -3));
-    ExpectNear(v.Cross(w), Vector(-20, 10, 0));
-    EXPECT_EQ(v.Dot(w), 26.0f);
-    EXPECT_EQ(v.Distance(Vector(3, 5, 9)), 7.0f);
-    Vector same;
-    ExpectNear(same = 3, Vector(3, 3, 3));
-    EXPECT_FALSE(Vector(0, 0, 1e-18f).IsZero() || Vector(0, 1, 0).IsZero() || xAxis.IsZero());
-}
-
 TEST(Vector, LengthsAreSetAlongTheDirectionAndZeroStays) {
     Vector v(0, 3, 4);
     v.SetLength(-10.0f);

@@ -52,17 +52,6 @@ TEST_P(MessageBoxes, ShowTheirTextWholeAndGiveTheKeyboardBack) {
     EXPECT_TRUE(PumpUntilSeen({WM_KEYUP, 'W'}));
 }
 
-TEST_P(MessageBoxes, ShowAboveFullScreen) {
-    DEVMODEA mode;
-    mode.dmPelsWidth = 1280;
-    mode.dmPelsHeight = 1024;
-    ASSERT_EQ(ChangeDisplaySettingsA(&mode, 0), DISP_CHANGE_SUCCESSFUL);
-    Open(1280, 1024, WS_POPUP);
-    ShowAndClose(*display, "Above the window");
-    EXPECT_TRUE(PumpUntil([this] { return GetActiveWindow() == window; }));
-    EXPECT_EQ(ClientRectangle(), (RECT{0, 0, 1280, 1024}));
-}
-
 TEST(MessageBoxWithoutDisplay, GoesToStandardError) {
     for (const char* dead : {"", ":54321"}) {
         *dead != '\0' ? setenv("DISPLAY", dead, 1) : unsetenv("DISPLAY");

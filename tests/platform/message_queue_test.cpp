@@ -33,17 +33,6 @@ TEST_P(MessageQueue, KeepsTheOrderOfPostingAndLetsTheQuitMessageOvertake) {
     EXPECT_EQ(CountSeen(ownMessage), 50u);
 }
 
-TEST_P(MessageQueue, WaitsForAMessage) {
-    Open();
-    Pump();
-    RunCommand("(sleep 0.2; xdotool key a) >/dev/null 2>&1 &");
-    MSG message;
-    do {
-        ASSERT_EQ(GetMessageA(&message, nullptr, 0, 0), 1);
-    } while (message.message != WM_KEYDOWN);
-    EXPECT_EQ(message.wParam, static_cast<WPARAM>('A'));
-}
-
 TEST_P(MessageQueue, FullQueueRefusesPosts) {
     Open();
     int posted = 0;

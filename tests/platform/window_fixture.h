@@ -92,7 +92,9 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
             EndPaint(self, &paint);
             return 1;
         }
-        if (message == WM_DESTROY) PostQuitMessage(7);
+        if (message == WM_DESTROY) {
+            PostQuitMessage(7);
+        }
         return DefWindowProcA(self, message, wParam, lParam);
     }
 
@@ -116,7 +118,9 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
     static bool Pump() {
         MSG message;
         while (PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) {
-            if (GetMessageA(&message, nullptr, 0, 0) == 0) return false;
+            if (GetMessageA(&message, nullptr, 0, 0) == 0) {
+                return false;
+            }
             TranslateMessage(&message);
             DispatchMessageA(&message);
         }

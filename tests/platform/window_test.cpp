@@ -115,26 +115,6 @@ TEST_P(WindowsOnDisplay, AltF4AndTheCloseButtonCloseAndQuit) {
     EXPECT_FALSE(GetClientRect(window, nullptr)) << "the window is gone";
 }
 
-TEST_P(WindowsOnDisplay, OddSizesFailInOrder) {
-    const auto create = [](int width, int height) {
-        return CreateWindowExA(0, "test", nullptr, WS_POPUP, 0, 0, width, height, nullptr, nullptr, nullptr,
-                               nullptr);
-    };
-    wantContext = false;
-    EXPECT_EQ(create(2000000000, 100), nullptr);
-    EXPECT_EQ(create(16385, 100), nullptr);
-    EXPECT_EQ(create(100, 16385), nullptr);
-    for (const int side : {16384, 0, -5, -2147483647}) {
-        window = create(side, side);
-        ASSERT_NE(window, nullptr);
-        EXPECT_EQ(ClientRectangle().right, std::max(side, 1));
-        DestroyWindow(window);
-    }
-    RECT largest{0, 0, 2147483647, 2147483647};
-    AdjustWindowRect(&largest, WS_OVERLAPPEDWINDOW, FALSE);
-    EXPECT_GT(largest.right - largest.left, 1000000) << "and no overflow in the difference";
-}
-
 LONG Ask(DWORD width, DWORD height, DWORD bits) {
     DEVMODEA mode;
     mode.dmFields = DM_BITSPERPEL | DM_PELSWIDTH | DM_PELSHEIGHT;

@@ -5,7 +5,11 @@
 
 #include <algorithm>
 
-static GlRecorder* recorder = nullptr;
+namespace {
+
+GlRecorder* recorder = nullptr;
+
+}  // namespace
 
 GlRecorder::GlRecorder() {
     recorder = this;
@@ -25,13 +29,15 @@ std::vector<std::string> GlRecorder::CallsOf(const std::vector<std::string>& nam
     return result;
 }
 
-static void Record(const std::string& call) {
+namespace {
+
+void Record(const std::string& call) {
     if (recorder) {
         recorder->calls.push_back(call);
     }
 }
 
-static std::string Values(const float* values, int count) {
+std::string Values(const float* values, int count) {
     std::string result;
     for (int i = 0; i < count; i++) {
         result += Call("", values[i]);
@@ -40,9 +46,11 @@ static std::string Values(const float* values, int count) {
 }
 
 template <typename Function>
-static Function* FindReal(const char* name) {
+Function* FindReal(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
+
+}  // namespace
 
 // Functions whose arguments are all plain values: RECORDED(result, name, (parameters), arguments...)
 #define RECORDED(result, name, parameters, ...)                       \

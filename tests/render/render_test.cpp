@@ -1,71 +1,7 @@
 #include "render_test.h"
 
-#include <GL/glu.h>
-
 #include <algorithm>
 #include <utility>
-
-#include "render/gl_state.h"
-
-namespace {
-
-/// The display and the window on it, shared by the tests of one run.
-struct TestWindow {
-    VirtualDisplay display;
-    HWND window = nullptr;
-    HDC deviceContext = nullptr;
-
-    TestWindow() {
-        WNDCLASSA windowClass;
-        windowClass.lpfnWndProc = DefWindowProcA;
-        windowClass.lpszClassName = "RenderTest";
-        RegisterClassA(&windowClass);
-        window = CreateWindowExA(0, "RenderTest", "RenderTest", WS_POPUP, 0, 0, RenderTest::windowSize,
-                                 RenderTest::windowSize, nullptr, nullptr, nullptr, nullptr);
-        deviceContext = GetDC(window);
-        PIXELFORMATDESCRIPTOR descriptor;
-        descriptor.nSize = 40;
-        descriptor.nVersion = 1;
-        descriptor.dwFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
-        descriptor.iPixelType = PFD_TYPE_RGBA;
-        descriptor.cColorBits = 24;
-        descriptor.cDepthBits = 16;
-        SetPixelFormat(deviceContext, ChoosePixelFormat(deviceContext, &descriptor), &descriptor);
-        ShowWindow(window, SW_SHOW);
-    }
-    TestWindow(const TestWindow&) = delete;
-    TestWindow& operator=(const TestWindow&) = delete;
-};
-
-}  // namespace
-
-static const TestWindow& SharedWindow() {
-    // Stands to the end of the process, longer than whatever the platform layer keeps of the display.
-    static const TestWindow& shared = *new TestWindow;
-    return shared;
-}
-
-const VirtualDisplay& RenderTest::Display() {
-    return SharedWindow().display;
-}
-
-void RenderTest::SetUp() {
-    const TestWindow& shared = SharedWindow();
-    engine.window = shared.window;
-    engine.deviceContext = shared.deviceContext;
-    engine.glContext = wglCreateContext(engine.deviceContext);
-    ASSERT_NE(engine.glContext, nullptr);
-    ASSERT_TRUE(wglMakeCurrent(engine.deviceContext, engine.glContext));
-    glMatrixMode(GL_PROJECTION);
-    gluPerspective(60.0, 1.0, 0.1, 500.0);
-    glMatrixMode(GL_MODELVIEW);
-    InitGlState();
-    scene.SetTimer(&timer);
-}
-
-void RenderTest::TearDown() {
-    wglDeleteContext(engine.glContext);
-}
 
 std::int32_t RenderTest::AddPlayer(Vector eye, Vector look, std::array<int, 4> viewport) {
     scene.AddObjects(1);

@@ -1,17 +1,13 @@
 #pragma once
 
 #include <GL/gl.h>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <cstdint>
 #include <ostream>
 #include <vector>
 
-#include "engine/engine.h"
-#include "scene/scene.h"
-#include "services/timer.h"
-#include "support/virtual_display.h"
+#include "support/running_engine.h"
 
 struct Colour {
     int red = 0;
@@ -36,12 +32,15 @@ struct RenderTest : testing::Test {
     static constexpr int windowSize = 200;
     static constexpr float eyeDistance = 17.3205f;
 
-    Engine engine;
-    Timer timer;
-    Scene scene;
-
-    void SetUp() override;
-    void TearDown() override;
+    struct EmptyWorld : RunningEngine {
+        EmptyWorld() {
+            Start("*RESOLUTION 200 200 24 }");
+            theScene->spriteCount = 0;
+        }
+    } running;
+    Engine& engine = *theEngine;
+    Timer& timer = *theTimer;
+    Scene& scene = *theScene;
 
     /// A player with the whole window, or this viewport of it, and a camera object of its own.
     std::int32_t AddPlayer(Vector eye, Vector look,
@@ -64,7 +63,6 @@ struct RenderTest : testing::Test {
     /// Draws a frame and keeps it in the back buffer, where it can be read: what that holds after it was
     /// shown is not defined.
     void Draw(bool safe);
-    static const VirtualDisplay& Display();
 
     /// What the frame has at a pixel, counted from the window's lower left corner.
     Colour Pixel(int x, int y) const;

@@ -28,33 +28,6 @@ struct SpritesTest : RenderTest {
     }
 };
 
-TEST_F(SpritesTest, StandsOnItsPositionAndFacesTheCamera) {
-    AddPlayer(Vector(eyeDistance, 0, 0), Vector(0, 0, 0));  // looks along -x: the right is +y
-    AddSprite(Vector(0, 2, 1), 4, 1,
-              AddTexture({{{255, 0, 0, 255}, {0, 255, 0, 255}, {0, 0, 255, 255}, {9, 9, 9, 255}}}));
-    Draw(false);
-    EXPECT_EQ(Pixel(102, 112), red);
-    EXPECT_EQ(Pixel(138, 112), green);
-    EXPECT_EQ(Pixel(102, 148), (Colour{0, 0, 255}));
-    EXPECT_EQ(Pixel(138, 148), (Colour{9, 9, 9}));
-    for (const auto& [x, y] : {std::pair{98, 112}, {142, 112}, {120, 108}, {120, 152}}) {
-        EXPECT_EQ(Pixel(x, y), clearColour) << x << ", " << y;
-    }
-}
-
-TEST_F(SpritesTest, OneIsAddedTheOtherCutOut) {
-    AddStandardPlayer();
-    const std::int32_t texture =
-        AddTexture({{{100, 0, 0, 255}, {100, 0, 0, 0}, {100, 0, 0, 255}, {100, 0, 0, 0}}});
-    AddSprite(Vector(-4, 0, -2), 4, 0, texture);
-    AddSprite(Vector(5, 0, -2), 4, 1, texture);
-    Draw(false);
-    EXPECT_EQ(Pixel(50, 100), (Colour{151, 51, 255})) << "added";
-    EXPECT_EQ(Pixel(70, 100), clearColour) << "added with alpha 0";
-    EXPECT_EQ(Pixel(140, 100), (Colour{100, 0, 0})) << "opaque";
-    EXPECT_EQ(Pixel(160, 100), clearColour) << "cut out";
-}
-
 // A near sprite that is added writes its depth: drawn first, it would keep the far one away.
 TEST_F(SpritesTest, FarOnesComeFirstForEachPlayer) {
     AddPlayer(Vector(0, -eyeDistance, 0), Vector(0, 0, 0), {0, 0, 100, 200});
@@ -64,16 +37,6 @@ TEST_F(SpritesTest, FarOnesComeFirstForEachPlayer) {
     Draw(false);
     EXPECT_EQ(Pixel(50, 100), (Colour{100, 90, 0})) << "the added one in front";
     EXPECT_EQ(Pixel(150, 100), (Colour{0, 90, 0})) << "the opaque one in front";
-}
-
-TEST_F(SpritesTest, OfATieTheLowestIndexIsDrawnForAll) {
-    AddStandardPlayer();
-    AddNumberedSprite(Vector(0, 3, 0));
-    AddNumberedSprite(Vector(1, 0, 2));
-    AddNumberedSprite(Vector(0, 9, 0));
-    AddNumberedSprite(Vector(1, 0, 2));
-    AddNumberedSprite(Vector(-1, 0, -2));  // just as far
-    EXPECT_EQ(DrawnOrder(), (std::vector{2, 0, 1, 1, 1}));
 }
 
 TEST_F(SpritesTest, ManySpritesKeepTheOrderOfAPlainSearch) {

@@ -34,52 +34,6 @@ Object Ground() {
     return object;
 }
 
-TEST(CollisionDetection, SphereMeetsFacesAndEdges) {
-    const Vector down(0, 0, -1);
-    const float edge = 1.5f - std::sqrt(0.75f);
-    const struct {
-        const char* what;
-        Vector from;
-        Vector sweep;
-        float distance;
-        Vector contact;
-    } cases[] = {{"falls onto the face", {1, 2, 1.5f}, down, 0.5f, {1, 2, 0}},
-                 {"just gets there", {1, 2, 1.5f}, down * 0.5f, 0.5f, {1, 2, 0}},
-                 {"doesn't get there", {1, 2, 1.5f}, down * 0.49f, -1, {}},
-                 {"along the face", {1, 2, 1.5f}, {1, 0, 0}, -1, {}},
-                 {"sunken in reports its depth", {0, 0, 0.8f}, {0.5f, 0, 0}, 0.2f, {0, 0, 0}},
-                 {"deeper than the sweep is long", {0, 0, 0.8f}, {0.1f, 0, 0}, -1, {}},
-                 {"from behind, with the near side", {0, 0, -0.5f}, {0, 0, 1.4f}, -1, {}},
-                 {"from behind, with the far side", {0, 0, -0.5f}, {0, 0, 1.6f}, 1.5f, {0, 0, 0}},
-                 {"half a unit outside the edge", {0, -20.5f, 1.5f}, down, edge, {0, -20, 0}},
-                 {"from 0.99 on clear of the edge", {0, -20.995f, 1.1f}, down * 1.2f, -1, {}}};
-    for (const auto& [what, from, sweep, distance, contact] : cases) {
-        SCOPED_TRACE(what);
-        Sphere sphere(from);
-        EXPECT_NEAR(sphere.Sweep(Ground(), sweep), distance, 1e-5f);
-        const Collider& found = *sphere.object.collider;
-        EXPECT_EQ(found.edgeContact, from.y < -20.0f ? 1 : 0);
-        if (distance > 0.0f) ExpectNear(found.nearestContactPoint, contact, 1e-3f);
-    }
-    // The point of the sphere that comes to touch.
-    Sphere sphere(Vector(1, 2, 1.5f));
-    sphere.Sweep(Ground(), down);
-    ExpectNear(sphere.object.collider->nearestSpherePoint, Vector(1, 2, 0.5f));
-    // A body with a collider is never hit on its triangles.
-    Object body = Ground();
-    body.MakeCollider();
-    EXPECT_EQ(sphere.Sweep(body, down), -1.0f);
-}
-
-TEST(CollisionDetection, FallAlongAnUprightEdgeMeetsItsStart) {
-    Object face;
-    MakeMesh(face, {{0, 0, 0}, {10, 0, 0}, {0, 0, 10}});
-    Sphere sphere(Vector(-0.5f, 0, 11));
-    // The edge runs from c to a, so its start is the upper end.
-    EXPECT_NEAR(sphere.Sweep(face, Vector(0, 0, -1)), 1.0f - std::sqrt(0.75f), 1e-5f);
-    ExpectNear(sphere.object.collider->nearestContactPoint, Vector(0, 0, 10));
-}
-
 TEST(CollisionDetection, FirstOfEqualDistancesStands) {
     Sphere sphere(Vector(0, 0, 1.5f));
     Collider& found = *sphere.object.collider;
@@ -132,7 +86,9 @@ TEST(CollisionDetection, BodiesStopEachOtherTwoUnitsApart) {
         body.sweepVelocity = sweep / body.radii;
         first.CollideWithObject(second);
         EXPECT_EQ(body.foundCollision != 0, meets);
-        if (!meets) continue;
+        if (!meets) {
+            continue;
+        }
         EXPECT_FLOAT_EQ(body.nearestDistance, 4.0f);
         ExpectNear(body.nearestContactPoint, Vector(4, 0, from.z / 5));
     }

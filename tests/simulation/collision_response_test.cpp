@@ -105,19 +105,4 @@ TEST(CollisionResponse, SixteenthContactInARowSendsTheBodyToItsSafePosition) {
     EXPECT_EQ(world.logged.Rescues(), 1);
 }
 
-TEST(CollisionResponse, BodiesLeaningOnEachOtherCountContactsOn) {
-    // A contact with a cylinder lies on the path of the centre: no slide comes of it, so the next level is
-    // too short to be one, and the count stays.
-    BodyWorld world;
-    AddBody(world.scene, Vector(2.1f, 0, 0));
-    Vector position;
-    for (int move = 1; move <= 16; move++) {
-        position = world.Move(position, Vector(1, 0, 0));
-        EXPECT_EQ(world.BodyCollider().recursionDepth, move % 16);
-        EXPECT_EQ(world.logged.Rescues(), move / 16);
-        EXPECT_NEAR(position.x, 0.08f, 0.03f);
-    }
-    EXPECT_NEAR(position.z, 0.05f, 1e-4f);
-}
-
 }  // namespace

@@ -40,8 +40,9 @@ struct FaceLoop : testing::Test, RandomNumbers {
     /// The value or a neighbour of it, a few roundings away.
     float About(float value) {
         const int steps = Pick(9) - 4;
-        for (int i = 0; i < std::abs(steps); i++)
+        for (int i = 0; i < std::abs(steps); i++) {
             value = std::nextafter(value, steps < 0 ? -1e30f : 1e30f);
+        }
         return value;
     }
     void MakeObstacle(std::int32_t faceCount) {
@@ -89,12 +90,16 @@ TEST_F(FaceLoop, AgreesWithThePlainStepsInOrdinaryWorlds) {
         for (int i = 0; i < corners; i++) {
             Vector corner =
                 i % 3 == 0 ? place + RandomVector(2.5f) : Corner(i - i % 3) + RandomVector(size);
-            if (flat) corner.z = place.z;
+            if (flat) {
+                corner.z = place.z;
+            }
             SetCorner(i, corner);
         }
         for (int sweep = 0; sweep < 5; sweep++) {
             Vector origin = RandomVector(2.5f);
-            if (flat) origin.z = Random(0.9f, 1.1f);
+            if (flat) {
+                origin.z = Random(0.9f, 1.1f);
+            }
             Compare(place + origin, RandomVector(RandomSize(-2, 0.5f)), "ordinary");
         }
     }
@@ -105,8 +110,9 @@ TEST_F(FaceLoop, AgreesWithThePlainStepsInOrdinaryWorlds) {
 TEST_F(FaceLoop, AgreesWithThePlainStepsAtTheLimits) {
     MakeObstacle(2);
     // The second face is the last one of the object, which never goes through the filter.
-    for (int corner = 3; corner < 6; corner++)
+    for (int corner = 3; corner < 6; corner++) {
         SetCorner(corner, Vector(1e4f, corner, 1.0f));
+    }
     for (int world = 0; world < 12000 && !HasFatalFailure(); world++) {
         const Vector place = RandomVector(RandomSize(-2, 5));
         const float size = RandomSize(-1.5f, 1.5f);
@@ -164,18 +170,31 @@ TEST_F(FaceLoop, AgreesWithThePlainStepsOnDegenerateFaces) {
             Vector corner = RandomVector(2.0f);
             const Vector earlier = Corner(Pick(i + 1));
             const int kind = Pick(8);
-            if (kind == 0) corner = earlier;
-            if (kind == 1 && i >= 2)
+            if (kind == 0) {
+                corner = earlier;
+            }
+            if (kind == 1 && i >= 2) {
                 corner = Corner(i - 1) + (Corner(i - 1) - Corner(i - 2)) * Random(-1, 1);
-            if (kind == 2) (Chance(3) ? corner.x : Chance(2) ? corner.y : corner.z) = oddValue();
-            if (kind == 3) corner = earlier + RandomVector(RandomSize(-30, -3));
-            if (kind == 4) corner = RandomVector(RandomSize(-30, 30));
+            }
+            if (kind == 2) {
+                (Chance(3) ? corner.x : Chance(2) ? corner.y : corner.z) = oddValue();
+            }
+            if (kind == 3) {
+                corner = earlier + RandomVector(RandomSize(-30, -3));
+            }
+            if (kind == 4) {
+                corner = RandomVector(RandomSize(-30, 30));
+            }
             SetCorner(i, corner);
         }
         Vector origin = RandomVector(2.0f);
         Vector sweep = RandomVector(RandomSize(-3, 1));
-        if (Chance(10)) origin.y = oddValue();
-        if (Chance(10)) sweep.z = oddValue();
+        if (Chance(10)) {
+            origin.y = oddValue();
+        }
+        if (Chance(10)) {
+            sweep.z = oddValue();
+        }
         Compare(origin, sweep, "degenerate");
     }
     EXPECT_GT(contacts, 1000);

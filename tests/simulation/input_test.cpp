@@ -46,8 +46,9 @@ TEST(Input, InactiveWindowKeepsTheJoysticksLastSampleAndNoMouse) {
     engine.keyState[0x61] = 1;
     engine.SampleInput();  // no light to raise
     scene.AddLights(2);
-    for (int frame = 0; frame < 3; frame++)
+    for (int frame = 0; frame < 3; frame++) {
         engine.SampleInput();
+    }
     EXPECT_EQ(scene.lights[0].position[1], 1.5f);
     EXPECT_EQ(scene.lights[0].position[2], 1.0f);
     EXPECT_EQ(scene.lights[1].position[1], 0.0f);

@@ -17,9 +17,15 @@ inline void PlainCollideWithMesh(Object& object, const Object& obstacle) {
     d.Normalise();
 
     const auto record = [&body, travel](float distance, Vector spherePoint, Vector contact) {
-        if (distance <= 0.0f) return;
-        if (distance > travel) return;
-        if (body.foundCollision && body.nearestDistance <= distance) return;
+        if (distance <= 0.0f) {
+            return;
+        }
+        if (distance > travel) {
+            return;
+        }
+        if (body.foundCollision && body.nearestDistance <= distance) {
+            return;
+        }
         body.nearestDistance = distance;
         body.nearestSpherePoint = spherePoint;
         body.nearestContactPoint = contact;
@@ -28,7 +34,9 @@ inline void PlainCollideWithMesh(Object& object, const Object& obstacle) {
     };
 
     const float apart = CentreOf(object).Distance(CentreOf(obstacle));
-    if (obstacle.radius + travel + std::max({r.x, r.y, r.z}) <= apart) return;
+    if (obstacle.radius + travel + std::max({r.x, r.y, r.z}) <= apart) {
+        return;
+    }
 
     for (std::int32_t face = 0; face < obstacle.faceValueCount / 3; face++) {
         body.edgeContact = 0;
@@ -38,14 +46,20 @@ inline void PlainCollideWithMesh(Object& object, const Object& obstacle) {
         const Vector centroid = (a + b + c) / 3.0f;
         const float faceRadius =
             std::max({centroid.Distance(a), centroid.Distance(b), centroid.Distance(c)});
-        if (faceRadius + travel + 1.0f <= s.Distance(centroid)) continue;
+        if (faceRadius + travel + 1.0f <= s.Distance(centroid)) {
+            continue;
+        }
 
         const Vector e1 = b - a;
         const Vector e2 = c - a;
-        if (e1.IsZero() || e2.IsZero()) continue;
+        if (e1.IsZero() || e2.IsZero()) {
+            continue;
+        }
         Vector n = e1.Cross(e2);
         n.Normalise();
-        if (n.Dot(d) > 1.0f) continue;
+        if (n.Dot(d) > 1.0f) {
+            continue;
+        }
 
         const Vector p = s - n;
         const Vector ray = p.ClassifyPoint(a, n) == PlaneBehind ? n : d;
@@ -67,7 +81,9 @@ inline void PlainCollideWithMesh(Object& object, const Object& obstacle) {
         Vector contact = e0;
         if (!m.IsZero()) {
             const Vector f = s.ProjectOntoPlane(m, e0);
-            if (f.Distance(s) >= 0.99f) continue;
+            if (f.Distance(s) >= 0.99f) {
+                continue;
+            }
             contact = (f + v).ClosestPointOnSegment(e0, eEnd);
         }
         distance = contact.IntersectRaySphere(-d, s, 1.0f);

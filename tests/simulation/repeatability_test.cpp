@@ -16,8 +16,9 @@ struct Outcome {
         std::uint8_t bytes[sizeof(float)];
         for (std::int32_t i = 0; i < count; i++) {
             std::memcpy(bytes, &values[i], sizeof bytes);
-            for (const std::uint8_t byte : bytes)
+            for (const std::uint8_t byte : bytes) {
                 hash = (hash ^ byte) * 0x01000193u;
+            }
         }
     }
 };
@@ -41,12 +42,14 @@ Outcome Play(int frames) {
         scene.players[i].cameraObject = camera;
         scene.players[i].maxSpeed = 0.4f;
         scene.groups[i].Add(camera);
-        for (const std::int32_t id : {i, camera})
+        for (const std::int32_t id : {i, camera}) {
             AddKeyTracks(scene.objects[id], 3, 5, Vector(0, 0.02f, 0), 0.03f, Vector(1, 0, 0));
+        }
     }
     float heights[11][11];
-    for (float& height : std::span(&heights[0][0], 121))
+    for (float& height : std::span(&heights[0][0], 121)) {
         height = random.Random(0, 8);
+    }
     for (int x = 0; x < 10; x++) {
         for (int y = 0; y < 10; y++) {
             const auto corner = [&heights](int i, int j) {
@@ -68,8 +71,9 @@ Outcome Play(int frames) {
     const Vector start = CentreOf(scene.objects[0]);
     for (int frame = 0; frame < frames; frame++) {
         if (frame % 20 == 0) {
-            for (const std::uint8_t key : scene.players[0].keys)
+            for (const std::uint8_t key : scene.players[0].keys) {
                 keys[key] = random.Chance(3);
+            }
             joystick.dwButtons = random.generator() % 4;
             turn = random.RandomVector(0.1f);
         }
@@ -79,8 +83,9 @@ Outcome Play(int frames) {
             control.ControlByJoystick(scene, player, turn, joystick);
         }
         scene.StepWorld();
-        for (std::int32_t i = 0; i < 10; i++)
+        for (std::int32_t i = 0; i < 10; i++) {
             run.contacts += 1 - scene.objects[i].collider->airborne;
+        }
         run.farthest = std::max(run.farthest, start.Distance(CentreOf(scene.objects[0])));
     }
     for (std::int32_t i = 0; i < scene.objectCount; i++) {

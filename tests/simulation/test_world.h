@@ -27,8 +27,9 @@ inline void MakeMarkers(Object& object, Vector centre) {
     object.ResizeVertices(5);
     object.ResizeFaces(0);
     const Vector offsets[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0}};
-    for (std::int32_t i = 0; i < 5; i++)
+    for (std::int32_t i = 0; i < 5; i++) {
         object.SetVertex(centre + offsets[i], i);
+    }
     object.xAxisVertex = 1;
     object.yAxisVertex = 2;
     object.zAxisVertex = 3;
@@ -108,8 +109,9 @@ struct LoggedScene {
         const std::string text = "Critical collision recursion value reached: moving to safe position";
         const std::string bytes = ReadWholeFile("defaultlog.txt");
         int count = 0;
-        for (std::size_t at = bytes.find(text); at != std::string::npos; at = bytes.find(text, at + 1))
+        for (std::size_t at = bytes.find(text); at != std::string::npos; at = bytes.find(text, at + 1)) {
             count++;
+        }
         return count;
     }
 };

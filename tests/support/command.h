@@ -14,12 +14,16 @@ struct CommandResult {
 inline CommandResult RunCommand(const std::string& command) {
     CommandResult result;
     std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return result;
+    if (!pipe) {
+        return result;
+    }
     char buffer[4096];
     for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
         result.output.append(buffer, count);
     }
     const int status = pclose(pipe);
-    if (WIFEXITED(status)) result.exitCode = WEXITSTATUS(status);
+    if (WIFEXITED(status)) {
+        result.exitCode = WEXITSTATUS(status);
+    }
     return result;
 }

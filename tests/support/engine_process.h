@@ -21,9 +21,13 @@ struct EngineProcess {
 
     /// @param shellPrefix put in front of the program, such as "ulimit -v 200000;"
     explicit EngineProcess(const std::string& shellPrefix = "") {
-        if (std::filesystem::is_regular_file("defaultlog.txt")) std::filesystem::remove("defaultlog.txt");
+        if (std::filesystem::is_regular_file("defaultlog.txt")) {
+            std::filesystem::remove("defaultlog.txt");
+        }
         id = fork();
-        if (id != 0) return;
+        if (id != 0) {
+            return;
+        }
         const int errors = open("stderr.txt", O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(errors, STDERR_FILENO);
         // The engine's own exit code is 1, so a finding of the sanitizers takes another. The scene is left
@@ -45,7 +49,9 @@ struct EngineProcess {
     /// Whether the process has ended; then with which code, or -1 if it died by a signal.
     bool HasEnded(int& code) {
         int status = 0;
-        if (id <= 0 || waitpid(id, &status, WNOHANG) != id) return false;
+        if (id <= 0 || waitpid(id, &status, WNOHANG) != id) {
+            return false;
+        }
         id = -1;
         code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         return true;
@@ -87,9 +93,13 @@ inline std::vector<std::string> LogEntries(const std::string& log) {
         const std::string line = log.substr(start, end - start);
         start = end + 1;
         const std::size_t date = line.find(' ');
-        if (date == std::string::npos) continue;
+        if (date == std::string::npos) {
+            continue;
+        }
         const std::size_t time = line.find(' ', date + 1);
-        if (time != std::string::npos) entries.push_back(line.substr(time + 1));
+        if (time != std::string::npos) {
+            entries.push_back(line.substr(time + 1));
+        }
     }
     return entries;
 }

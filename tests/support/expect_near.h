@@ -11,6 +11,7 @@ inline void ExpectNear(Vector actual, Vector expected, float tolerance = 1e-5f) 
 }
 
 inline void ExpectNear(const Matrix& actual, const Matrix& expected) {
-    for (int i = 0; i < 16; i++)
+    for (int i = 0; i < 16; i++) {
         EXPECT_NEAR(actual.m[i], expected.m[i], 1e-6f) << i;
+    }
 }

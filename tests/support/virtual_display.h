@@ -27,9 +27,13 @@ struct VirtualDisplay {
     pid_t manager = -1;
 
     explicit VirtualDisplay(WindowManager windowManager = WindowManager::None) {
-        if (const char* before = std::getenv("DISPLAY")) displayBefore = before;
+        if (const char* before = std::getenv("DISPLAY")) {
+            displayBefore = before;
+        }
         int numberPipe[2];
-        if (pipe(numberPipe) != 0) throw std::runtime_error("no pipe for Xvfb");
+        if (pipe(numberPipe) != 0) {
+            throw std::runtime_error("no pipe for Xvfb");
+        }
         fcntl(numberPipe[0], F_SETFD, FD_CLOEXEC);
         server = Start({"Xvfb", "-displayfd", std::to_string(numberPipe[1]), "-screen", "0", "1280x1024x24",
                         "+extension", "GLX", "+extension", "RANDR", "-noreset", "-nolisten", "tcp"});
@@ -46,7 +50,9 @@ struct VirtualDisplay {
         setenv("DISPLAY", name.c_str(), 1);
         // No desktop session belongs to this display, and looking for one leaves memory behind.
         setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-        if (windowManager == WindowManager::Openbox) StartManager();
+        if (windowManager == WindowManager::Openbox) {
+            StartManager();
+        }
     }
 
     ~VirtualDisplay() {
@@ -87,7 +93,9 @@ struct VirtualDisplay {
         } while (tree.exitCode != 0 && kill(server, 0) == 0);
         const std::string& windows = tree.output;
         const std::size_t found = windows.find("\"" + title + "\": (");
-        if (found == std::string::npos) return {};
+        if (found == std::string::npos) {
+            return {};
+        }
         const std::size_t start = windows.find(")", found) + 1;
         const std::size_t size = windows.find_first_not_of(' ', start);
         return windows.substr(size, windows.find('+', size) - size);
@@ -96,8 +104,12 @@ struct VirtualDisplay {
     /// Waits for a message box and presses Return until it is gone, as a user would. False if no box
     /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` tells it.
     bool CloseBox(const std::string& title, std::string* size = nullptr) const {
-        if (!WaitUntil([&] { return !WindowSize(title).empty(); })) return false;
-        if (size) *size = WindowSize(title);
+        if (!WaitUntil([&] { return !WindowSize(title).empty(); })) {
+            return false;
+        }
+        if (size) {
+            *size = WindowSize(title);
+        }
         return WaitUntil([&] {
             Xdotool("key Return sleep 0.05");
             return WindowSize(title).empty();
@@ -136,7 +148,9 @@ private:
         }
         arguments.push_back(nullptr);
         const pid_t child = fork();
-        if (child != 0) return child;
+        if (child != 0) {
+            return child;
+        }
         prctl(PR_SET_PDEATHSIG, SIGTERM);  // a test that is killed leaves no server behind
         const int nowhere = open("/dev/null", O_RDWR);
         dup2(nowhere, STDIN_FILENO);
@@ -147,7 +161,9 @@ private:
     }
 
     static void End(pid_t& process) {
-        if (process <= 0) return;
+        if (process <= 0) {
+            return;
+        }
         kill(process, SIGTERM);
         waitpid(process, nullptr, 0);
         process = -1;

@@ -10,7 +10,9 @@ template <typename Condition>
 bool WaitUntil(Condition condition, std::chrono::seconds limit = std::chrono::seconds(20)) {
     const auto end = std::chrono::steady_clock::now() + limit;
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return false;
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
         usleep(2000);
     }
     return true;
