@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
-#include <thread>
 
-#include "scene/scene.h"
 #include "scene_writer/scene_file.h"
 #include "scene_writer/shapes.h"
 #include "support/engine_process.h"
@@ -102,33 +99,6 @@ TEST(Faults, ADisplayThatGoesAwayEndsTheProcess) {
     display.KillServer();
     int code = -1;
     EXPECT_TRUE(WaitUntil([&] { return engine.HasEnded(code); }));
-}
-
-/// Another program writes the scene again and again while it is loaded.
-TEST(Faults, FilesThatChangeWhileTheyAreReadDoNoHarm) {
-    TemporaryFolder folder;
-    const SceneObject grid = MakeGrid("Grid", {0, 0, 0}, {9, 0, 0}, {0, 9, 0}, 30, 30, 2);
-    const std::string large = SceneFileBytes({grid, grid, grid});
-    const std::string small = SceneFileBytes({MakeBox("Box", {0, 0, 0}, {1, 1, 1})});
-    WriteWholeFile("scene.bin", large);
-    std::atomic<bool> done = false;
-    std::thread writer([&] {
-        while (!done) {
-            WriteWholeFile("scene.bin", small);
-            WriteWholeFile("scene.bin", large);
-        }
-    });
-    testing::internal::CaptureStderr();  // the boxes
-    for (int load = 0; load < 50; load++) {
-        Scene scene;
-        scene.LoadMesh("scene.bin");
-        scene.StepWorld();
-    }
-    done = true;
-    writer.join();
-    testing::internal::GetCapturedStderr();
-    Scene scene;
-    EXPECT_TRUE(scene.LoadMesh("scene.bin"));
 }
 
 }  // namespace

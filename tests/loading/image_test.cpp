@@ -209,10 +209,9 @@ TEST_F(ImageTest, SgiDropsWhatDoesNotFitAndPutsZeroForWhatIsMissing) {
     }
 }
 
-TEST_F(ImageTest, SgiOfAnySizeIsReadAndCutAnywhereGivesZeroForTheRestAndRandomBytesDoNoHarm) {
+TEST_F(ImageTest, SgiOfAnySizeIsReadAndCutAnywhereGivesZeroForTheRest) {
     const Image image = MakePicture(20, 6, 2);
     const Bytes whole = Rgba(image);
-    std::mt19937 random(3);
     for (const SgiPacking packing : {SgiPacking::Verbatim, SgiPacking::RunLength}) {
         for (int channels = 1; channels <= 5; channels++) {  // of which the first four count
             const Image odd = MakePicture(50, 9, channels);
@@ -225,20 +224,10 @@ TEST_F(ImageTest, SgiOfAnySizeIsReadAndCutAnywhereGivesZeroForTheRestAndRandomBy
             const Bytes pixels = Read(good.substr(0, size));
             if (size < 12) {
                 continue;  // the sides are cut too
-                ASSERT_TRUE(
-                    std::ranges::equal(pixels, whole, [](int a, int b) { return a == b || a == 0; }));
             }
+            ASSERT_TRUE(std::ranges::equal(pixels, whole, [](int a, int b) { return a == b || a == 0; }));
             // A file that lacks nothing but the end mark of its last row still has all pixels.
             ASSERT_TRUE(IsDamageLogged() || pixels == whole);
-        }
-        for (int round = 0; round < 500; round++) {
-            std::string bytes = good;
-            for (std::uint32_t count = 1 + random() % 8; count > 0; count--) {
-                // Sides stay what they are, lest the image gets huge.
-                const std::size_t range = random() % 2 == 0 ? 96 : bytes.size() - 512;
-                bytes[512 + random() % range] = static_cast<char>(random());
-            }
-            ASSERT_EQ(Read(bytes).size(), whole.size());
         }
     }
 }

@@ -204,21 +204,6 @@ TEST_F(DamagedSceneTest, ACountThatTheFileCannotHoldEndsTheLoad) {
     EXPECT_EQ(scene.objects[0].keyTracks[99999].keyCount, 0);
 }
 
-TEST_F(DamagedSceneTest, AFileCutAnywhereKeepsWhatIsWhole) {
-    for (std::size_t size = 0; size < whole.size(); size += 23) {
-        StartAgain();
-        EXPECT_FALSE(LoadBytes(whole.substr(0, size)));
-        ExpectDamage("at byte ");
-        // Two heads have to fit before any object is made.
-        const bool firstIsWhole = size >= second;
-        EXPECT_EQ(scene.objectCount == 2 && scene.objects[0].name == "First", firstIsWhole) << size;
-        for (std::int32_t id = firstIsWhole ? 1 : 0; id < scene.objectCount; id++) {
-            EXPECT_EQ(scene.objects[id].name, "NoName");
-            ExpectDefaultMesh(scene.objects[id]);
-        }
-    }
-}
-
 TEST_F(DamagedSceneTest, AMeshThatContradictsItselfIsReplaced) {
     const struct {
         const char* what;

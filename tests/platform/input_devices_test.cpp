@@ -50,12 +50,6 @@ TEST_P(Cursor, IsReadPutAndShown) {
     SetCursorMadeUp(false);
 }
 
-TEST(CursorWithoutDisplay, Fails) {
-    POINT point;
-    EXPECT_FALSE(GetCursorPos(&point));
-    EXPECT_FALSE(SetCursorPos(1, 1));
-}
-
 /// A stick with two axes and 40 buttons, plugged in for as long as it lives.
 struct VirtualStick {
     int index = SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_GAMECONTROLLER, 2, 40, 0);

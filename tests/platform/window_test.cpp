@@ -160,39 +160,4 @@ TEST_P(WindowsOnDisplay, FullScreenTakesAnOfferedModeAndTheDesktopsComesBack) {
     EXPECT_EQ(screenSize(), "1280 1024\n");
 }
 
-// Without a display the window is a mere record, and everything that needs more tells so.
-TEST(WithoutDisplay, StartGoesThroughItsSteps) {
-    unsetenv("DISPLAY");
-    WNDCLASSA windowClass;
-    windowClass.lpszClassName = "class";
-    EXPECT_EQ(RegisterClassA(&windowClass), 0) << "no procedure";
-    windowClass.lpfnWndProc = [](HWND, UINT message, WPARAM wParam, LPARAM) -> LRESULT {
-        seenMessages.push_back({message, wParam});
-        return 0;
-    };
-    EXPECT_NE(RegisterClassA(&windowClass), 0);
-    EXPECT_EQ(RegisterClassA(&windowClass), 0) << "twice";
-    EXPECT_EQ(CreateWindowExA(0, "other", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr), nullptr);
-    EXPECT_NE(Ask(1280, 1024, 32), DISP_CHANGE_SUCCESSFUL);
-    const HWND window =
-        CreateWindowExA(0, "class", "", WS_POPUP, 30, 40, 640, 480, nullptr, nullptr, nullptr, nullptr);
-    PIXELFORMATDESCRIPTOR descriptor;
-    EXPECT_EQ(ChoosePixelFormat(GetDC(window), &descriptor), 0);
-    EXPECT_FALSE(SetPixelFormat(GetDC(window), 0, &descriptor));
-    EXPECT_EQ(DescribePixelFormat(GetDC(window), 1, sizeof descriptor, &descriptor), 0);
-    EXPECT_FALSE(SwapBuffers(GetDC(window)));
-    EXPECT_FALSE(ShowWindow(window, SW_SHOW));
-    UpdateWindow(window);
-    EXPECT_EQ(SeenKinds(), (std::vector<UINT>{WM_CREATE, WM_SIZE, WM_MOVE, WM_PAINT}));
-    RECT rectangle;
-    EXPECT_TRUE(GetWindowRect(window, &rectangle));
-    EXPECT_EQ(rectangle, (RECT{30, 40, 670, 520}));
-    EXPECT_EQ(GetActiveWindow(), nullptr);
-    MSG message;
-    EXPECT_EQ(GetMessageA(&message, nullptr, 0, 0), -1) << "nothing could ever come";
-    EXPECT_TRUE(DestroyWindow(window));
-    EXPECT_TRUE(UnregisterClassA("class", nullptr));
-    EXPECT_FALSE(UnregisterClassA("class", nullptr));
-}
-
 }  // namespace

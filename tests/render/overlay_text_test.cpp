@@ -72,29 +72,3 @@ TEST_F(OverlayTextTest, BuildingAppendsToTheNameAndKeepsTheUnpackState) {
     scene.ReleaseFont();
     EXPECT_FALSE(glIsList(scene.fontListBase + 95));
 }
-
-// Each failure is a line and, but for the last, a box, which without a display goes to the error stream.
-TEST_F(OverlayTextTest, FailedBuildIsToldAndLeavesEmptyLists) {
-    const std::size_t before = ReadWholeFile("defaultlog.txt").size();
-    WriteWholeFile("fonts.conf", "<?xml version=\"1.0\"?><fontconfig/>");
-    setenv("FONTCONFIG_FILE", (running.folder.path / "fonts.conf").c_str(), 1);
-    const std::string display = std::getenv("DISPLAY");
-    unsetenv("DISPLAY");
-    testing::internal::CaptureStderr();
-    engine.deviceContext = nullptr;
-    BuildFont();
-    const std::string boxes = testing::internal::GetCapturedStderr();
-    setenv("DISPLAY", display.c_str(), 1);
-    unsetenv("FONTCONFIG_FILE");
-    EXPECT_EQ(boxes, "[:-(] Error: CreateFont\n[:-(] Error: Select Object in BuildFont\n");
-    const std::string entries = ReadWholeFile("defaultlog.txt").substr(before);
-    std::size_t place = 0;
-    for (const char* entry :
-         {" Error: CreateFont\n", " Error: Select Object in BuildFont\n", " wglUseFontBitmaps failed\n"}) {
-        place = entries.find(entry, place);
-        EXPECT_NE(place, std::string::npos) << entry;
-    }
-    EXPECT_EQ(entries.find("succesfully"), std::string::npos);
-    scene.PrintText("%d", 100);
-    EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
-}

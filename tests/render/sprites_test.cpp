@@ -28,17 +28,6 @@ struct SpritesTest : RenderTest {
     }
 };
 
-// A near sprite that is added writes its depth: drawn first, it would keep the far one away.
-TEST_F(SpritesTest, FarOnesComeFirstForEachPlayer) {
-    AddPlayer(Vector(0, -eyeDistance, 0), Vector(0, 0, 0), {0, 0, 100, 200});
-    AddPlayer(Vector(0, eyeDistance, 0), Vector(0, 0, 0), {100, 0, 100, 200});
-    AddSprite(Vector(0, -1, -2), 4, 0, AddPlainTexture({100, 0, 0, 255}));
-    AddSprite(Vector(0, 1, -2), 4, 1, AddPlainTexture({0, 90, 0, 255}));
-    Draw(false);
-    EXPECT_EQ(Pixel(50, 100), (Colour{100, 90, 0})) << "the added one in front";
-    EXPECT_EQ(Pixel(150, 100), (Colour{0, 90, 0})) << "the opaque one in front";
-}
-
 TEST_F(SpritesTest, ManySpritesKeepTheOrderOfAPlainSearch) {
     AddStandardPlayer();
     std::minstd_rand random;

@@ -126,24 +126,4 @@ TEST_F(SettingsFile, WarnsOfZerosAndKeepsAllButTheFrameRate) {
     EXPECT_EQ(engine.mouseSensitivity, 0.0f);
 }
 
-TEST_F(SettingsFile, LoadsItsScenesInTheOrderOfTheText) {
-    const std::string noObjects(4, '\0');
-    WriteWholeFile("Data/WORLD.BIN", noObjects);
-    WriteWholeFile("extra.bin", noObjects);
-    Read("*LOADMESH data\\world.bin\r\n*SAFE *LOADMESH missing.bin *LOADMESH extra.bin\r\n}\r\n");
-    EXPECT_EQ(ReadWholeFile("defaultlog.txt").find("world"), std::string::npos) << "not in the first pass";
-
-    std::filesystem::rename("settings.atr", "SETTINGS.ATR");
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(engine.LoadMeshes("settings.atr"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[:-(] Tento soubor chybí: missing.bin\n");
-    const std::string lines = ReadWholeFile("defaultlog.txt");
-    std::size_t at = 0;
-    for (const char* line : {" se sc\xE9na: data\\world.bin\n", " soubor chyb\xED: missing.bin\n",
-                             " se sc\xE9na: extra.bin\n"}) {
-        at = lines.find(line, at);
-        EXPECT_NE(at, std::string::npos) << line;
-    }
-}
-
 }  // namespace

@@ -50,14 +50,6 @@ TEST(CollisionResponse, FallEndsShortOfTheFloorForAllBodiesButNotOnPassableOnes)
     EXPECT_NEAR(world.Move(aboveFloor, fall).z, 3.05f, 1e-3f);
 }
 
-TEST(CollisionResponse, BodySlidesAlongAWall) {
-    BodyWorld world;
-    AddWall(world.scene, 3.0f);
-    const Vector reached = world.Move(high, Vector(4, 4, 0));
-    EXPECT_NEAR(reached.x, 0.945f, 0.005f) << "stays in front of the wall, a little pushed off";
-    EXPECT_NEAR(reached.y, 4.0f, 0.05f) << "and keeps the part along it";
-}
-
 TEST(CollisionResponse, BounceTakesTheNormalAsItComes) {
     const struct {
         float bounce;

@@ -14,7 +14,7 @@ struct CommandResult {
 inline CommandResult RunCommand(const std::string& command) {
     CommandResult result;
     std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) {
+    if (pipe == nullptr) {
         return result;
     }
     char buffer[4096];

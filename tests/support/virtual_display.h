@@ -96,7 +96,7 @@ struct VirtualDisplay {
         if (found == std::string::npos) {
             return {};
         }
-        const std::size_t start = windows.find(")", found) + 1;
+        const std::size_t start = windows.find(')', found) + 1;
         const std::size_t size = windows.find_first_not_of(' ', start);
         return windows.substr(size, windows.find('+', size) - size);
     }
@@ -107,7 +107,7 @@ struct VirtualDisplay {
         if (!WaitUntil([&] { return !WindowSize(title).empty(); })) {
             return false;
         }
-        if (size) {
+        if (size != nullptr) {
             *size = WindowSize(title);
         }
         return WaitUntil([&] {
@@ -143,6 +143,7 @@ private:
 
     static pid_t Start(const std::vector<std::string>& command) {
         std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
         for (const std::string& argument : command) {
             arguments.push_back(const_cast<char*>(argument.c_str()));
         }
