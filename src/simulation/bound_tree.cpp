@@ -1,6 +1,7 @@
 #include "simulation/bound_tree.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 
@@ -56,6 +57,11 @@ struct Sorted {
     std::int32_t place;  ///< among the bounds
 };
 
+/// Of a number that isn't negative: 1 more for one of twice the size.
+int Exponent(float value) {
+    return static_cast<int>(std::bit_cast<std::uint32_t>(value) >> 23);
+}
+
 /// The 16 bits of a coordinate with room for two more coordinates between them.
 std::uint64_t Spread(std::uint64_t bits) {
     bits = (bits | bits << 16) & 0x0000FF0000FFu;
@@ -75,7 +81,7 @@ std::uint64_t Key(const Bound& bound, Vector low, float cellsPerUnit, int larges
         return Spread(static_cast<std::uint64_t>(value < 65535.0f ? value : 65535.0f));
     };
     const float size = LargestComponent(bound.size);
-    const int smaller = size > 0.0f ? (largestExponent - std::ilogb(size)) / 3 : 14;
+    const int smaller = (largestExponent - Exponent(size)) / 3;
     return static_cast<std::uint64_t>(14 - std::min(smaller, 14)) << 48 | clamped(cell.x) << 2 |
            clamped(cell.y) << 1 | clamped(cell.z);
 }
@@ -169,7 +175,7 @@ void BoundTree::Build(const Bound* bounds, const std::int32_t* ids, std::int32_t
     largest = Larger(LargestComponent(all.low), LargestComponent(all.high));
     const Vector span = all.high - all.low;
     const float longest = Larger(LargestComponent(span), 1e-30f);
-    const int largestExponent = std::ilogb(Larger(LargestComponent(all.size), 1e-30f));
+    const int largestExponent = Exponent(LargestComponent(all.size));
     auto items = std::make_unique_for_overwrite<Sorted[]>(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; i++) {
         items[i] = {Key(bounds[i], all.low, 65535.0f / longest, largestExponent), i};
@@ -220,7 +226,8 @@ void BoundTree::FindNearEntries(const Block& block, const Reach& question, std::
         const float sizeSquared = size.Dot(size);
         // distance >= size + reach, with squares instead of roots. An infinite size is false in it.
         const float rest = away.Dot(away) * 0.2495f - (sizeSquared + reachSquared);
-        isNear[i] = !((rest >= 0.0f) & (rest * rest >= 4.0f * reachSquared * sizeSquared));
+        isNear[i] = 1 - (static_cast<std::int32_t>(rest >= 0.0f) &
+                         static_cast<std::int32_t>(rest * rest >= 4.0f * reachSquared * sizeSquared));
     }
 }
 

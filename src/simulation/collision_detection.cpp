@@ -126,7 +126,7 @@ void CollideWithMesh(const Object& object, const Object& obstacle) {
     const float* vertices = obstacle.vertices.get();
     const std::int32_t* faces = obstacle.faces.get();
     const std::int32_t faceCount = obstacle.faceValueCount / 3;
-    /// @param lastInBatch place of the mesh's last face in the batch, -1 if it isn't there
+    /// @param lastInBatch place of the mesh's last face in the batch, outside of it if it isn't there
     const auto collideWithBatch = [&](std::int32_t count, std::int32_t lastInBatch) {
         for (std::int32_t i = 0; i < count; i++) {
             const bool last = i == lastInBatch;

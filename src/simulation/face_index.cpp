@@ -6,9 +6,7 @@
 
 namespace {
 
-/// Passes over all faces that take as long as building the index.
-constexpr std::int32_t buildCost = 12;
-constexpr std::int32_t mostPassesToBuild = 64 * buildCost;
+constexpr std::int32_t mostPassesToBuild = 64 * FaceIndex::buildCost;
 
 /// Faces to an entry of the tree: fewer mean more entries, more mean more faces that are candidates without
 /// need.
@@ -96,8 +94,6 @@ void FaceIndex::Drop() {
     if (built) {
         const bool paid = passes >= buildCost;
         passesToBuild = paid ? buildCost : std::min(2 * passesToBuild, mostPassesToBuild);
-    } else if (passesToBuild == 0) {
-        passesToBuild = buildCost;
     }
     built = false;
     passes = 0;

@@ -15,6 +15,8 @@
 struct FaceIndex {
     /// Meshes of fewer faces are as quickly looked through.
     static constexpr std::int32_t fewestFaces = 128;
+    /// Passes over all faces that take as long as building the index.
+    static constexpr std::int32_t buildCost = 12;
 
     /// The index of the mesh, not necessarily built; null for a mesh of too few faces.
     static FaceIndex* Of(const Object& mesh);
@@ -32,8 +34,8 @@ struct FaceIndex {
 
 private:
     bool built = false;
-    std::int32_t passes = 0;         ///< since the mesh changed or, if built, since the index was built
-    std::int32_t passesToBuild = 0;  ///< how many the mesh has to stand still for
+    std::int32_t passes = 0;  ///< since the mesh changed or, if built, since the index was built
+    std::int32_t passesToBuild = buildCost;  ///< how many the mesh has to stand still for
     // What the index was built of, or the passes counted for: other arrays are another mesh.
     const float* vertices = nullptr;
     const std::int32_t* faces = nullptr;

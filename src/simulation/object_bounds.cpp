@@ -1,9 +1,9 @@
 #include "simulation/object_bounds.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 
 namespace {
 
@@ -16,8 +16,18 @@ constexpr std::int32_t fewestInTree = 64;
 /// Bounds are tested in strides of so many.
 constexpr std::int32_t stride = 16;
 
+/// Conditions as numbers, which are joined without a branch.
+std::int32_t Is(bool condition) {
+    return condition ? 1 : 0;
+}
+
+/// The same bits, so that NaN is the same as itself.
+bool Same(float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+}
+
 bool Same(const Vector& a, const Vector& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;  // NaN, too
+    return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z);
 }
 
 /// Calls `isOut` for each place of a list, some of them side by side, and `take` for those it isn't true
@@ -59,7 +69,7 @@ ObjectBounds::List* ObjectBounds::ListOf(Kind kind) {
 bool ObjectBounds::IsUpToDate(const Entry& entry, const Object& object) {
     return !object.meshChanged && entry.kind == Kind::mesh && object.collider == nullptr &&
            entry.vertices == object.vertices.get() && entry.centreVertex == object.centreVertex &&
-           std::memcmp(&entry.reach, &object.radius, sizeof entry.reach) == 0;
+           Same(entry.reach, object.radius);
 }
 
 bool ObjectBounds::HasStoodStill(const Entry& entry) const {
@@ -70,7 +80,7 @@ void ObjectBounds::Resize(std::int32_t newCount) {
     objectCount = newCount;
     entries = std::make_unique<Entry[]>(static_cast<std::size_t>(objectCount));
     // Whole strides, so that the last one may read on.
-    const auto room = static_cast<std::size_t>(objectCount + stride);
+    const std::size_t room = static_cast<std::size_t>(objectCount) + stride;
     for (List* list : {&meshes, &bodies}) {
         list->count = 0;
         for (std::unique_ptr<float[]>* values : {&list->x, &list->y, &list->z, &list->reach}) {
@@ -132,8 +142,7 @@ void ObjectBounds::Update(const Scene& scene, std::int32_t id) {
     }
     object.meshChanged = false;
     Entry& entry = entries[id];
-    if (entry.kind == now.kind && Same(entry.centre, now.centre) &&
-        std::memcmp(&entry.reach, &now.reach, sizeof now.reach) == 0) {
+    if (entry.kind == now.kind && Same(entry.centre, now.centre) && Same(entry.reach, now.reach)) {
         entry.vertices = now.vertices;
         entry.centreVertex = now.centreVertex;
         return;
@@ -163,7 +172,7 @@ void ObjectBounds::Update(const Scene& scene) {
     }
     stillListed = 0;
     for (std::int32_t i = 0; i < meshes.count; i++) {
-        stillListed += HasStoodStill(entries[meshes.ids[i]]);
+        stillListed += HasStoodStill(entries[meshes.ids[i]]) ? 1 : 0;
     }
     if (stillListed >= fewestInTree && listedInVain >= buildCost * objectCount) {
         BuildTree();
@@ -223,14 +232,14 @@ void ObjectBounds::FindListedMeshes(const Vector& centre, float reach) {
     const float reachSquared = reach * reach;
     // As in the tree. Nothing that isn't a number is out of reach, nor is anything if the squares are too
     // small to be told from 0.
-    const bool sensible = reachSquared > 1e-30f;
+    const std::int32_t sensible = Is(reachSquared > 1e-30f);
     ForEachNear(
         meshes.count,
         [=](std::int32_t i) {
             const Vector away(x[i] - centre.x, y[i] - centre.y, z[i] - centre.z);
             const float radiusSquared = radius[i] * radius[i];
             const float rest = away.Dot(away) * 0.998f - (radiusSquared + reachSquared);
-            return sensible & (rest >= 0.0f) & (rest * rest >= 4.0f * reachSquared * radiusSquared);
+            return sensible & Is(rest >= 0.0f) & Is(rest * rest >= 4.0f * reachSquared * radiusSquared);
         },
         [this](std::int32_t i) { found.Add(meshes.ids[i]); });
 }
@@ -250,8 +259,8 @@ void ObjectBounds::FindBodies(const Collider& body, float travel) {
     // however steep the line is. The limits on all figures keep them from overflowing.
     const float reach = travel + 1e-3f * (std::fabs(originX) + std::fabs(originY) + 1.0f);
     const float reachSquared = reach * reach;
-    const bool sensible =
-        scaleX > 1e-5f && scaleX < 1e5f && scaleY > 1e-5f && scaleY < 1e5f && reach < 1e4f;
+    const std::int32_t sensible =
+        Is(scaleX > 1e-5f && scaleX < 1e5f && scaleY > 1e-5f && scaleY < 1e5f && reach < 1e4f);
     ForEachNear(
         bodies.count,
         [=](std::int32_t i) {
@@ -261,8 +270,8 @@ void ObjectBounds::FindBodies(const Collider& body, float travel) {
             const float radiusSquared = radius * radius;
             const float distanceSquared = awayX * awayX + awayY * awayY;
             const float rest = distanceSquared * 0.98f - (radiusSquared + reachSquared);
-            return sensible & (rest >= 0.0f) & (rest * rest >= 4.0f * reachSquared * radiusSquared) &
-                   (distanceSquared < 1e16f);
+            return sensible & Is(rest >= 0.0f) & Is(rest * rest >= 4.0f * reachSquared * radiusSquared) &
+                   Is(distanceSquared < 1e16f);
         },
         [this](std::int32_t i) { found.Add(bodies.ids[i]); });
 }
