@@ -19,8 +19,7 @@ struct AttributeFileTest : LoadingTest {
     void Apply(const std::string& text) {
         WriteWholeFile("level.atr", text);
         Watch([&] {
-            TextureIndex textures;
-            AttributeFile file("level.atr", textures);
+            AttributeFile file("level.atr");
             for (std::int32_t id = 0; id < scene.objectCount; id++) {
                 ApplyObjectAttributes(scene, file, id);
             }

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <cstring>
 #include <numeric>
 
 #include "simulation/plain_collision.h"
@@ -9,24 +8,6 @@
 // worlds, with an eye on the limits, where leaving out a face by mistake would show.
 
 namespace {
-
-/// The same bits, or both not a number: which one is up to the compiler.
-bool Same(float a, float b) {
-    return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
-}
-
-bool Same(Vector a, Vector b) {
-    return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z);
-}
-
-bool Same(const Collider& a, const Collider& b) {
-    return Same(a.sweepVelocity, b.sweepVelocity) && Same(a.sweepOrigin, b.sweepOrigin) &&
-           Same(a.radii, b.radii) && Same(a.safePosition, b.safePosition) &&
-           a.foundCollision == b.foundCollision && a.airborne == b.airborne &&
-           a.edgeContact == b.edgeContact && Same(a.nearestDistance, b.nearestDistance) &&
-           Same(a.nearestSpherePoint, b.nearestSpherePoint) &&
-           Same(a.nearestContactPoint, b.nearestContactPoint) && a.recursionDepth == b.recursionDepth;
-}
 
 struct FaceLoop : testing::Test, RandomNumbers {
     Object body;
@@ -66,7 +47,7 @@ struct FaceLoop : testing::Test, RandomNumbers {
         collider.edgeContact = static_cast<std::uint8_t>(Pick(2));
         collider.airborne = 1;
         // Sometimes an earlier obstacle was met.
-        collider.foundCollision = Chance(4);
+        collider.foundCollision = Chance(4) ? 1 : 0;
         collider.nearestDistance = collider.foundCollision ? Random(0.0f, sweep.Length()) : -1.0f;
         const Collider before = collider;
         PlainCollideWithMesh(body, obstacle);
@@ -77,35 +58,6 @@ struct FaceLoop : testing::Test, RandomNumbers {
         contacts += 1 - plain.airborne;
     }
 };
-
-TEST_F(FaceLoop, AgreesWithThePlainStepsInOrdinaryWorlds) {
-    for (int world = 0; world < 2500 && !HasFatalFailure(); world++) {
-        body.collider->radii =
-            Chance(2) ? Vector(2, 2, 5) : Vector(RandomSize(-1, 2), 1, RandomSize(-1, 2));
-        MakeObstacle(1 + Pick(60));
-        const Vector place = RandomVector(RandomSize(-1, 4));
-        const float size = RandomSize(-1.5f, 1.5f);
-        const int corners = obstacle.vertexValueCount / 3;
-        const bool flat = Chance(2);
-        for (int i = 0; i < corners; i++) {
-            Vector corner =
-                i % 3 == 0 ? place + RandomVector(2.5f) : Corner(i - i % 3) + RandomVector(size);
-            if (flat) {
-                corner.z = place.z;
-            }
-            SetCorner(i, corner);
-        }
-        for (int sweep = 0; sweep < 5; sweep++) {
-            Vector origin = RandomVector(2.5f);
-            if (flat) {
-                origin.z = Random(0.9f, 1.1f);
-            }
-            Compare(place + origin, RandomVector(RandomSize(-2, 0.5f)), "ordinary");
-        }
-    }
-    // The worlds really are full of contacts.
-    EXPECT_GT(contacts, 3000);
-}
 
 TEST_F(FaceLoop, AgreesWithThePlainStepsAtTheLimits) {
     MakeObstacle(2);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
+#include <cmath>
 #include <cstdint>
 
 #include "simulation/test_world.h"
@@ -89,4 +91,23 @@ inline void PlainCollideWithMesh(Object& object, const Object& obstacle) {
         distance = contact.IntersectRaySphere(-d, s, 1.0f);
         record(distance, contact + (-d) * distance, contact);
     }
+}
+
+/// The same bits, or both not a number: which one is up to the compiler.
+inline bool Same(float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b) ||
+           (std::isnan(a) && std::isnan(b));
+}
+
+inline bool Same(Vector a, Vector b) {
+    return Same(a.x, b.x) && Same(a.y, b.y) && Same(a.z, b.z);
+}
+
+inline bool Same(const Collider& a, const Collider& b) {
+    return Same(a.sweepVelocity, b.sweepVelocity) && Same(a.sweepOrigin, b.sweepOrigin) &&
+           Same(a.radii, b.radii) && Same(a.safePosition, b.safePosition) &&
+           a.foundCollision == b.foundCollision && a.airborne == b.airborne &&
+           a.edgeContact == b.edgeContact && Same(a.nearestDistance, b.nearestDistance) &&
+           Same(a.nearestSpherePoint, b.nearestSpherePoint) &&
+           Same(a.nearestContactPoint, b.nearestContactPoint) && a.recursionDepth == b.recursionDepth;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "services/log.h"
 #include "simulation/group_members.h"
 #include "simulation/plain_collision.h"
 
@@ -11,20 +10,19 @@ inline Vector PlainSlide(Scene& scene, std::int32_t id, Vector position, Vector 
     Object& object = scene.objects[id];
     Collider& body = *object.collider;
     const Vector destination = position + displacement;
-    if (displacement.Length() < 0.01f) return position;
+    if (displacement.Length() < 0.01f) {
+        return position;
+    }
     body.sweepVelocity = displacement;
     body.sweepOrigin = position;
     body.foundCollision = 0;
     body.edgeContact = 0;
     body.nearestDistance = -1.0f;
-    if (body.recursionDepth == 0) body.safePosition = position;
+    body.safePosition = body.recursionDepth == 0 ? position : body.safePosition;
     for (std::int32_t j = 0; j < scene.objectCount; j++) {
         const Object& obstacle = scene.objects[j];
-        if (j == id || obstacle.attributes[collidableAttribute] == 0) continue;
-        if (obstacle.collider != nullptr) {
-            object.CollideWithObject(obstacle);
-        } else {
-            PlainCollideWithMesh(object, obstacle);
+        if (j != id && obstacle.attributes[collidableAttribute] != 0) {
+            obstacle.collider ? object.CollideWithObject(obstacle) : PlainCollideWithMesh(object, obstacle);
         }
     }
     if (body.foundCollision == 0) {
@@ -36,7 +34,7 @@ inline Vector PlainSlide(Scene& scene, std::int32_t id, Vector position, Vector 
         body.recursionDepth = 0;
         return body.safePosition + Vector(0.0f, 0.0f, 0.01f);
     }
-    Vector reached = body.sweepOrigin;
+    Vector reached = position;
     if (body.nearestDistance >= 0.01f) {
         displacement.SetLength(body.nearestDistance - 0.01f);
         reached = reached + displacement;
@@ -45,53 +43,51 @@ inline Vector PlainSlide(Scene& scene, std::int32_t id, Vector position, Vector 
     const Vector normal = reached - contact;
     const Vector projected = destination + normal * destination.IntersectRayPlane(normal, contact, normal);
     body.safePosition = position;
-    if (object.physics != nullptr) object.physics->Bounce(normal);
+    object.physics->Bounce(normal);
     return PlainSlide(scene, id, reached, (projected - contact) + normal * 0.01f);
 }
 
-inline void PlainCollide(Scene& scene, std::int32_t id) {
+inline Vector PlainMove(Scene& scene, std::int32_t id, Vector position, Vector displacement) {
     Object& object = scene.objects[id];
-    float* m = object.transform.m;
-    const Vector centre = CentreOf(object);
     const Vector radii = object.collider->radii;
     object.collider->airborne = 1;
-    const Vector reached = PlainSlide(scene, id, centre / radii, Vector(m[3], m[7], m[11]) / radii) * radii;
-    if (object.collider->airborne == 0 && object.physics != nullptr) {
+    const Vector reached = PlainSlide(scene, id, position / radii, displacement / radii) * radii;
+    if (object.collider->airborne == 0) {
         object.physics->velocity = object.physics->velocity * (1.0f - object.physics->friction);
     }
-    m[3] = reached.x - centre.x;
-    m[7] = reached.y - centre.y;
-    m[11] = reached.z - centre.z;
+    return reached;
 }
 
-/// Without key tracks.
+/// Without key tracks and spawn points; all bodies have physics.
 inline void PlainStepWorld(Scene& scene) {
     for (std::int32_t i = 0; i < scene.objectCount; i++) {
         Object& object = scene.objects[i];
-        if (object.attributes[spawnStateAttribute] == justSpawned) {
-            object.attributes[spawnStateAttribute] = -1;
-        } else {
-            if (object.physics != nullptr) {
-                Physics& physics = *object.physics;
-                physics.velocity.z -= physics.gravity * 0.1f;
-                object.transform.m[3] += physics.velocity.x;
-                object.transform.m[7] += physics.velocity.y;
-                object.transform.m[11] += physics.velocity.z;
-            }
-            if (object.collider != nullptr && !object.transform.IsIdentity()) PlainCollide(scene, i);
+        const Vector centre = CentreOf(object);
+        if (object.physics) {
+            Physics& physics = *object.physics;
+            physics.velocity.z -= physics.gravity * 0.1f;
+            float* m = object.transform.m;
+            const Vector wanted = Vector(m[3], m[7], m[11]) + physics.velocity;
+            const Vector move = object.transform.IsIdentity() && wanted.IsZero()
+                                    ? wanted
+                                    : PlainMove(scene, i, centre, wanted) - centre;
+            m[3] = move.x;
+            m[7] = move.y;
+            m[11] = move.z;
         }
-        if (object.transform.IsIdentity()) continue;
+        if (object.transform.IsIdentity()) {
+            continue;
+        }
         ForEachMember(scene, object.groupParent, [&](std::int32_t id) {
-            if (id == i) return;
             Object& member = scene.objects[id];
-            member.SetVertex(CentreOf(member), member.spareVertex);
-            member.SetVertex(CentreOf(object), member.centreVertex);
-            Matrix own;
-            member.transform.CopyTo(own);
-            object.transform.CopyTo(member.transform);
-            member.ApplyTransform();
-            own.CopyTo(member.transform);
-            member.SetVertex(VertexOf(member, member.spareVertex), member.centreVertex);
+            if (id != i) {
+                member.SetVertex(CentreOf(member), member.spareVertex);
+                member.SetVertex(centre, member.centreVertex);
+                const Matrix own = std::exchange(member.transform, object.transform);
+                member.ApplyTransform();
+                member.transform = own;
+                member.SetVertex(VertexOf(member, member.spareVertex), member.centreVertex);
+            }
         });
         object.ApplyTransform();
     }
