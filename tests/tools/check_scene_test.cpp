@@ -67,6 +67,12 @@ void ExpectFinding(const Parts& parts, const std::string& expected) {
     EXPECT_NE(result.output.find(expected), std::string::npos) << expected << "\n" << result.output;
 }
 
+void Replace(std::string& text, const std::string& before, const std::string& after) {
+    const std::size_t place = text.find(before);
+    ASSERT_NE(place, std::string::npos) << before;
+    text.replace(place, before.size(), after);
+}
+
 std::string Repeated(const std::string& text, int times) {
     return times == 0 ? "" : text + Repeated(text, times - 1);
 }
@@ -89,10 +95,7 @@ struct TextFault {
 void ExpectFindings(std::string Parts::*text, const std::vector<TextFault>& faults) {
     for (const TextFault& fault : faults) {
         Parts parts;
-        std::string& spoilt = parts.*text;
-        const std::size_t place = spoilt.find(fault.before);
-        ASSERT_NE(place, std::string::npos) << fault.before;
-        spoilt.replace(place, fault.before.size(), fault.after);
+        Replace(parts.*text, fault.before, fault.after);
         ExpectFinding(parts, fault.finding);
     }
 }
@@ -110,6 +113,19 @@ TEST(CheckScene, FindsNothingInACleanWorld) {
     const CommandResult result = Check();
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_NE(result.output.find("0 errors, 0 warnings"), std::string::npos) << result.output;
+}
+
+TEST(CheckScene, FindsNothingInAPlayerWhoOnlyPlaysTracks) {
+    const TemporaryFolder folder;
+    Parts parts;
+    AddSecondPlayer(parts);
+    Replace(parts.settings, "*PLAYERVIEWPORT 0 0 0 320 240\n*PLAYERVIEWPORT 1 300 200 320 240",
+            "*PLAYERVIEWPORT 0 0 0 640 480\n*PLAYERCONTROLLER 1 1\n*MOUSESENSITIVITY 0.005");
+    Replace(parts.attributes, "*CAMERAOBJECT 1 0 1", "*CAMERAOBJECT 1 -1 -1");
+    Replace(parts.attributes, "*PLAYEROBJECT 1\n    *COLLIDER\n    *PHYSICS 0.55 0 0.5",
+            "*PLAYEROBJECT 1 *COLLIDER *PHYSICS 0 0 0");
+    parts.Write();
+    EXPECT_EQ(Check().exitCode, 0) << Check().output;
 }
 
 TEST(CheckScene, FindsMistakesInSettings) {
@@ -188,7 +204,8 @@ TEST(CheckScene, FindsMistakesInAttributes) {
             {"*GROUPMEMBER 0\n    *NOCOLLIDER", "*NOCOLLIDER",
              "player 0's camera stays behind when they walk"},
             {"*PHYSICS 0.55 0 0.5", "", "object \"Body0\" needs *PHYSICS"},
-            {"*PLAYERSPAWNPOINT 0", "", "player 0 has no *PLAYERSPAWNPOINT and starts where"},
+            {"*INVISIBLE", "*PLAYERSPAWNPOINT 0\n}\nRamp {\n*PLAYERSPAWNPOINT 0",
+             "player 0 has several spawn points"},
             {"*GROUPPARENT 0", "*GROUPPARENT 3", "player 0's group has the id 3; it has to be 0"},
             {"data\\crate.rgb", "data\\floor.tgab.rgb",
              "shows data\\floor.tga, because that was loaded before"},
@@ -291,6 +308,12 @@ TEST(CheckScene, FindsMistakesInMeshesAndImages) {
         {[](Parts& p) { std::swap(p.Object("Eyes0").xAxisVertex, p.Object("Eyes0").yAxisVertex); },
          "left-handed"},
         {AddSecondPlayer, "players 0 and 1 share keys of the keyboard, the first of them with the code 38"},
+        {[](Parts& p) {
+             Replace(p.attributes, "*PLAYERSPAWNPOINT 0", "");
+             Move(p.Object("Body0"), {0, 0, 8});
+         },
+         "player 0 has no *PLAYERSPAWNPOINT and starts where the object was modelled, at (0, -20, 13.05) "
+         "and falls 8"},
         {AddSecondPlayer, "the viewports of players 0 and 1 overlap"},
         {[](Parts& p) { p.Object("Ramp").name = "Rampe\xC3\xA9"; },
          "names with letters beyond ASCII never find their block"},

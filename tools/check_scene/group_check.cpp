@@ -53,7 +53,7 @@ void CheckMembers(Findings& findings, const World& world, std::int32_t number, c
         const Object& object = scene.objects[member];
         const Object& parent = scene.objects[group.parents.front()];
         const bool isParent = object.groupParent == number;
-        if (!isParent && object.faceValueCount > 0 && parent.collider != nullptr &&
+        if (!isParent && object.faceValueCount > 0 && parent.collider != nullptr && !StandsStill(parent) &&
             object.attributes[collidableAttribute] != 0 && !world.Of(member).meshDropped) {
             findings.Error(at(member), Named(object) + " needs *NOCOLLIDER: as a member of " + name +
                                            " it stands in the way of its parent, " + Named(parent));

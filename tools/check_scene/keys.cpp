@@ -65,7 +65,7 @@ std::vector<Key> MakeSettingsKeys() {
 
 std::vector<Key> MakeObjectKeys() {
     const Argument group = Whole("group id", 0, 65535);
-    const Argument vertex = Whole("vertex", 0, any);
+    const Argument vertex = Whole("vertex", -1, any);
     return {
         {"*GROUPMEMBER", true, false, {group}, Repeat::LastWinsForItsNumber},
         {"*GROUPPARENT", true, false, {group}, Repeat::LastWins},

@@ -74,7 +74,9 @@ void PlayerCheck::CheckCamera() {
     }
     const Object& camera = TheScene().objects[player.cameraObject];
     const Place place = world.At(player.cameraObject, "*CAMERAOBJECT", index);
-    CheckView(place, camera);
+    if (!IsBlind(player)) {
+        CheckView(place, camera);
+    }
     if (player.playerObject == -1 || player.playerObject == player.cameraObject) {
         return;
     }
@@ -211,7 +213,9 @@ void CheckPlayers(Findings& findings, const World& world) {
         PlayerCheck check{findings, world, i};
         check.CheckCamera();
         check.CheckBody();
-        check.CheckViewport();
+        if (!IsBlind(world.scene->players[i])) {
+            check.CheckViewport();
+        }
         for (std::int32_t other = 0; other < i; other++) {
             check.CheckAgainst(other);
         }

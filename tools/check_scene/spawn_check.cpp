@@ -1,5 +1,6 @@
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include "check_scene/checks.h"
 #include "check_scene/drop.h"
@@ -9,23 +10,28 @@
 
 namespace {
 
-/// The object that bears the player's spawn point; -1 if none does.
-std::int32_t SpawnObject(const World& world, std::int32_t player) {
+/// The objects that bear the player's spawn point.
+std::vector<std::int32_t> SpawnObjects(const World& world, std::int32_t player) {
+    std::vector<std::int32_t> objects;
     for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
         if (world.KeyOf(id, "*PLAYERSPAWNPOINT", player) != nullptr) {
-            return id;
+            objects.push_back(id);
         }
     }
-    return -1;
+    return objects;
 }
 
-void CheckDrop(Findings& findings, const World& world, std::int32_t player, const Place& place) {
-    const Scene& scene = *world.scene;
-    const std::int32_t body = scene.players[player].playerObject;
-    const Drop drop = DropBody(scene, body);
-    const std::string name = "player " + std::to_string(player);
-    const std::string start = name + " starts at " + ShownPoint(drop.start);
-    constexpr float farAbove = 20.0f;
+/// Drops the body from where the player starts.
+/// @param hasSpawn false for a player who starts where the object was modelled: that is judged more
+/// strictly,
+///        since it is seldom intended
+void CheckDrop(Findings& findings, const World& world, std::int32_t player, const Place& place,
+               bool hasSpawn) {
+    const Drop drop = DropBody(*world.scene, world.scene->players[player].playerObject);
+    std::string start = "player " + std::to_string(player);
+    start += hasSpawn ? " starts" : " has no *PLAYERSPAWNPOINT and starts where the object was modelled,";
+    start += " at " + ShownPoint(drop.start);
+    const float farAbove = hasSpawn ? 20.0f : 1.0f;
     if (!drop.obstacle.empty()) {
         std::string text = start + ", inside object \"" + drop.obstacle + "\"";
         text +=
@@ -44,31 +50,35 @@ void CheckDrop(Findings& findings, const World& world, std::int32_t player, cons
     }
 }
 
-void CheckStart(Findings& findings, const World& world, std::int32_t player) {
+void CheckSpawn(Findings& findings, const World& world, std::int32_t player, std::int32_t spawn) {
     const Scene& scene = *world.scene;
     const std::int32_t body = scene.players[player].playerObject;
-    const std::int32_t spawn = SpawnObject(world, player);
-    const std::string name = "player " + std::to_string(player);
-    if (spawn == -1) {
-        Vector place;
-        scene.objects[body].GetVertex(place, scene.objects[body].centreVertex);
-        findings.Warn(world.At(body, "*PLAYEROBJECT", player),
-                      name + " has no *PLAYERSPAWNPOINT and starts where the object was modelled, at " +
-                          ShownPoint(place));
-    } else if (spawn <= body) {
-        findings.Error(world.At(spawn, "*PLAYERSPAWNPOINT", player),
-                       "*PLAYERSPAWNPOINT finds no " + name + " yet: " + Named(scene.objects[spawn]) +
-                           " has to come behind " + Named(scene.objects[body]) + " in the scene file");
+    const Place place = world.At(spawn, "*PLAYERSPAWNPOINT", player);
+    if (spawn <= body) {
+        findings.Error(place, "*PLAYERSPAWNPOINT finds no player " + std::to_string(player) +
+                                  " yet: " + Named(scene.objects[spawn]) + " has to come behind " +
+                                  Named(scene.objects[body]) + " in the scene file");
     } else if (!scene.objects[spawn].HasVertex(0)) {
-        findings.Error(world.At(spawn, "*PLAYERSPAWNPOINT", player),
+        findings.Error(place,
                        Named(scene.objects[spawn]) + " has no vertex, and a spawn point is its vertex 0");
     }
-    const ObjectSource& source = world.Of(body);
-    if (scene.objects[body].collider != nullptr && scene.objects[body].physics != nullptr &&
-        !source.meshDropped && scene.objects[body].vertexValueCount > 0) {
-        CheckDrop(findings, world, player,
-                  spawn == -1 ? world.At(body, "*PLAYEROBJECT", player)
-                              : world.At(spawn, "*PLAYERSPAWNPOINT", player));
+}
+
+void CheckStart(Findings& findings, const World& world, std::int32_t player) {
+    const Object& body = world.scene->objects[world.scene->players[player].playerObject];
+    const std::vector<std::int32_t> spawns = SpawnObjects(world, player);
+    for (const std::int32_t spawn : spawns) {
+        CheckSpawn(findings, world, player, spawn);
+    }
+    if (spawns.size() > 1) {
+        findings.Error(world.At(spawns[1], "*PLAYERSPAWNPOINT", player),
+                       "player " + std::to_string(player) +
+                           " has several spawn points: they add up, and lead elsewhere; leave one");
+    } else if (body.collider != nullptr && body.physics != nullptr && body.vertexValueCount > 0) {
+        const std::int32_t id = world.scene->players[player].playerObject;
+        const Place place = spawns.empty() ? world.At(id, "*PLAYEROBJECT", player)
+                                           : world.At(spawns[0], "*PLAYERSPAWNPOINT", player);
+        CheckDrop(findings, world, player, place, !spawns.empty());
     }
 }
 
@@ -77,7 +87,7 @@ void CheckStart(Findings& findings, const World& world, std::int32_t player) {
 void CheckSpawnPoints(Findings& findings, const World& world) {
     for (std::int32_t player = 0; player < world.scene->playerCount; player++) {
         const std::int32_t body = world.scene->players[player].playerObject;
-        if (body != -1) {
+        if (body != -1 && !StandsStill(world.scene->objects[body])) {
             CheckStart(findings, world, player);
         }
     }

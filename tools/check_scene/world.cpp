@@ -266,6 +266,14 @@ Place World::AtSetting(const char* key, std::int32_t player) const {
     return settings.At(use == nullptr ? 0 : use->position);
 }
 
+bool StandsStill(const Object& object) {
+    return object.collider != nullptr && object.physics != nullptr && object.physics->gravity == 0.0f;
+}
+
+bool IsBlind(const Player& player) {
+    return player.cameraObject != -1 && player.eyeVertex == -1 && player.lookVertex == -1;
+}
+
 std::string Named(const Object& object) {
     return "object \"" + object.name + "\"";
 }

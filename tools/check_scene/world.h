@@ -11,6 +11,7 @@
 
 struct Engine;
 struct Object;
+struct Player;
 struct Scene;
 
 /// A block of an attribute file: an opening brace and what belongs to it.
@@ -104,5 +105,10 @@ struct World {
     std::string ShownName(const std::string& path) const;
 };
 
+/// Whether the object is a body without gravity. It never touches the ground, so no key moves it: a player
+/// has such a body to play key tracks, of a door for example.
+bool StandsStill(const Object& object);
+/// Whether the player has a camera without vertices, -1 and -1: it isn't meant to see anything.
+bool IsBlind(const Player& player);
 /// `object "Crate"`.
 std::string Named(const Object& object);
