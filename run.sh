@@ -35,7 +35,7 @@ cd "$project"
 . tools/packages.sh
 packages=$run_packages
 [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || packages="$packages $display_packages"
-[ "$kind" != model ] || packages="$packages $import_packages"
+[ "$kind" != model ] && [ ! -f "${folder:-}/world.glb" ] || packages="$packages $import_packages"
 InstallMissing $packages
 case $kind in
 demo)
@@ -44,7 +44,10 @@ demo)
     cat "demo/$world/controls.txt"
     ;;
 folder)
-    Build release engine
+    Configure release
+    Build release engine scene_writer $([ ! -f "$folder/world.glb" ] || echo import_scene)
+    # Worlds of new_world.sh are made anew each time.
+    [ ! -x "$folder/make.sh" ] || ENGINE_BUILD=$project/build/release "$folder/make.sh"
     ;;
 model)
     # Configured anew, as the importer may have been left out before.
