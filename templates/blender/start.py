@@ -90,5 +90,10 @@ link("Sun", sun, (11, 0, 6)).rotation_euler = (math.radians(35), math.radians(20
 # The camera becomes the player's eyes, who stands below it.
 link("Camera", bpy.data.cameras.new("Camera"), (11, -5, 1.55)).rotation_euler = (math.radians(90), 0, 0)
 
+# Where the player starts: the middle of the body, 5.05 units above the floor. It also keeps the first look at the
+# mouse, wherever that lies by then, from turning the view.
+start = link("Start", None, (11, -5, 0.93))
+start["PLAYERSPAWNPOINT"] = 0
+
 bpy.ops.export_scene.gltf(filepath=sys.argv[sys.argv.index("--") + 1], export_format="GLB", export_extras=True,
                           export_cameras=True, export_lights=True, export_texcoords=False)

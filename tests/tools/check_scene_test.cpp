@@ -204,6 +204,7 @@ TEST(CheckScene, FindsMistakesInAttributes) {
             {"*GROUPMEMBER 0\n    *NOCOLLIDER", "*NOCOLLIDER",
              "player 0's camera stays behind when they walk"},
             {"*PHYSICS 0.55 0 0.5", "", "object \"Body0\" needs *PHYSICS"},
+            {"*PLAYERSPAWNPOINT 0", "", "player 0 has no *PLAYERSPAWNPOINT: the first frame"},
             {"*INVISIBLE", "*PLAYERSPAWNPOINT 0\n}\nRamp {\n*PLAYERSPAWNPOINT 0",
              "player 0 has several spawn points"},
             {"*GROUPPARENT 0", "*GROUPPARENT 3", "player 0's group has the id 3; it has to be 0"},

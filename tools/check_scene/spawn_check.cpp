@@ -74,10 +74,18 @@ void CheckStart(Findings& findings, const World& world, std::int32_t player) {
         findings.Error(world.At(spawns[1], "*PLAYERSPAWNPOINT", player),
                        "player " + std::to_string(player) +
                            " has several spawn points: they add up, and lead elsewhere; leave one");
-    } else if (body.collider != nullptr && body.physics != nullptr && body.vertexValueCount > 0) {
-        const std::int32_t id = world.scene->players[player].playerObject;
-        const Place place = spawns.empty() ? world.At(id, "*PLAYEROBJECT", player)
-                                           : world.At(spawns[0], "*PLAYERSPAWNPOINT", player);
+        return;
+    }
+    const std::int32_t id = world.scene->players[player].playerObject;
+    const Place place = spawns.empty() ? world.At(id, "*PLAYEROBJECT", player)
+                                       : world.At(spawns[0], "*PLAYERSPAWNPOINT", player);
+    if (spawns.empty() && world.scene->players[player].controller == 1) {
+        findings.Warn(place,
+                      "player " + std::to_string(player) +
+                          " has no *PLAYERSPAWNPOINT: the first frame, in which it would keep the mouse "
+                          "out, turns the view to wherever the mouse happens to lie");
+    }
+    if (body.collider != nullptr && body.physics != nullptr && body.vertexValueCount > 0) {
         CheckDrop(findings, world, player, place, !spawns.empty());
     }
 }
