@@ -12,10 +12,9 @@ struct Drop {
     Vector start;  ///< centre of the body, where the world puts it
     Vector rest;   ///< centre of the body at the end
     bool fallsForEver = false;
-    bool comesToRest = false;  ///< false, too, for what still moves when the time is over
-    std::string obstacle;      ///< object that it begins inside of; empty if none
-    float depth = 0.0f;        ///< how deep, as a share of the body: 0 touches, 1 has its centre in it
-    std::string floor;         ///< object whose triangles lie below, but look down; empty if none
+    std::string obstacle;  ///< object that it begins inside of; empty if none
+    float depth = 0.0f;    ///< how deep, as a share of the body: 0 touches, 1 has its centre in it
+    std::string floor;     ///< object whose triangles lie below, but look down; empty if none
 };
 
 /// Drops an object of the scene, which has collider and physics, with the engine's own simulation, on a
