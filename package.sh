@@ -4,5 +4,5 @@ set -eu
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . tools/packages.sh
 
-InstallMissing $run_packages $package_packages
+InstallMissing $run_packages $import_packages $package_packages
 cmake --workflow --preset package

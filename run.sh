@@ -5,7 +5,7 @@
 #   ./run.sh blender             a world made in Blender
 #   ./run.sh MODEL [OPTION...]   a model, made a world by import_scene with these options
 #   ./run.sh FOLDER              a folder with a settings.atr
-# Without a display it runs on a virtual one for a few seconds and leaves a screenshot.
+# Without a display it runs on a virtual one for some frames and leaves a screenshot.
 set -eu
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
@@ -62,21 +62,17 @@ engine=$project/build/release/engine
 screenshot=$project/build/screenshot-$name.png
 cd "$folder"
 
-# RunEngine: the engine ends with code 1 whenever it ends in order, and also when it gets no window. Then
-# its log lacks the end.
-RunEngine() {
-    local code=0
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    # The engine ends with code 1 whenever it ends in order, and also when it gets no window. Then its log
+    # lacks the end.
+    code=0
     "$engine" || code=$?
     if [ "$code" -ne 1 ] || ! grep -q "Logging ended" defaultlog.txt; then
         echo "run.sh: error: the engine ended early (exit code $code); its log is $PWD/defaultlog.txt" >&2
         echo "Can the display be used (DISPLAY=${DISPLAY:-}, WAYLAND_DISPLAY=${WAYLAND_DISPLAY:-})?" \
              "With both unset, a virtual one serves." >&2
-        return 1
+        exit 1
     fi
-}
-
-if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    RunEngine
     exit
 fi
 
@@ -84,13 +80,7 @@ echo "There is no display: running on a virtual one."
 temporary=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$temporary"' EXIT
 mkfifo "$temporary/number"
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$temporary/number" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp 3>"$temporary/number" 2>/dev/null &
 read -r number <"$temporary/number"
-export DISPLAY=:$number
-RunEngine &
-running=$!
-sleep 5
-import -window "$(xdotool search --onlyvisible --name '^Engine$')" "$screenshot"
-xdotool keydown Escape  # held, as a frame has to see it
-wait "$running"
+DISPLAY=:$number "$engine" --frames 150 --screenshot "$screenshot"
 echo "Screenshot: $screenshot"

@@ -8,10 +8,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    std::string counts = text;
+    AttributeText counts(text);
     std::int64_t players = 0;
-    ForEachKey(counts, "*PLAYERCOUNT",
-               [&](const char* cursor) { players += std::max(ScanInt(cursor), 0); });
+    ForEachKey(counts, "*PLAYERCOUNT", [&](TextCursor cursor) { players += std::max(ScanInt(cursor), 0); });
     if (players > 10000) {
         return -1;  // as many as are asked for, until the memory is exhausted
     }

@@ -1,5 +1,9 @@
 #include "loading/attribute_file.h"
 
+#include <string_view>
+#include <utility>
+
+#include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
 #include "scene/scene.h"
@@ -8,39 +12,77 @@
 
 namespace {
 
+/// The keys of all blocks, by their places in the list of their texts.
+enum Key : std::size_t {
+    groupMemberKey,
+    groupParentKey,
+    spawnPointKey,
+    textureKey,
+    physicsKey,
+    cameraObjectKey,
+    playerObjectKey,
+    colliderKey,
+    noColliderKey,
+    invisibleKey,
+    lightKey,
+};
+constexpr std::string_view keyTexts[] = {
+    "*GROUPMEMBER ", "*GROUPPARENT ", "*PLAYERSPAWNPOINT ", "*TEXTURE ",  "*PHYSICS", "*CAMERAOBJECT",
+    "*PLAYEROBJECT", "*COLLIDER",     "*NOCOLLIDER",        "*INVISIBLE", "*LIGHT ",
+};
+
 /// One block while its keys are applied.
 struct Block {
     Scene& scene;
     AttributeFile& file;
     std::string name;
-    std::string text;
+    TextRange body;
 
+    KeyIndex& Keys() const { return file.content->keys; }
     void LogIgnored(const char* key, std::int32_t number, const char* reason) const {
         Log::Write(scene.log, file.path + ": " + name + ": " + key + " " + std::to_string(number) +
                                   " ignored, " + reason);
     }
 };
 
-/// The player whose index stands behind the key; -1, and a line in the log, if there is no such player.
-std::int32_t ScanPlayer(const Block& block, const char* key, const char*& cursor) {
-    const std::int32_t player = ScanInt(cursor);
-    if (player >= 0 && player < block.scene.playerCount) {
-        return player;
-    }
-    block.LogIgnored(key, player, "there is no such player");
-    return -1;
+bool IsPlayer(const Scene& scene, std::int32_t number) {
+    return number >= 0 && number < scene.playerCount;
 }
 
-/// The group whose id stands behind the key, made if it is new; -1, and a line in the log, if the id can
-/// be none.
-std::int32_t ScanGroup(const Block& block, const char* key, const char*& cursor) {
-    const std::int32_t group = ScanInt(cursor);
-    if (group < 0 || group > maxGroupId) {
-        block.LogIgnored(key, group, "group ids run from 0 to 65535");
-        return -1;
+bool IsGroup(std::int32_t number) {
+    return number >= 0 && number <= maxGroupId;
+}
+
+/// Calls `action` for the players whose indices stand behind the key, with how often they do and the cursor
+/// in front of the last one. For indices of no player there is a line in the log.
+template <typename Action>
+void ForPlayers(const Block& block, Key key, const char* keyName, Action action) {
+    const auto handlingOf = [&scene = block.scene](std::int32_t number) {
+        return IsPlayer(scene, number) ? KeyIndex::Handling::together : KeyIndex::Handling::oneByOne;
+    };
+    for (KeyIndex::Occurrences& found : block.Keys().ForNumbers(block.body, key, handlingOf)) {
+        if (IsPlayer(block.scene, found.number)) {
+            action(found);
+        } else {
+            block.LogIgnored(keyName, found.number, "there is no such player");
+        }
     }
-    block.scene.AddGroups(group + 1 - block.scene.groupCount);
-    return group;
+}
+
+/// The same for groups, which are made if they are new.
+template <typename Action>
+void ForGroups(const Block& block, Key key, const char* keyName, Action action) {
+    const auto handlingOf = [](std::int32_t number) {
+        return IsGroup(number) ? KeyIndex::Handling::together : KeyIndex::Handling::oneByOne;
+    };
+    for (KeyIndex::Occurrences& found : block.Keys().ForNumbers(block.body, key, handlingOf)) {
+        if (IsGroup(found.number)) {
+            block.scene.AddGroups(found.number + 1 - block.scene.groupCount);
+            action(found);
+        } else {
+            block.LogIgnored(keyName, found.number, "group ids run from 0 to 65535");
+        }
+    }
 }
 
 /// Asks for the move that brings the player's object to the spawn point.
@@ -48,10 +90,6 @@ void PlaceOnSpawnPoint(const Block& block, const Object& spawnPoint, std::int32_
     const Scene& scene = block.scene;
     if (playerIndex < 0) {
         block.LogIgnored("*PLAYERSPAWNPOINT", playerIndex, "there is no such player");
-        return;
-    }
-    // A scene for more players than there are this time is nothing unusual.
-    if (playerIndex >= scene.playerCount) {
         return;
     }
     const std::int32_t playerObject = scene.players[playerIndex].playerObject;
@@ -92,7 +130,7 @@ void AddTexture(const Block& block, const std::string& fileName, const char* loa
     Log::Write(scene.log, loadedText + fileName);
 }
 
-void AddLight(Scene& scene, const char* cursor) {
+void AddLight(Scene& scene, TextCursor cursor) {
     scene.AddLights(1);
     Light& light = scene.lights[scene.lightCount - 1];
     light.Activate();
@@ -115,15 +153,15 @@ void AddLight(Scene& scene, const char* cursor) {
     light.SetQuadraticAttenuation(ScanFloat(cursor));
 }
 
-/// Takes in the text of the block. False if there is no such block.
-bool CaptureText(Block& block) {
-    TextStream& stream = *block.file.stream;
-    if (!block.file.blocks->Find(block.name.c_str(), stream)) {
+/// Finds the body of the block. False if there is no such block.
+bool FindBody(Block& block) {
+    AttributeFile::Content& content = *block.file.content;
+    const BlockIndex::Block* found = content.blocks.Find(block.name);
+    if (found == nullptr) {
         return false;
     }
-    bool closed = false;
-    block.text = ReadAttributeBlock(stream, &closed);
-    if (!closed) {
+    block.body = content.text.UpToZero(content.blocks.Body(*found));
+    if (found->end == BlockIndex::notClosed) {
         Log::Write(block.scene.log, block.file.path + ": " + block.name + ": the closing brace is missing");
     }
     return true;
@@ -135,12 +173,12 @@ void LogMissingFile(const Scene& scene, const AttributeFile& file) {
 
 /// @param objectId -1 if no object bears the name: then nothing is applied
 bool ApplyObjectBlock(Scene& scene, AttributeFile& file, const std::string& name, std::int32_t objectId) {
-    if (file.stream == nullptr) {
+    if (file.content == nullptr) {
         LogMissingFile(scene, file);
         return false;
     }
     Block block{scene, file, name, {}};
-    if (!CaptureText(block)) {
+    if (!FindBody(block)) {
         Log::Write(scene.log, "Tento objekt nemá žádné atributy: "_1250 + name);
         return false;
     }
@@ -150,57 +188,65 @@ bool ApplyObjectBlock(Scene& scene, AttributeFile& file, const std::string& name
     }
 
     Object& object = scene.objects[objectId];
-    ForEachKey(block.text, "*GROUPMEMBER ", [&](const char* cursor) {
-        const std::int32_t group = ScanGroup(block, "*GROUPMEMBER", cursor);
-        if (group != -1) {
-            scene.groups[group].Add(objectId);
+    const KeyIndex& keys = block.Keys();
+    ForGroups(block, groupMemberKey, "*GROUPMEMBER", [&](const KeyIndex::Occurrences& found) {
+        IdList& group = scene.groups[found.number];
+        for (std::size_t i = 0; i < found.count && group.Add(objectId); i++) {
         }
     });
-    ForEachKey(block.text, "*GROUPPARENT ", [&](const char* cursor) {
-        const std::int32_t group = ScanGroup(block, "*GROUPPARENT", cursor);
-        if (group != -1) {
-            object.groupParent = group;
+    std::size_t lastParent = 0;
+    ForGroups(block, groupParentKey, "*GROUPPARENT", [&](const KeyIndex::Occurrences& found) {
+        if (found.last.position > lastParent) {
+            lastParent = found.last.position;
+            object.groupParent = found.number;
         }
     });
-    ForEachKey(block.text, "*PLAYERSPAWNPOINT ",
-               [&](const char* cursor) { PlaceOnSpawnPoint(block, object, ScanInt(cursor)); });
-    ForEachKey(block.text, "*TEXTURE ", [&](const char* cursor) {
+    const auto handlingOf = [&](std::int32_t player) {
+        // A scene for more players than there are this time is nothing unusual.
+        return player >= scene.playerCount ? KeyIndex::Handling::none : KeyIndex::Handling::oneByOne;
+    };
+    for (const KeyIndex::Occurrences& found :
+         block.Keys().ForNumbers(block.body, spawnPointKey, handlingOf)) {
+        PlaceOnSpawnPoint(block, object, found.number);
+    }
+    keys.ForEach(block.body, textureKey, [&](const TextCursor& cursor) {
         AddTexture(block, ScanName(cursor), "Nahrána textura: "_1250);
         object.textureIndex = scene.textureCount - 1;
     });
-    ForEachKey(block.text, "*PHYSICS", [&](const char* cursor) {
+    keys.ForLast(block.body, physicsKey, [&](TextCursor cursor) {
         object.MakePhysics();
         object.physics->gravity = ScanFloat(cursor);
         object.physics->bounce = ScanFloat(cursor);
         object.physics->friction = ScanFloat(cursor);
     });
-    ForEachKey(block.text, "*CAMERAOBJECT", [&](const char* cursor) {
-        const std::int32_t index = ScanPlayer(block, "*CAMERAOBJECT", cursor);
-        if (index != -1) {
-            // The vertices are taken as they are; rendering leaves out a camera whose vertices don't exist.
-            Player& player = scene.players[index];
-            player.cameraObject = objectId;
-            player.eyeVertex = ScanInt(cursor);
-            player.lookVertex = ScanInt(cursor);
-        }
+    ForPlayers(block, cameraObjectKey, "*CAMERAOBJECT", [&](KeyIndex::Occurrences& found) {
+        // The vertices are taken as they are; rendering leaves out a camera whose vertices don't exist.
+        Player& player = scene.players[found.number];
+        player.cameraObject = objectId;
+        ScanInt(found.last);  // the player
+        player.eyeVertex = ScanInt(found.last);
+        player.lookVertex = ScanInt(found.last);
     });
-    ForEachKey(block.text, "*PLAYEROBJECT", [&](const char* cursor) {
-        const std::int32_t index = ScanPlayer(block, "*PLAYEROBJECT", cursor);
-        if (index != -1) {
-            scene.players[index].playerObject = objectId;
-        }
+    ForPlayers(block, playerObjectKey, "*PLAYEROBJECT", [&](const KeyIndex::Occurrences& found) {
+        scene.players[found.number].playerObject = objectId;
     });
-    ForEachKey(block.text, "*COLLIDER", [&](const char*) { object.MakeCollider(); });
-    ForEachKey(block.text, "*NOCOLLIDER", [&](const char*) { object.attributes[collidableAttribute] = 0; });
-    ForEachKey(block.text, "*INVISIBLE", [&](const char*) { object.attributes[invisibleAttribute] = 1; });
+    keys.ForLast(block.body, colliderKey, [&](const TextCursor&) { object.MakeCollider(); });
+    keys.ForLast(block.body, noColliderKey,
+                 [&](const TextCursor&) { object.attributes[collidableAttribute] = 0; });
+    keys.ForLast(block.body, invisibleKey,
+                 [&](const TextCursor&) { object.attributes[invisibleAttribute] = 1; });
     return true;
 }
 
 }  // namespace
 
-AttributeFile::AttributeFile(const char* newPath) : path(newPath), stream(OpenTextFile(newPath)) {
-    if (stream != nullptr) {
-        blocks = std::make_unique<BlockIndex>(stream->text);
+AttributeFile::Content::Content(std::string characters)
+    : text(std::move(characters)), blocks(text.characters), keys(text, keyTexts) {}
+
+AttributeFile::AttributeFile(const std::string& newPath, TextureIndex& newTextures)
+    : path(newPath), textures(newTextures) {
+    if (const auto stream = OpenTextFile(path.c_str())) {
+        content = std::make_unique<Content>(std::move(stream->text));
     }
 }
 
@@ -209,28 +255,31 @@ bool ApplyObjectAttributes(Scene& scene, AttributeFile& file, std::int32_t objec
 }
 
 bool ApplyGlobalAttributes(Scene& scene, AttributeFile& file) {
-    if (file.stream == nullptr) {
+    if (file.content == nullptr) {
         LogMissingFile(scene, file);
         return false;
     }
     Block block{scene, file, "GLOBALS", {}};
-    if (!CaptureText(block)) {
+    if (!FindBody(block)) {
         Log::Write(scene.log, "Tato scéna nemá žádné globální atributy: "_1250 + file.path);
         return false;
     }
-    ForEachKey(block.text, "*TEXTURE ", [&](const char* cursor) {
+    const KeyIndex& keys = block.Keys();
+    keys.ForEach(block.body, textureKey, [&](const TextCursor& cursor) {
         AddTexture(block, ScanName(cursor), "Nahrána globální textura: "_1250);
     });
-    ForEachKey(block.text, "*LIGHT ", [&](const char* cursor) { AddLight(scene, cursor); });
+    keys.ForEach(block.body, lightKey, [&](const TextCursor& cursor) { AddLight(scene, cursor); });
     return true;
 }
 
 bool Scene::ReadObjectAttributes(const char* path, const char* objectName) {
-    AttributeFile file(path);
+    TextureIndex known;
+    AttributeFile file(path, known);
     return ApplyObjectBlock(*this, file, objectName, FindObject(objectName));
 }
 
 bool Scene::ReadGlobalAttributes(const char* path) {
-    AttributeFile file(path);
+    TextureIndex known;
+    AttributeFile file(path, known);
     return ApplyGlobalAttributes(*this, file);
 }

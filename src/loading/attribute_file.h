@@ -5,19 +5,28 @@
 #include <string>
 
 #include "loading/block_index.h"
+#include "loading/key_index.h"
 #include "loading/texture_index.h"
-#include "platform/files.h"
+#include "settings/attribute_text.h"
 
 struct Scene;
 
 /// The attribute file of a scene, read once for all of its objects.
 struct AttributeFile {
-    std::string path;
-    std::unique_ptr<TextStream> stream;  ///< the whole text; null if there is no such file
-    std::unique_ptr<BlockIndex> blocks;  ///< null without a text
-    TextureIndex textures;
+    /// The text and where blocks and keys stand in it.
+    struct Content {
+        AttributeText text;
+        BlockIndex blocks;
+        KeyIndex keys;
 
-    explicit AttributeFile(const char* newPath);
+        explicit Content(std::string characters);
+    };
+
+    std::string path;
+    std::unique_ptr<Content> content;  ///< null if there is no such file
+    TextureIndex& textures;            ///< of the scene that the attributes are for
+
+    AttributeFile(const std::string& newPath, TextureIndex& newTextures);
 };
 
 /// The attribute file stands beside the scene file, whose name says "bin" once, by its extension or by a

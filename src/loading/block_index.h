@@ -3,23 +3,38 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "platform/files.h"
+#include "settings/attribute_text.h"
 
-/// Every opening brace of a text, in an order that brings those with the same name before them together,
-/// so that a scene with thousands of objects doesn't search the whole text for each of them.
+/// Every block of a text, in an order that brings those with the same name before them together, so that a
+/// scene with thousands of objects doesn't search the whole text for each of them.
 struct BlockIndex {
-    struct Head {
+    /// In place of the end of a block that isn't closed.
+    static constexpr std::size_t notClosed = std::string_view::npos;
+
+    struct Block {
         std::uint64_t ending;  ///< the last eight characters before `nameEnd`, the last one on top
         std::size_t brace;     ///< position of the opening brace
         std::size_t nameEnd;   ///< behind the last character before it that is no blank and no line end
+        std::size_t end;       ///< behind the brace that closes it, or `notClosed`
     };
 
-    std::vector<Head> heads;  ///< ordered by what stands before `nameEnd`, read backwards
+    std::string_view text;      ///< not owned
+    std::vector<Block> blocks;  ///< ordered by what stands before `nameEnd`, read backwards
 
-    explicit BlockIndex(const std::string& text);
-    /// Exactly what `FindAttributeBlock` gives from the start of the stream, which must hold the text that
-    /// the index was made of.
-    bool Find(const char* name, TextStream& stream) const;
+    /// @param newText has to stay as it is for as long as the index is used
+    explicit BlockIndex(const std::string& newText);
+    /// The block that `FindAttributeBlock` finds from the start of the text; null if it finds none.
+    const Block* Find(const std::string& name);
+    /// What stands in the block, up to and including the brace that closes it or up to the end of the text.
+    TextRange Body(const Block& block) const;
+
+private:
+    /// Each different stretch of blanks and line ends before a brace: the first block behind it, in the
+    /// order of the text. Made when an object bears a name of nothing else.
+    std::vector<const Block*> firstBehindBlanks;
+
+    const Block* FindBehindBlanks(const std::string& name);
 };

@@ -2,10 +2,13 @@
 
 #include "scene/scene.h"
 
-ObjectNames::ObjectNames(const Scene& scene) {
-    bearers.reserve(static_cast<std::size_t>(scene.objectCount));
-    for (std::int32_t id = 0; id < scene.objectCount; id++) {
-        bearers[scene.objects[id].name]++;
+void ObjectNames::TakeNewObjects(const Scene& scene) {
+    // For few new ones the table grows by itself, which takes less of the memory that it never gives back.
+    if (scene.objectCount / 2 > knownCount) {
+        bearers.reserve(static_cast<std::size_t>(scene.objectCount));
+    }
+    for (; knownCount < scene.objectCount; knownCount++) {
+        bearers[scene.objects[knownCount].name]++;
     }
 }
 

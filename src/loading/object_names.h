@@ -7,7 +7,7 @@
 
 struct Scene;
 
-/// The names that the objects of a scene bear, for the time of one load, in which names change through
+/// The names that the objects of a scene bear, for the time of a load, in which names change through
 /// `Rename` alone.
 struct ObjectNames {
     using Numbers = std::pmr::unordered_map<std::string, std::int32_t>;
@@ -18,7 +18,10 @@ struct ObjectNames {
     /// For a name that was taken: all numbers up to this one are taken too, for names only come to stay.
     Numbers lastNumbers{&memory};
 
-    explicit ObjectNames(const Scene& scene);
+    std::int32_t knownCount = 0;  ///< objects of the scene that are in here so far
+
+    /// Takes the names of objects in that have been added to the scene since.
+    void TakeNewObjects(const Scene& scene);
     /// Takes down that an object changes its name to what `Scene::MakeUniqueObjectName` makes of the wanted
     /// one, found without a walk over all objects.
     /// @return the new name

@@ -83,18 +83,25 @@ std::string CheckMarkers(Object& object) {
     return wrong;
 }
 
+/// What is known of a scene's names for as long as it is being loaded into.
+struct KnownNames {
+    ObjectNames objects;
+    TextureIndex textures;
+};
+
 /// One load while it runs.
 struct SceneLoad {
     Scene& scene;
     SceneFile& file;
     std::string path;
+    KnownNames& names;
     AttributeFile attributes;
     std::int32_t objectTotal = 0;
     std::int64_t triangleTotal = 0;
     std::int64_t vertexTotal = 0;
 
     /// @param id of the record's object, for which memory is there already
-    Damage ReadRecord(std::int64_t& offset, std::int32_t id, ObjectNames& names);
+    Damage ReadRecord(std::int64_t& offset, std::int32_t id);
     void PrepareMesh(const RecordHead& head, Object& object) const;
     /// @return false if the file turned out to be damaged, which is told
     bool ReadRecords();
@@ -129,7 +136,7 @@ void SceneLoad::PrepareMesh(const RecordHead& head, Object& object) const {
     object.ComputeRadius();
 }
 
-Damage SceneLoad::ReadRecord(std::int64_t& offset, std::int32_t id, ObjectNames& names) {
+Damage SceneLoad::ReadRecord(std::int64_t& offset, std::int32_t id) {
     RecordHead head;
     Damage damage = ReadHead(file, offset, head);
     Object& object = scene.objects[id];
@@ -143,7 +150,7 @@ Damage SceneLoad::ReadRecord(std::int64_t& offset, std::int32_t id, ObjectNames&
     }
     offset = head.endOffset;
 
-    object.name = names.Rename(object.name, head.name);
+    object.name = names.objects.Rename(object.name, head.name);
     objectTotal++;
     vertexTotal += head.vertexCount;
     triangleTotal += head.triangleCount;
@@ -163,9 +170,9 @@ bool SceneLoad::ReadRecords() {
     } else {
         const std::int32_t firstId = scene.objectCount;
         scene.AddObjects(objectCount);
-        ObjectNames names(scene);
+        names.objects.TakeNewObjects(scene);
         for (std::int32_t id = firstId; id < scene.objectCount && damage.text.empty(); id++) {
-            damage = ReadRecord(offset, id, names);
+            damage = ReadRecord(offset, id);
         }
     }
     if (damage.text.empty()) {
@@ -176,6 +183,25 @@ bool SceneLoad::ReadRecords() {
     Log::Write(scene.log, text);
     MessageBoxA(nullptr, text.c_str(), ":-(", MB_ICONSTOP);
     return false;
+}
+
+bool Load(Scene& scene, const std::string& path, KnownNames& names) {
+    std::FILE* opened = OpenFile(path.c_str(), "rb");
+    if (opened == nullptr) {
+        const std::string text = "Tento soubor chybí: "_1250 + path;
+        Log::Write(scene.log, text);
+        MessageBoxA(nullptr, text.c_str(), ":-(", MB_ICONSTOP);
+        return false;
+    }
+    SceneFile file(opened);
+    SceneLoad load{scene, file, path, names, AttributeFile(AttributeFileName(path), names.textures)};
+    Log::Write(scene.log, "Nahrává se scéna: "_1250 + path);
+    const bool whole = load.ReadRecords();
+    ApplyGlobalAttributes(scene, load.attributes);
+    Log::Write(scene.log, "Scéna nahráha: "_1250 + std::to_string(load.objectTotal) + " Objektů, "_1250 +
+                              std::to_string(load.triangleTotal) + " Polygonů, "_1250 +
+                              std::to_string(load.vertexTotal) + " Vertexů."_1250);
+    return whole;
 }
 
 }  // namespace
@@ -193,20 +219,13 @@ std::string AttributeFileName(const std::string& path) {
 }
 
 bool Scene::LoadMesh(const char* path) {
-    std::FILE* opened = OpenFile(path, "rb");
-    if (opened == nullptr) {
-        const std::string text = "Tento soubor chybí: "_1250 + std::string(path);
-        Log::Write(log, text);
-        MessageBoxA(nullptr, text.c_str(), ":-(", MB_ICONSTOP);
-        return false;
+    KnownNames names;
+    return Load(*this, path, names);
+}
+
+void Scene::LoadMeshes(const std::vector<std::string>& paths) {
+    KnownNames names;
+    for (const std::string& path : paths) {
+        Load(*this, path, names);
     }
-    SceneFile file(opened);
-    SceneLoad load{*this, file, path, AttributeFile(AttributeFileName(path).c_str())};
-    Log::Write(log, "Nahrává se scéna: "_1250 + std::string(path));
-    const bool whole = load.ReadRecords();
-    ApplyGlobalAttributes(*this, load.attributes);
-    Log::Write(log, "Scéna nahráha: "_1250 + std::to_string(load.objectTotal) + " Objektů, "_1250 +
-                        std::to_string(load.triangleTotal) + " Polygonů, "_1250 +
-                        std::to_string(load.vertexTotal) + " Vertexů."_1250);
-    return whole;
 }

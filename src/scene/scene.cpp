@@ -9,33 +9,24 @@
 
 namespace {
 
-/// Moves the records into a longer array, all of whose new records are constructed. `capacity` records
-/// are allocated, `count` of them in use so far.
+/// Counts n more records in, after moving the others into a longer array if need be. There is room to spare
+/// in it, half of what is wanted at the most: however many records come one by one, each is moved three
+/// times on average. More than indices can name can't be had, which the allocation then finds out.
 template <typename Record>
-void Reserve(std::unique_ptr<Record[]>& records, std::int32_t count, std::int32_t capacity) {
-    auto grown = std::make_unique<Record[]>(static_cast<std::size_t>(capacity));
-    // Nothing refers to the old records afterwards, so they may hand over what they own.
-    std::move(records.get(), records.get() + count, grown.get());
-    records = std::move(grown);
-}
-
-/// Makes room for n more records and counts them in. More than indices can name can't be had, which
-/// the allocation then finds out. For an array that grows record by record `capacity` remembers the room
-/// there is: doubling it, n additions cost n moves.
-template <typename Record>
-void Append(std::unique_ptr<Record[]>& records, std::int32_t& count, std::int32_t n,
-            std::int32_t* capacity = nullptr) {
+void Append(std::unique_ptr<Record[]>& records, std::int32_t& count, std::int32_t& capacity,
+            std::int32_t n) {
     if (n <= 0) {
         return;
     }
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
     const auto wanted = static_cast<std::int32_t>(std::min(most, std::int64_t{count} + n));
-    if (capacity == nullptr) {
-        Reserve(records, count, wanted);
-    } else if (wanted > *capacity) {
-        *capacity = static_cast<std::int32_t>(
-            std::min(most, std::max(std::int64_t{wanted}, 2 * std::int64_t{*capacity})));
-        Reserve(records, count, *capacity);
+    if (wanted > capacity) {
+        const std::int64_t roomy = std::int64_t{capacity} + capacity / 2;
+        capacity = static_cast<std::int32_t>(std::min(most, std::max(std::int64_t{wanted}, roomy)));
+        auto grown = std::make_unique<Record[]>(static_cast<std::size_t>(capacity));
+        // Nothing refers to the old records afterwards, so they may hand over what they own.
+        std::move(records.get(), records.get() + count, grown.get());
+        records = std::move(grown);
     }
     count = wanted;
 }
@@ -43,27 +34,27 @@ void Append(std::unique_ptr<Record[]>& records, std::int32_t& count, std::int32_
 }  // namespace
 
 void Scene::AddObjects(std::int32_t n) {
-    Append(objects, objectCount, n);
+    Append(objects, objectCount, objectCapacity, n);
 }
 
 void Scene::AddSprites(std::int32_t n) {
-    Append(sprites, spriteCount, n);
+    Append(sprites, spriteCount, spriteCapacity, n);
 }
 
 void Scene::AddPlayers(std::int32_t n) {
-    Append(players, playerCount, n);
+    Append(players, playerCount, playerCapacity, n);
 }
 
 void Scene::AddGroups(std::int32_t n) {
-    Append(groups, groupCount, n, &groupCapacity);
+    Append(groups, groupCount, groupCapacity, n);
 }
 
 void Scene::AddTextures(std::int32_t n) {
-    Append(textures, textureCount, n, &textureCapacity);
+    Append(textures, textureCount, textureCapacity, n);
 }
 
 void Scene::AddLights(std::int32_t n) {
-    Append(lights, lightCount, n, &lightCapacity);
+    Append(lights, lightCount, lightCapacity, n);
 }
 
 std::int32_t Scene::FindObject(const std::string& name) const {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "scene/id_list.h"
 #include "scene/light.h"
@@ -44,7 +45,10 @@ struct Scene {
     std::unique_ptr<IdList[]> groups;  ///< the index is the group id
     std::unique_ptr<Texture[]> textures;
     std::unique_ptr<Light[]> lights;
-    /// How many groups, textures and lights fit before the array has to grow: they come one by one.
+    /// How many records fit before the array has to grow.
+    std::int32_t objectCapacity = 0;
+    std::int32_t spriteCapacity = 0;
+    std::int32_t playerCapacity = 0;
     std::int32_t groupCapacity = 0;
     std::int32_t textureCapacity = 0;
     std::int32_t lightCapacity = 0;
@@ -78,6 +82,8 @@ struct Scene {
     /// Reads a scene: the binary file and the attribute file beside it. Its objects join those that stand.
     /// @return false if the file can't be opened or is damaged.
     bool LoadMesh(const char* path);
+    /// The same for several files, one after the other, however small they are.
+    void LoadMeshes(const std::vector<std::string>& paths);
     /// Applies the block of the object in the attribute file. False if there is no such file or block.
     bool ReadObjectAttributes(const char* path, const char* objectName);
     /// Applies the block "GLOBALS". False if there is no such file or block.

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "platform/files.h"
 
@@ -21,26 +23,73 @@ bool FindAttributeBlock(const char* name, TextStream& stream);
 /// @param closed if not null, tells whether that brace was there; without it the rest of the file is taken
 std::string ReadAttributeBlock(TextStream& stream, bool* closed = nullptr);
 
-/// The next occurrence of a key in a captured text. Marks it as used up by overwriting its asterisk, so
-/// that every occurrence comes once, in the order of the text.
-/// @param from where to go on searching, 0 for the first call with a key; moved behind the asterisk
-/// @return the cursor behind the key, for the scanners; null when no further occurrence is left
-const char* NextKey(std::string& text, const char* key, std::size_t& from);
+/// A stretch of a text: characters `begin` up to, and without, `end`.
+struct TextRange {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
 
-/// The key loop: calls `action` with the cursor behind each occurrence of the key.
+/// A text in the attribute language that is read key by key. A scan looks for the next number or name
+/// wherever it stands, and thousands of keys may have the same one behind them, far away and of any length.
+/// What such a scan has found out is noted here, so that the next one costs only what it gives.
+struct AttributeText {
+    const std::string characters;
+
+    explicit AttributeText(std::string newCharacters);
+
+    TextRange Whole() const { return {0, characters.size()}; }
+    /// The range up to its first zero character, where scans see the end of the text.
+    TextRange UpToZero(TextRange range) const;
+
+    // For the scanners below. All positions are counted from the start of the text.
+
+    /// The first digit or hyphen from the position on; the end of the text if there is none.
+    std::size_t NextNumber(std::size_t position);
+    /// The first ASCII letter or digit from the position on; the end of the text if there is none.
+    std::size_t NextWord(std::size_t position);
+
+    template <typename Value>
+    struct LongNumber {
+        Value value;
+        std::size_t end;  ///< where a scan goes on
+    };
+    /// Numbers that are too long to be converted more than once, by the position of their first character.
+    std::unordered_map<std::size_t, LongNumber<std::int32_t>> longInts;
+    std::unordered_map<std::size_t, LongNumber<float>> longFloats;
+
+private:
+    std::vector<std::size_t> zeros;  ///< positions of zero characters
+    /// Where runs of digits and hyphens begin, and runs of letters and digits; noted at the first long way.
+    std::vector<std::size_t> numberStarts;
+    std::vector<std::size_t> wordStarts;
+    bool startsAreNoted = false;
+
+    void NoteStarts();
+};
+
+/// Where the scans of one key stand, and where they must stop.
+struct TextCursor {
+    AttributeText& text;
+    std::size_t position;
+    std::size_t end;  ///< no further than `AttributeText::UpToZero` goes
+};
+
+/// The key loop: calls `action` with the cursor behind each occurrence of the key in the whole text, in the
+/// order of the text. A key is found wherever its characters stand, also as the beginning of a longer word;
+/// so no key of a reader may begin with another one of the same reader.
 template <typename Action>
-void ForEachKey(std::string& text, const char* key, Action action) {
-    std::size_t from = 0;
-    while (const char* cursor = NextKey(text, key, from)) {
-        action(cursor);
+void ForEachKey(AttributeText& text, const std::string& key, Action action) {
+    const std::size_t end = text.UpToZero(text.Whole()).end;
+    for (std::size_t at = 0; (at = text.characters.find(key, at)) < end; at++) {
+        action(TextCursor{text, at + key.size(), end});
     }
 }
 
 /// The next integer, skipping all that is neither digit nor hyphen. 0 if there is none; beyond 32 bits the
-/// nearest 32-bit value. The cursor moves behind it and never beyond the terminator.
-std::int32_t ScanInt(const char*& cursor);
+/// nearest 32-bit value. The cursor moves behind it.
+std::int32_t ScanInt(TextCursor& cursor);
 /// The next number, in the same way; it has to begin with a digit or a hyphen.
-float ScanFloat(const char*& cursor);
+float ScanFloat(TextCursor& cursor);
 /// The next name: letters, digits, points and backslashes, beginning with a letter or digit. Empty if there
 /// is none, cut to 199 characters.
-std::string ScanName(const char* text);
+std::string ScanName(const TextCursor& cursor);

@@ -1,3 +1,7 @@
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/message_box.h"
@@ -13,26 +17,26 @@ void Warn(const char* text) {
     MessageBoxA(nullptr, text, ":-(", MB_OK);
 }
 
-/// The text of the settings, up to the first closing brace that closes nothing. False, and a box, if there
+/// The text of the settings, up to the first closing brace that closes nothing. Null, and a box, if there
 /// is no such file.
-bool CaptureSettings(const char* fileName, std::string& text, bool& closed) {
+/// @param closed whether there is such a brace
+std::unique_ptr<AttributeText> CaptureSettings(const char* fileName, bool& closed) {
     const auto stream = OpenTextFile(fileName);
     if (stream == nullptr) {
         Warn("Nebyl nalezen soubor s nastavením"_1250);
-        return false;
+        return nullptr;
     }
-    text = ReadAttributeBlock(*stream, &closed);
-    return true;
+    return std::make_unique<AttributeText>(ReadAttributeBlock(*stream, &closed));
 }
 
 /// The player whose index stands behind the key; null if there is no such player.
-Player* ScanPlayer(const char*& cursor) {
+Player* ScanPlayer(TextCursor& cursor) {
     const std::int32_t index = ScanInt(cursor);
     return index >= 0 && index < theScene->playerCount ? &theScene->players[index] : nullptr;
 }
 
-void ReadFloat(std::string& text, const char* key, float& value, const char* warningOfZero) {
-    ForEachKey(text, key, [&](const char* cursor) {
+void ReadFloat(AttributeText& text, const char* key, float& value, const char* warningOfZero) {
+    ForEachKey(text, key, [&](TextCursor cursor) {
         value = ScanFloat(cursor);
         if (value == 0.0f) {
             Warn(warningOfZero);
@@ -43,25 +47,26 @@ void ReadFloat(std::string& text, const char* key, float& value, const char* war
 }  // namespace
 
 bool Engine::ReadSettings(const char* fileName) {
-    std::string text;
     bool closed = false;
-    if (!CaptureSettings(fileName, text, closed)) {
+    const std::unique_ptr<AttributeText> captured = CaptureSettings(fileName, closed);
+    if (captured == nullptr) {
         return false;
     }
+    AttributeText& text = *captured;
     if (!closed) {
         Log::Write(log, std::string(fileName) + ": the closing brace is missing");
     }
 
     // The order of the keys is fixed: the players are made before the keys that are about players.
-    ForEachKey(text, "*RESOLUTION", [this](const char* cursor) {
+    ForEachKey(text, "*RESOLUTION", [this](TextCursor cursor) {
         windowRect.right = ScanInt(cursor);
         windowRect.bottom = ScanInt(cursor);
         colourBits = static_cast<std::uint8_t>(ScanInt(cursor));
     });
-    ForEachKey(text, "*FONT", [](const char* cursor) { theScene->fontName = ScanName(cursor); });
+    ForEachKey(text, "*FONT", [](const TextCursor& cursor) { theScene->fontName = ScanName(cursor); });
     ForEachKey(text, "*REFFERENCESPEED",
-               [](const char* cursor) { theTimer->referenceSpeed = ScanInt(cursor); });
-    ForEachKey(text, "*FRAMERATELIMIT", [](const char* cursor) {
+               [](TextCursor cursor) { theTimer->referenceSpeed = ScanInt(cursor); });
+    ForEachKey(text, "*FRAMERATELIMIT", [](TextCursor cursor) {
         const std::int32_t framesPerSecond = ScanInt(cursor);
         if (framesPerSecond == 0) {
             Warn("Framerate limit nemůže být nula"_1250);
@@ -69,13 +74,13 @@ bool Engine::ReadSettings(const char* fileName) {
         }
         theTimer->framePeriod = 1000 / framesPerSecond;
     });
-    ForEachKey(text, "*PLAYERCOUNT", [](const char* cursor) { theScene->AddPlayers(ScanInt(cursor)); });
-    ForEachKey(text, "*PLAYERHEADLIMIT", [](const char* cursor) {
+    ForEachKey(text, "*PLAYERCOUNT", [](TextCursor cursor) { theScene->AddPlayers(ScanInt(cursor)); });
+    ForEachKey(text, "*PLAYERHEADLIMIT", [](TextCursor cursor) {
         if (Player* player = ScanPlayer(cursor)) {
             player->headLimit = ScanFloat(cursor);
         }
     });
-    ForEachKey(text, "*PLAYERKEYBOARDCONTROLS", [](const char* cursor) {
+    ForEachKey(text, "*PLAYERKEYBOARDCONTROLS", [](TextCursor cursor) {
         if (Player* player = ScanPlayer(cursor)) {
             for (const int role : {2, 3, 4, 5, 0, 1, 6, 7}) {
                 player->keys[role] = static_cast<std::uint8_t>(ScanInt(cursor));
@@ -85,12 +90,12 @@ bool Engine::ReadSettings(const char* fileName) {
     ReadFloat(text, "*MOUSESENSITIVITY", mouseSensitivity, "Pozor! Citlivost myši je nastavena na 0"_1250);
     ReadFloat(text, "*JOYSTICKSENSITIVITY", joystickSensitivity,
               "Pozor! Citlivost joysticku je nastavena na 0"_1250);
-    ForEachKey(text, "*PLAYERCONTROLLER", [](const char* cursor) {
+    ForEachKey(text, "*PLAYERCONTROLLER", [](TextCursor cursor) {
         if (Player* player = ScanPlayer(cursor)) {
             player->controller = ScanInt(cursor);
         }
     });
-    ForEachKey(text, "*PLAYERVIEWPORT", [](const char* cursor) {
+    ForEachKey(text, "*PLAYERVIEWPORT", [](TextCursor cursor) {
         if (Player* player = ScanPlayer(cursor)) {
             player->viewportX = ScanInt(cursor);
             player->viewportY = ScanInt(cursor);
@@ -100,17 +105,19 @@ bool Engine::ReadSettings(const char* fileName) {
     });
     ReadFloat(text, "*NEARCLIPPINGPLANE", nearPlane, "Pozor! NEARCLIPPINGPLANE je nastavena na 0"_1250);
     ReadFloat(text, "*FARCLIPPINGPLANE", farPlane, "Pozor! FARCLIPPINGPLANE je nastavena na 0"_1250);
-    ForEachKey(text, "*FULLSCREEN", [this](const char*) { fullScreen = true; });
-    ForEachKey(text, "*SAFE", [this](const char*) { safeMode = true; });
+    ForEachKey(text, "*FULLSCREEN", [this](const TextCursor&) { fullScreen = true; });
+    ForEachKey(text, "*SAFE", [this](const TextCursor&) { safeMode = true; });
     return true;
 }
 
 bool Engine::LoadMeshes(const char* fileName) {
-    std::string text;
     bool closed = false;  // told by the first pass over the file
-    if (!CaptureSettings(fileName, text, closed)) {
+    const std::unique_ptr<AttributeText> text = CaptureSettings(fileName, closed);
+    if (text == nullptr) {
         return false;
     }
-    ForEachKey(text, "*LOADMESH", [](const char* cursor) { theScene->LoadMesh(ScanName(cursor).c_str()); });
+    std::vector<std::string> paths;
+    ForEachKey(*text, "*LOADMESH", [&](const TextCursor& cursor) { paths.push_back(ScanName(cursor)); });
+    theScene->LoadMeshes(paths);
     return true;
 }

@@ -19,7 +19,8 @@ struct AttributeFileTest : LoadingTest {
     void Apply(const std::string& text) {
         WriteWholeFile("level.atr", text);
         Watch([&] {
-            AttributeFile file("level.atr");
+            TextureIndex textures;
+            AttributeFile file("level.atr", textures);
             for (std::int32_t id = 0; id < scene.objectCount; id++) {
                 ApplyObjectAttributes(scene, file, id);
             }

@@ -26,14 +26,14 @@ struct RandomText {
 };
 
 TEST(BlockIndex, FindsWhatThePlainSearchFinds) {
-    const std::string alphabets[] = {"ab {", "a1{}\n ", "ab{\n", "a{", "aab x{\t", "ab\xC8 {}"};
+    const std::string alphabets[] = {"ab {", "a1{}\n ", "ab{\n", "a{", "aab x{\t", "ab\xC8 {}", " \n{"};
     RandomText random;
     int found = 0;
     int missedBehindItsName = 0;
     for (int round = 0; round < 3000; round++) {
         const std::string& alphabet = alphabets[round % std::size(alphabets)];
-        const std::string text = random.Make(alphabet, 80);
-        const BlockIndex index(text);
+        const std::string text = random.Make(alphabet, round % 50 == 0 ? 2000 : 80);
+        BlockIndex index(text);
         for (int i = 0; i < 20; i++) {
             // A word of the text itself is more likely to be there.
             std::string name = random.Make(alphabet, 4);
@@ -41,10 +41,16 @@ TEST(BlockIndex, FindsWhatThePlainSearchFinds) {
                 name = text.substr(random.random() % text.size(), random.random() % (i % 4 == 0 ? 20 : 7));
             }
             TextStream plain{text};
-            TextStream indexed{text, 5};
             const bool wanted = FindAttributeBlock(name.c_str(), plain);
-            ASSERT_EQ(index.Find(name.c_str(), indexed), wanted) << "[" << name << "] in [" << text << "]";
-            ASSERT_EQ(indexed.position, plain.position) << "[" << name << "] in [" << text << "]";
+            const BlockIndex::Block* block = index.Find(name);
+            ASSERT_EQ(block != nullptr, wanted) << "[" << name << "] in [" << text << "]";
+            if (wanted) {
+                const TextRange body = index.Body(*block);
+                ASSERT_EQ(body.begin, plain.position) << "[" << name << "] in [" << text << "]";
+                bool closed = false;
+                ASSERT_EQ(body.end - body.begin, ReadAttributeBlock(plain, &closed).size()) << text;
+                ASSERT_EQ(block->end != BlockIndex::notClosed, closed) << text;
+            }
             found += wanted ? 1 : 0;
             missedBehindItsName += !wanted && text.find(name + "{") != std::string::npos ? 1 : 0;
         }
@@ -73,10 +79,11 @@ TEST(ObjectNames, GiveWhatTheSceneItselfGives) {
     RandomText random;
     for (int round = 0; round < 50; round++) {
         Scene scene;
+        ObjectNames names;
         for (int file = 0; file < 3; file++) {
             const std::int32_t first = scene.objectCount;
             scene.AddObjects(static_cast<std::int32_t>(random.random() % 60));
-            ObjectNames names(scene);
+            names.TakeNewObjects(scene);
             // The last one stays unnamed, as after a damaged file.
             for (std::int32_t id = first; id < scene.objectCount - 1; id++) {
                 // A number that is put behind one name often makes another.

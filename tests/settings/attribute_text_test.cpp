@@ -15,10 +15,11 @@ using Scanned = std::vector<std::pair<std::string, std::vector<Value>>>;
 
 /// Scans each text for as many values as are wanted of it.
 template <typename Value>
-void ExpectScanned(Value (*scan)(const char*&), const Scanned<Value>& cases) {
+void ExpectScanned(Value (*scan)(TextCursor&), const Scanned<Value>& cases) {
     for (const auto& [text, wanted] : cases) {
         std::vector<Value> values;
-        const char* cursor = text.c_str();
+        AttributeText scanned(text);
+        TextCursor cursor{scanned, 0, text.size()};
         while (values.size() < wanted.size()) {
             values.push_back(scan(cursor));
         }
@@ -63,13 +64,11 @@ TEST(AttributeBlock, BeginsAtItsNameAndABrace) {
 }
 
 TEST(Keys, ComeOnceEachInTheOrderOfTheText) {
-    std::string text = "*A 1 *B 2 A 3 {*A 4} *AB 5 *A*A 6";
+    using namespace std::string_literals;
+    AttributeText text("*A 1 *B 2 A 3 {*A 4} *AB 5 *A*A 6 *A\0 7 *A 8"s);
     std::vector<std::int32_t> values;
-    ForEachKey(text, "*A", [&](const char* cursor) { values.push_back(ScanInt(cursor)); });
-    EXPECT_EQ(values, (std::vector<std::int32_t>{1, 4, 5, 6, 6}));
-    std::size_t from = 0;
-    EXPECT_EQ(NextKey(text, "*A", from), nullptr);
-    EXPECT_NE(NextKey(text, "*B", from), nullptr) << "an unsuccessful search moves nothing";
+    ForEachKey(text, "*A", [&](TextCursor cursor) { values.push_back(ScanInt(cursor)); });
+    EXPECT_EQ(values, (std::vector<std::int32_t>{1, 4, 5, 6, 6, 0})) << "a zero character ends the text";
 }
 
 TEST(Scanners, TakeTheNextNumberOrNameWhateverStandsBetween) {
@@ -91,6 +90,10 @@ TEST(Scanners, TakeTheNextNumberOrNameWhateverStandsBetween) {
                                      {"1e39 -1e99999999999999999999 2", {INFINITY, 39.0f, -INFINITY}},
                                      {"1e-99999999999999999999", {0.0f}},
                                      {"3.40282347e38", {std::numeric_limits<float>::max()}}});
+    AttributeText block("1 none 2");
+    TextCursor cursor{block, 1, 6};
+    EXPECT_EQ(ScanInt(cursor), 0);
+    EXPECT_EQ(cursor.position, 6u) << "it stops where the block ends";
     const std::pair<std::string, std::string> names[] = {{"\n\"data\\2nd.bin\" *SAFE", "data\\2nd.bin"},
                                                          {"my_scene.bin", "my"},
                                                          {"..\\up.bin", "up.bin"},
@@ -99,7 +102,8 @@ TEST(Scanners, TakeTheNextNumberOrNameWhateverStandsBetween) {
                                                          {" ._\\*", ""},
                                                          {std::string(500, 'a'), std::string(199, 'a')}};
     for (const auto& [text, name] : names) {
-        EXPECT_EQ(ScanName(text.c_str()), name);
+        AttributeText scanned(text);
+        EXPECT_EQ(ScanName({scanned, 0, text.size()}), name);
     }
 }
 

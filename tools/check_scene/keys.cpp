@@ -1,7 +1,7 @@
 #include "check_scene/keys.h"
 
+#include <algorithm>
 #include <cctype>
-#include <cstring>
 #include <limits>
 
 #include "settings/attribute_text.h"
@@ -122,15 +122,14 @@ const Key* KeyAt(const std::string& text, std::size_t position, const std::vecto
 }
 
 /// Reads one number with the engine's own scanner.
-/// @param first of the text that the engine has in its hand
-NumberRead ReadNumber(const Argument& argument, const char*& cursor, const char* first,
-                      std::size_t offset) {
-    const char* begin = cursor + std::strcspn(cursor, "-0123456789");
+/// @param offset of the cursor's text in the file
+NumberRead ReadNumber(const Argument& argument, TextCursor& cursor, std::size_t offset) {
+    const std::size_t begin = std::min(cursor.text.NextNumber(cursor.position), cursor.end);
     NumberRead number;
-    number.isMissing = *begin == '\0';
-    number.begin = offset + static_cast<std::size_t>(begin - first);
+    number.isMissing = begin == cursor.end;
+    number.begin = offset + begin;
     number.value = argument.isWhole ? ScanInt(cursor) : static_cast<double>(ScanFloat(cursor));
-    number.end = offset + static_cast<std::size_t>(cursor - first);
+    number.end = offset + cursor.position;
     return number;
 }
 
@@ -154,7 +153,8 @@ std::string PlaceName(KeyPlace place) {
 }
 
 std::vector<KeyUse> FindKeyUses(const TextFile& file, std::size_t begin, std::size_t end, KeyPlace place) {
-    const std::string text = file.text.substr(begin, end - begin);
+    AttributeText scanned(file.text.substr(begin, end - begin));
+    const std::string& text = scanned.characters;
     std::vector<KeyUse> uses;
     for (std::size_t at = 0; (at = text.find('*', at)) != std::string::npos; at++) {
         std::size_t wordEnd = at + 1;
@@ -170,17 +170,16 @@ std::vector<KeyUse> FindKeyUses(const TextFile& file, std::size_t begin, std::si
         use.end = begin + wordEnd;
         use.key = KeyAt(text, at, KeysOf(place));
         if (use.key != nullptr) {
-            const char* cursor = text.c_str() + at + use.key->name.size();
-            use.end = begin + at + use.key->name.size();
+            const std::size_t keyEnd = at + use.key->name.size();
+            TextCursor cursor{scanned, keyEnd, scanned.UpToZero({keyEnd, text.size()}).end};
+            use.end = begin + keyEnd;
             if (use.key->takesName) {
                 use.name = ScanName(cursor);
-                while (*cursor != '\0' && !std::isalnum(static_cast<unsigned char>(*cursor))) {
-                    cursor++;
-                }
-                use.nameBegin = begin + static_cast<std::size_t>(cursor - text.c_str());
+                cursor.position = std::min(scanned.NextWord(keyEnd), cursor.end);
+                use.nameBegin = begin + cursor.position;
             }
             for (const Argument& argument : use.key->arguments) {
-                use.numbers.push_back(ReadNumber(argument, cursor, text.c_str(), begin));
+                use.numbers.push_back(ReadNumber(argument, cursor, begin));
             }
         }
         uses.push_back(std::move(use));

@@ -75,13 +75,13 @@ void ReadHeads(const std::string& path, std::vector<ObjectSource>& objects, std:
 
 /// Which block each object is given, found as the engine finds it.
 void AssignBlocks(SceneSource& source, World& world) {
-    TextStream stream{source.attributes.text};
-    const BlockIndex index(stream.text);
+    BlockIndex index(source.attributes.text);
     const auto blockAt = [&](const std::string& name) {
-        if (!index.Find(name.c_str(), stream)) {
+        const BlockIndex::Block* found = index.Find(name);
+        if (found == nullptr) {
             return -1;
         }
-        const auto block = std::ranges::lower_bound(source.blocks, stream.position - 1, {}, &Block::brace);
+        const auto block = std::ranges::lower_bound(source.blocks, found->brace, {}, &Block::brace);
         return static_cast<std::int32_t>(block - source.blocks.begin());
     };
     const auto readKeys = [&](std::int32_t block, KeyPlace place) {
