@@ -65,27 +65,41 @@ void ReadContent(RgbImage& image, std::FILE* file) {
     image.byteCount = std::fread(image.bytes.get(), 1, wanted, file);
 }
 
-void ReadTables(RgbImage& image) {
-    const std::size_t entryCount = std::size_t{image.ysize} * image.zsize;
-    const std::size_t tableSize = entryCount * sizeof(std::uint32_t);
-    if (2 * tableSize > maxImageMemory) {
-        EndWithoutMemory();
-    }
-    image.rowOffsets = AllocateOrEnd<std::uint32_t>(entryCount);
-    image.rowLengths = AllocateOrEnd<std::uint32_t>(entryCount);
-    CopyBytes(image, headerSize, image.rowOffsets.get(), tableSize);
-    CopyBytes(image, headerSize + tableSize, image.rowLengths.get(), tableSize);
-    SwapLongs(image.rowOffsets.get(), entryCount);
-    SwapLongs(image.rowLengths.get(), entryCount);
+/// Those behind are not read.
+constexpr std::size_t maxChannels = 4;
+constexpr std::size_t tableEntrySize = sizeof(std::uint32_t);
+
+/// An entry of a table that begins at the offset.
+std::uint32_t TableEntry(RgbImage& image, std::size_t tableOffset, std::size_t index) {
+    std::uint32_t entry = 0;
+    CopyBytes(image, tableOffset + index * tableEntrySize, &entry, sizeof entry);
+    SwapLongs(&entry, 1);
+    return entry;
+}
+
+/// Images up to this size are read whatever the file holds of them, in bytes.
+constexpr std::size_t smallImage = std::size_t{1} << 20;
+/// And so are those that are up to this many times as large as their file.
+constexpr std::size_t plausibleGrowth = 64;
+
+/// Whether the header promises a large image of which the file holds next to nothing. An encoded image may
+/// be of any size, though: its rows may be repetitions of one byte, and share their bytes.
+bool IsOutOfProportion(const RgbImage& image, std::size_t pixelBytes) {
+    const std::size_t channels = std::max<std::size_t>(image.zsize, 1);  // one is read in any case
+    const std::size_t leastSize =
+        headerSize + image.ysize * (image.isEncoded ? 2 * tableEntrySize * channels
+                                                    : std::min(channels, maxChannels) * image.xsize);
+    return image.byteCount < leastSize &&
+           pixelBytes > std::max(smallImage, plausibleGrowth * image.byteCount);
 }
 
 /// Unpacks one row: packets of a count with its high bit set and that many bytes, or of a count and one
-/// byte to repeat. A count of 0 ends the row.
+/// byte to repeat. A count of 0 ends the row. Once it is known that there are too many, no more are read.
 /// @return how many bytes of the row were written; `fits` turns false if any had to be dropped
 std::size_t DecodeRow(const std::uint8_t* packet, const std::uint8_t* end, std::uint8_t* row,
                       std::size_t rowSize, bool& fits) {
     std::size_t filled = 0;
-    while (packet < end && (*packet & 0x7F) != 0) {
+    while (packet < end && (*packet & 0x7F) != 0 && (filled < rowSize || fits)) {
         const bool literal = (*packet & 0x80) != 0;
         const std::size_t count = *packet++ & 0x7F;
         const auto present = static_cast<std::size_t>(end - packet);
@@ -153,7 +167,12 @@ std::unique_ptr<RgbImage> OpenRgbImage(const char* path) {
     image->ysize = fields[4];
     image->zsize = fields[5];
     if ((image->type & 0xFF00) == 0x100) {
-        ReadTables(*image);
+        image->isEncoded = true;
+        image->tableSize = std::size_t{image->ysize} * image->zsize * tableEntrySize;
+        if (2 * image->tableSize > maxImageMemory) {
+            EndWithoutMemory();
+        }
+        image->damaged = image->damaged || image->byteCount < headerSize + 2 * image->tableSize;
     }
     return image;
 }
@@ -165,15 +184,16 @@ void CloseRgbImage(std::unique_ptr<RgbImage> image) {
 void ReadRgbRow(RgbImage& image, std::uint8_t* row, std::int32_t y, std::int32_t z) {
     const std::size_t index = static_cast<std::size_t>(y) + std::size_t{image.ysize} * z;
     const std::size_t rowSize = image.xsize;
-    if (image.rowOffsets == nullptr) {
+    if (!image.isEncoded) {
         CopyBytes(image, headerSize + index * rowSize, row, rowSize);
         return;
     }
     std::size_t filled = 0;
     bool fits = true;
     if (index < std::size_t{image.ysize} * image.zsize) {
-        const std::size_t begin = std::min<std::size_t>(image.rowOffsets[index], image.byteCount);
-        const std::size_t wanted = image.rowLengths[index];
+        const std::size_t begin =
+            std::min<std::size_t>(TableEntry(image, headerSize, index), image.byteCount);
+        const std::size_t wanted = TableEntry(image, headerSize + image.tableSize, index);
         const std::size_t length = std::min({wanted, rowSize * maxBytesPerPixel, image.byteCount - begin});
         fits = length == wanted;
         const std::uint8_t* packets = image.bytes.get() + begin;
@@ -228,17 +248,21 @@ std::unique_ptr<std::uint8_t[]> ReadRgbTexture(const char* path, std::int32_t& w
     components = image->zsize;
 
     const std::size_t rowSize = image->xsize;
-    auto rgba = AllocateForImage<std::uint8_t>(4 * rowSize * image->ysize);
+    const std::size_t pixelBytes = 4 * rowSize * image->ysize;
+    std::unique_ptr<std::uint8_t[]> rgba;
+    if (!IsOutOfProportion(*image, pixelBytes)) {
+        rgba = AllocateForImage<std::uint8_t>(pixelBytes);
+    }
     auto rows = AllocateForImage<std::uint8_t>(4 * rowSize);
     if (rgba == nullptr || rows == nullptr) {
         MessageBoxA(nullptr, "Textura nejde nahrát"_1250, ":-(", MB_OK);
         return nullptr;
     }
-    std::uint8_t* channels[4];
+    std::uint8_t* channels[maxChannels];
     for (std::size_t z = 0; z < std::size(channels); z++) {
         channels[z] = rows.get() + z * rowSize;
     }
-    const std::int32_t channelCount = std::clamp(components, 1, 4);
+    const std::int32_t channelCount = std::clamp<std::int32_t>(components, 1, maxChannels);
     for (std::int32_t y = 0; y < height; y++) {
         for (std::int32_t z = 0; z < channelCount; z++) {
             ReadRgbRow(*image, channels[z], y, z);

@@ -19,10 +19,10 @@ struct RgbImage {
     std::uint16_t zsize = 0;                ///< channels
     std::unique_ptr<std::uint8_t[]> bytes;  ///< the whole file, since rows may lie anywhere in it
     std::size_t byteCount = 0;
-    /// Where each encoded row begins, and its length in bytes: ysize entries for each channel. Null for a
-    /// verbatim file.
-    std::unique_ptr<std::uint32_t[]> rowOffsets;
-    std::unique_ptr<std::uint32_t[]> rowLengths;
+    bool isEncoded = false;  ///< by run lengths, otherwise verbatim
+    /// Bytes of each of the two tables of an encoded file, which tell where the rows begin and how long
+    /// they are: ysize entries for each channel.
+    std::size_t tableSize = 0;
     bool damaged = false;  ///< something didn't fit or was missing so far
 };
 
@@ -35,7 +35,8 @@ void CloseRgbImage(std::unique_ptr<RgbImage> image);
 void ReadRgbRow(RgbImage& image, std::uint8_t* row, std::int32_t y, std::int32_t z);
 
 /// The whole image as RGBA bytes, the bottom row first: grey stands in all three colours, and alpha is 255
-/// where the file has none. Null, and a box, if there is no memory for it.
+/// where the file has none. Null, and a box, if there is no memory for it, or if it is huge and the file
+/// can't hold it.
 /// @param log takes a line if the file is damaged; may be null
 std::unique_ptr<std::uint8_t[]> ReadRgbTexture(const char* path, std::int32_t& width, std::int32_t& height,
                                                std::int32_t& components, Log* log = nullptr);
