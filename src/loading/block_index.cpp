@@ -1,6 +1,8 @@
 #include "loading/block_index.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <span>
 #include <tuple>
 #include <unordered_set>
@@ -27,6 +29,10 @@ bool IsAscii(char c) {
 /// The eight characters before the end, the last one in the highest byte; 0 beyond the start of the text.
 std::uint64_t EndingBefore(std::string_view text, std::size_t end) {
     std::uint64_t ending = 0;
+    if (std::endian::native == std::endian::little && end >= endingLength) {
+        std::memcpy(&ending, text.data() + end - endingLength, endingLength);
+        return ending;
+    }
     for (std::size_t i = 0; i < endingLength; i++) {
         ending = ending << 8 | (i < end ? static_cast<unsigned char>(text[end - 1 - i]) : 0);
     }
@@ -38,27 +44,29 @@ std::uint64_t EndingBefore(std::string_view text, std::size_t end, std::size_t n
     return EndingBefore(text, end - std::min(end, number * endingLength));
 }
 
-/// Orders blocks by what stands before them, and among equals by their places.
-/// @param number of the ending that they have in `ending`; what is behind it is equal
-void Order(std::span<Block> blocks, std::string_view text, std::size_t number = 0) {
+/// Orders blocks by the ending that they hold, and among equals by their places.
+void OrderByEnding(std::span<Block> blocks) {
     const auto key = [](const Block& block) { return std::tuple(block.ending, block.brace); };
     // Equal endings come in the order of the text already.
     if (!std::ranges::is_sorted(blocks, {}, key)) {
         std::ranges::sort(blocks, {}, key);
     }
-    if (number + 1 == comparedEndings) {
-        return;
-    }
-    for (auto first = blocks.begin(); first != blocks.end();) {
+}
+
+/// Orders those that have the same ending by what stands before it.
+/// @param number of the ending that is ordered by next
+void OrderEqualEndings(std::span<Block> blocks, std::string_view text, std::size_t number = 1) {
+    for (auto first = blocks.begin(); number < comparedEndings && first != blocks.end();) {
         const std::uint64_t ending = first->ending;
         const auto last =
             std::find_if(first, blocks.end(), [=](const Block& block) { return block.ending != ending; });
         if (last - first > 1) {
             const std::span<Block> equal(first, last);
             for (Block& block : equal) {
-                block.ending = EndingBefore(text, block.nameEnd, number + 1);
+                block.ending = EndingBefore(text, block.nameEnd, number);
             }
-            Order(equal, text, number + 1);
+            OrderByEnding(equal);
+            OrderEqualEndings(equal, text, number + 1);
             for (Block& block : equal) {
                 block.ending = ending;
             }
@@ -201,7 +209,7 @@ BlockIndex::BlockIndex(const std::string& newText) : text(newText) {
         blocks[innermost].end = notClosed;
         innermost = around;
     }
-    Order(blocks, text);
+    OrderByEnding(blocks);
 }
 
 TextRange BlockIndex::Body(const Block& block) const {
@@ -222,6 +230,10 @@ const Block* BlockIndex::Find(const std::string& name) {
     }
 
     // Only the blocks before whose braces the stem stands can be meant.
+    if (stem.size() > endingLength && !areEqualEndingsOrdered) {
+        OrderEqualEndings(blocks, text);
+        areEqualEndingsOrdered = true;
+    }
     const std::uint64_t stemEnding = EndingBefore(stem, stem.size());
     const auto compare = [&](const Block& block) {
         for (std::size_t i = 0; i < comparedEndings && i * endingLength < stem.size(); i++) {
@@ -239,23 +251,26 @@ const Block* BlockIndex::Find(const std::string& name) {
         std::ranges::partition_point(blocks, [&](const Block& block) { return compare(block) < 0; });
     const auto last =
         std::partition_point(first, blocks.end(), [&](const Block& block) { return compare(block) == 0; });
-    std::vector<const Block*> candidates;
-    for (auto block = first; block != last; ++block) {
-        candidates.push_back(&*block);
-    }
-    std::ranges::sort(candidates, {}, &Block::brace);
 
     // Whether the plain search, which comes from far, sees the name there depends on what it has met
     // before.
     const HeadCharacters head(name);
     BlockSearch search{text, name};
-    for (const Block* block : candidates) {
-        search.SkipTowards(block->nameEnd - std::min(block->nameEnd, stem.size()), head);
-        if (search.Run(block->brace + 1)) {
-            return block;
-        }
+    const auto begins = [&](const Block& block) {
+        search.SkipTowards(block.nameEnd - std::min(block.nameEnd, stem.size()), head);
+        return search.Run(block.brace + 1);
+    };
+    if (std::is_sorted(first, last, [](const Block& a, const Block& b) { return a.brace < b.brace; })) {
+        const auto found = std::find_if(first, last, begins);
+        return found == last ? nullptr : &*found;
     }
-    return nullptr;
+    std::vector<const Block*> candidates;
+    for (auto block = first; block != last; ++block) {
+        candidates.push_back(&*block);
+    }
+    std::ranges::sort(candidates, {}, &Block::brace);
+    const auto found = std::ranges::find_if(candidates, [&](const Block* block) { return begins(*block); });
+    return found == candidates.end() ? nullptr : *found;
 }
 
 const Block* BlockIndex::FindBehindBlanks(const std::string& name) {
@@ -263,23 +278,20 @@ const Block* BlockIndex::FindBehindBlanks(const std::string& name) {
         return &*std::ranges::min_element(blocks, {}, &Block::brace);
     }
     if (firstBehindBlanks.empty()) {
-        std::vector<const Block*> all;
-        for (const Block& block : blocks) {
-            all.push_back(&block);
-        }
+        std::vector<Block> all = blocks;
         std::ranges::sort(all, {}, &Block::brace);
         std::unordered_set<std::string_view> known;
-        for (const Block* block : all) {
-            if (known.insert(text.substr(block->nameEnd, block->brace - block->nameEnd)).second) {
+        for (const Block& block : all) {
+            if (known.insert(text.substr(block.nameEnd, block.brace - block.nameEnd)).second) {
                 firstBehindBlanks.push_back(block);
             }
         }
     }
     // What stands before the blanks makes the search start afresh.
-    for (const Block* block : firstBehindBlanks) {
-        if (block->brace - block->nameEnd >= name.size() &&
-            BlockSearch{text, name, block->nameEnd}.Run(block->brace + 1)) {
-            return block;
+    for (const Block& block : firstBehindBlanks) {
+        if (block.brace - block.nameEnd >= name.size() &&
+            BlockSearch{text, name, block.nameEnd}.Run(block.brace + 1)) {
+            return &block;
         }
     }
     return nullptr;
