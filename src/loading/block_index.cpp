@@ -130,7 +130,8 @@ struct BlockSearch {
     /// Skips to a place no further than `to` at which the search, had it read everything before, would
     /// start afresh; no block of the name may begin before. Without such a place it stays.
     void SkipTowards(std::size_t to, const HeadCharacters& head) {
-        const std::size_t near = to - std::min(to, shortWay);
+        // Without a brace in the name the way ends at the brace before, at the latest.
+        const std::size_t near = head.Have('{') ? to - std::min(to, shortWay) : 0;
         std::size_t start = to;
         while (start > std::max(near, position) && head.Have(text[start - 1])) {
             start--;
