@@ -79,7 +79,7 @@ TEST_F(Devices, KeysWalkTurnAndTilt) {
     Hold("Up", 0x26, [&] { return Position().y > stopped.y + 1.0f; });
     EXPECT_NEAR(Position().x, start.x, 0.1f);
     // On to the wall, which begins at y 4: half the hero's width and a gap stay between.
-    Hold("Up", 0x26, [this, frames = 0]() mutable { return frames++ > 200; });
+    Hold("Up", 0x26, [frames = 0]() mutable { return frames++ > 200; });
     EXPECT_NEAR(Position().y, 2.0f, 0.1f);
 
     Hold("Right", 0x27, [&] { return Heading() > 0.4f; });

@@ -49,7 +49,7 @@ struct Session : testing::TestWithParam<WindowManager> {
 
     /// The window, once it takes keys.
     std::string WaitForWindow() {
-        const std::string window = display.WaitForWindow("Engine");
+        std::string window = display.WaitForWindow("Engine");
         WaitUntil([&] { return display.Xdotool("getwindowfocus") == window + "\n"; });
         return window;
     }
@@ -71,7 +71,8 @@ TEST_P(Session, TheLogTellsOfTheContextAndOfEverythingThatIsLoaded) {
         const bool text = i > 0 && i < 9 && i % 2 == 0;
         const bool number = i > 8 && i < 20 && i != 17 && i != 18;
         EXPECT_FALSE(entries[i].empty());
-        log += (text ? "" : number ? entries[i].substr(0, entries[i].rfind(':')) : entries[i]) + "|";
+        log += text ? "" : number ? entries[i].substr(0, entries[i].rfind(':')) : entries[i];
+        log += '|';
     }
     // Grid, box and camera: 25 + 24 + 2 vertices, each with 5 of markers.
     EXPECT_EQ(
@@ -105,7 +106,8 @@ INSTANTIATE_TEST_SUITE_P(Manager, Session, testing::Values(WindowManager::None, 
                          });
 
 struct ManagedSession : Session {};
-INSTANTIATE_TEST_SUITE_P(Manager, ManagedSession, testing::Values(WindowManager::Openbox));
+INSTANTIATE_TEST_SUITE_P(Manager, ManagedSession, testing::Values(WindowManager::Openbox),
+                         [](const auto&) { return "Openbox"; });
 
 TEST_P(ManagedSession, TheWindowIsResizedMinimisedAndRestoredInBothPaths) {
     WriteTwoScenes();
@@ -114,8 +116,10 @@ TEST_P(ManagedSession, TheWindowIsResizedMinimisedAndRestoredInBothPaths) {
         EngineProcess engine;
         const std::string window = WaitForWindow();
         EXPECT_NE(Place(window).find("640x480"), std::string::npos);
-        display.Xdotool("windowsize --sync " + window + " 400 300 windowminimize " + window +
-                        " sleep 0.3 windowmap --sync " + window + " windowactivate --sync " + window);
+        for (const std::string action : {"windowsize --sync $ 400 300", "windowminimize $ sleep 0.3",
+                                         "windowmap --sync $", "windowactivate --sync $"}) {
+            display.Xdotool(std::string(action).replace(action.find('$'), 1, window));
+        }
         EXPECT_NE(Place(window).find("400x300"), std::string::npos);
         EXPECT_EQ(engine.EndByEscape(display), 1) << path;
         EXPECT_EQ(EngineProcess::Errors(), "") << path;

@@ -9,7 +9,7 @@ namespace {
 
 std::string Content(const std::string& name) {
     std::FILE* file = OpenFile(name.c_str(), "rb");
-    if (!file) {
+    if (file == nullptr) {
         return "no file";
     }
     char buffer[100];

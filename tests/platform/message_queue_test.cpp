@@ -33,18 +33,6 @@ TEST_P(MessageQueue, KeepsTheOrderOfPostingAndLetsTheQuitMessageOvertake) {
     EXPECT_EQ(CountSeen(ownMessage), 50u);
 }
 
-TEST_P(MessageQueue, FullQueueRefusesPosts) {
-    Open();
-    int posted = 0;
-    while (posted < 100000 && PostMessageA(window, ownMessage, 0, 0)) {
-        posted++;
-    }
-    EXPECT_EQ(posted, 1024);
-    display->Xdotool("key a");
-    EXPECT_TRUE(PumpUntilSeen({WM_KEYUP, 'A'})) << "keys wait until there is room";
-    EXPECT_EQ(CountSeen(ownMessage), 1024u);
-}
-
 TEST_P(MessageQueue, WindowTakesItsMessagesWithIt) {
     Open();
     // A posted WM_DESTROY goes to the procedure like any message: the window itself stays.

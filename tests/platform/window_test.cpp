@@ -8,10 +8,8 @@ using WindowsOnDisplay = WindowTest;
 WITH_AND_WITHOUT_MANAGER(WindowsOnDisplay);
 
 std::vector<UINT> SeenKinds() {
-    std::vector<UINT> kinds;
-    for (const SeenMessage& seen : seenMessages) {
-        kinds.push_back(seen.message);
-    }
+    std::vector<UINT> kinds(seenMessages.size());
+    std::ranges::transform(seenMessages, kinds.begin(), &SeenMessage::message);
     seenMessages.clear();
     return kinds;
 }

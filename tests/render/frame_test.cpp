@@ -43,19 +43,6 @@ TEST_P(FrameTest, WithoutPlayersWithACameraOnlyClears) {
     }
 }
 
-TEST_P(FrameTest, EndsOnTheScreen) {
-    AddStandardPlayer();
-    AddHeadlight();
-    Paint(AddRectangle(-5, -5, 5, 5), 1, 0, 0);
-    Show(GetParam());
-    // The window stands in the screen's upper left corner; the server draws in its own time.
-    EXPECT_TRUE(WaitUntil([this] {
-        running.display.SaveScreenshot("screen.png");
-        const char* const pixels = "convert screen.png -format '%[hex:p{100,100}] %[hex:p{20,100}]' info:";
-        return RunCommand(pixels).output == "FF0000 3333FF";
-    }));
-}
-
 struct BothPathsTest : RenderTest {};
 
 TEST_F(BothPathsTest, GiveTheSamePicture) {

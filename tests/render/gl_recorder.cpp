@@ -32,7 +32,7 @@ std::vector<std::string> GlRecorder::CallsOf(const std::vector<std::string>& nam
 namespace {
 
 void Record(const std::string& call) {
-    if (recorder) {
+    if (recorder != nullptr) {
         recorder->calls.push_back(call);
     }
 }
