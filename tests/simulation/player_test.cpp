@@ -132,7 +132,6 @@ TEST(PlayerMovement, HeadLimitIsInclusive) {
     PlayerWorld world;
     Matrix& pending = world.Camera().transform;
     world.scene.players[0].headLimit = std::nextafter(std::cos(0.1f), 2.0f);
-    pending.Translate(0, 0, -0.0f);
     world.Turn(lookUp, 0.1f);
     EXPECT_TRUE(pending.IsIdentity());
     world.scene.players[0].headLimit = std::cos(0.1f);

@@ -30,6 +30,18 @@ TEST(WorldStep, BodyAtRestKeepsItsHeight) {
     EXPECT_EQ(logged.Rescues(), 0);
 }
 
+TEST(WorldStep, NothingAskedForIsNoMoveButARotationIs) {
+    Scene scene;
+    Object& object = scene.objects[AddBody(scene, Vector())];
+    object.physics->gravity = 0.0f;
+    object.collider->airborne = 0;
+    scene.StepWorld();
+    EXPECT_EQ(object.collider->airborne, 0) << "it still stands";
+    object.transform.Rotate(quarterTurn, 0, 0, 1);
+    scene.StepWorld();
+    EXPECT_EQ(object.collider->airborne, 1);
+}
+
 TEST(WorldStep, PlacedObjectArrivesThroughWallsAndRestsForOneFrame) {
     Scene scene;
     const std::int32_t body = AddBody(scene, Vector(0, 0, 50));
@@ -116,7 +128,7 @@ TEST(WorldStep, GroupsThatHoldEachOtherThemselvesOrNobodyAreHarmless) {
 TEST(WorldStep, GroupPlaysTheTrackOfItsParent) {
     Family family;
     for (Object* object : {&family.Parent(), &family.Member()}) {
-        AddKeyTracks(*object, 1, 9, object == &family.Parent() ? Vector(0, 0, 1) : Vector(1, 0, 0));
+        AddKeyTracks(*object, 1, 9, object == &family.Parent() ? Vector(0, 1, 1) : Vector(1, 0, 0));
     }
     // The parent faces a quarter turn to the side, and its members' keys go along its axes. It isn't on
     // its own list and plays its own key in the world's axes.
@@ -128,7 +140,8 @@ TEST(WorldStep, GroupPlaysTheTrackOfItsParent) {
         EXPECT_EQ(family.Parent().keyTracks[0].currentKey, frame);
         EXPECT_EQ(family.Member().keyTracks[0].currentKey, frame);
         ExpectNear(CentreOf(family.Member()), Vector(5, static_cast<float>(frame), 0));
-        ExpectNear(CentreOf(family.Parent()), Vector(0, 0, static_cast<float>(frame)));
+        ExpectNear(CentreOf(family.Parent()),
+                   Vector(0, static_cast<float>(frame), static_cast<float>(frame)));
         // On its own list it plays one key a frame, too, and not two.
         family.scene.groups[0].Add(family.parent);
     }
