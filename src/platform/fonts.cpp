@@ -142,6 +142,21 @@ HFONT CreateFontA(int height, int /*width*/, int /*escapement*/, int /*orientati
     return fonts.all.back().get();
 }
 
+bool LoadGlyph(HFONT font, DWORD code, Glyph& glyph) {
+    if (font == nullptr || font->face == nullptr || !LoadCharacter(*font, code)) {
+        return false;
+    }
+    const FT_GlyphSlotRec& slot = *font->face->glyph;
+    glyph.width = static_cast<int>(slot.bitmap.width);
+    glyph.rows = static_cast<int>(slot.bitmap.rows);
+    glyph.left = slot.bitmap_left;
+    glyph.top = slot.bitmap_top;
+    glyph.advance = static_cast<int>(slot.advance.x / 64);
+    glyph.bits = slot.bitmap.buffer;
+    glyph.pitch = slot.bitmap.pitch;
+    return true;
+}
+
 HFONT SelectObject(HDC deviceContext, HFONT font) {
     if (deviceContext == nullptr || font == nullptr) {
         return nullptr;

@@ -10,6 +10,7 @@
 #include "platform/box_focus.h"
 #include "platform/box_process.h"
 #include "platform/close_request.h"
+#include "platform/drawn_box.h"
 #include "platform/frame_limit.h"
 #include "platform/message_queue.h"
 #include "platform/video.h"
@@ -71,16 +72,34 @@ SDL_Window* BoxParent() {
     return system != nullptr && (SDL_GetWindowFlags(system) & SDL_WINDOW_SHOWN) ? system : nullptr;
 }
 
-bool ShowBox(Uint32 kind, const char* caption, const char* text) {
+/// SDL's own box. Text and caption are UTF-8.
+bool ShowSystemBox(SDL_Window* parent, Uint32 kind, const char* caption, const char* text) {
     const Utf8Environment environment;
-    const BoxFocus focus;
-    SDL_Window* parent = BoxParent();
-    GatherEvents();
     const BoxProcess process;
     const bool shown = SDL_ShowSimpleMessageBox(kind, caption, text, parent) == 0;
     // SDL reports a release for each key that is held, though nobody has released any.
-    if (VideoRuns()) {
-        SDL_FlushEvent(SDL_KEYUP);
+    SDL_FlushEvent(SDL_KEYUP);
+    return shown;
+}
+
+/// A text in both codes.
+struct BoxText {
+    const char* windows1250;
+    const char* utf8;
+};
+
+bool ShowBox(Uint32 kind, const BoxText& caption, const BoxText& text) {
+    if (!StartVideo()) {
+        return false;
+    }
+    const BoxFocus focus;
+    SDL_Window* parent = BoxParent();
+    GatherEvents();
+    // Under Wayland SDL asks a program that may not be there, and takes its failure for a box that was
+    // closed.
+    bool shown = CursorCanBeMoved() && ShowSystemBox(parent, kind, caption.utf8, text.utf8);
+    if (!shown && !CloseIsRequested()) {
+        shown = ShowDrawnBox(parent, caption.windows1250, text.windows1250);
     }
     if (parent != nullptr && focus.gives) {
         SDL_SetWindowInputFocus(parent);
@@ -99,11 +118,13 @@ int MessageBoxA(HWND, const char* text, const char* caption, UINT style) {
     // No allocation: one of the texts tells that memory has run out.
     char utf8Text[8192];
     char utf8Caption[512];
-    Windows1250ToUtf8(text != nullptr ? text : "", utf8Text, sizeof utf8Text);
-    Windows1250ToUtf8(caption != nullptr ? caption : "", utf8Caption, sizeof utf8Caption);
+    text = text != nullptr ? text : "";
+    caption = caption != nullptr ? caption : "";
+    Windows1250ToUtf8(text, utf8Text, sizeof utf8Text);
+    Windows1250ToUtf8(caption, utf8Caption, sizeof utf8Caption);
 
     constexpr int ok = 1;
-    if (SomebodyIsThere() && ShowBox(BoxKind(style), utf8Caption, utf8Text)) {
+    if (SomebodyIsThere() && ShowBox(BoxKind(style), {caption, utf8Caption}, {text, utf8Text})) {
         return ok;
     }
     if (utf8Caption[0] != '\0') {
