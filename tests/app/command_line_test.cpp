@@ -49,6 +49,15 @@ TEST(CommandLine, WithoutADisplayNothingBlocksAndOneLineTellsWhatToSet) {
     EXPECT_TRUE(Contains(ReadWholeFile("my world/defaultlog.txt"), "ChoosePixelFormat"));
 }
 
+TEST(CommandLine, SettingsThatAreNoPlainTextAreTold) {
+    TemporaryFolder folder;
+    unsetenv("DISPLAY");
+    WriteWholeFile("settings.atr", std::string("\xFF\xFE*\0S\0A\0F\0E\0}\0", 14));
+    EXPECT_TRUE(Contains(Engine("").output, "settings.atr: error: this is UTF-16"));
+    WriteWholeFile("settings.atr", "*SAFE }");
+    EXPECT_FALSE(Contains(Engine("").output, "UTF-16"));
+}
+
 TEST(CommandLine, AScreenshotShowsTheWorldAndTheRunEndsInOrder) {
     TemporaryFolder folder;
     std::filesystem::copy(DEMO_FOLDER "/single", "world", std::filesystem::copy_options::recursive);
