@@ -1,11 +1,11 @@
 # Read by the scripts at the top: installs the Debian packages that are missing.
 
 run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libpng-dev libgl-dev
-    libglu1-mesa-dev libgl1-mesa-dri fonts-liberation"
+    libglu1-mesa-dev libgl1-mesa-dri fonts-liberation libdecor-0-plugin-1-cairo"
 import_packages="libassimp-dev libsdl2-image-dev"
 display_packages="xvfb"
 test_packages="$display_packages $import_packages libgtest-dev libbenchmark-dev imagemagick netpbm openbox
-    x11-utils x11-xserver-utils xdotool"
+    weston x11-utils x11-xserver-utils xdotool xwayland"
 package_packages="dpkg-dev file"
 ci_packages="$package_packages clang clang-format clang-tidy git libclang-rt-14-dev"
 

@@ -11,7 +11,7 @@ namespace {
 
 int displayCounter = 0;
 
-bool placed = false;  // by the callers, so that the made-up position means something
+bool placed = false;  // by the callers: until then nobody knows where a made-up position is
 POINT madeUpPosition;
 
 bool AskServer(POINT& point) {
@@ -69,9 +69,13 @@ BOOL GetCursorPos(POINT* point) {
     if (!VideoRuns()) {
         return FALSE;
     }
-    if (!CursorCanBeMoved() && placed) {
-        *point = madeUpPosition;
-    } else if (!AskServer(*point)) {
+    if (!CursorCanBeMoved()) {
+        if (placed) {
+            *point = madeUpPosition;
+        }
+        return placed ? TRUE : FALSE;
+    }
+    if (!AskServer(*point)) {
         SDL_GetGlobalMouseState(&point->x, &point->y);
     }
     return TRUE;

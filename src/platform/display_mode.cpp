@@ -7,6 +7,7 @@
 #include "platform/display_guard.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
+#include "platform/xwayland.h"
 
 namespace {
 
@@ -52,20 +53,51 @@ void LeaveFullScreen() {
     StopDisplayGuard();
 }
 
+bool IsDesktopMode(const SDL_DisplayMode& mode) {
+    SDL_DisplayMode desktop;
+    return SDL_GetDesktopDisplayMode(display, &desktop) == 0 && desktop.w == mode.w &&
+           desktop.h == mode.h && desktop.refresh_rate == mode.refresh_rate;
+}
+
 /// Whether the mode has to be put back, and can be, by another process.
 bool NeedsGuard(const SDL_DisplayMode& mode) {
-    SDL_DisplayMode desktop;
     const char* driver = SDL_GetCurrentVideoDriver();
-    return driver != nullptr && SDL_strcmp(driver, "x11") == 0 &&
-           SDL_GetDesktopDisplayMode(display, &desktop) == 0 &&
-           (desktop.w != mode.w || desktop.h != mode.h || desktop.refresh_rate != mode.refresh_rate);
+    return driver != nullptr && SDL_strcmp(driver, "x11") == 0 && !IsDesktopMode(mode);
+}
+
+/// Tries the mode out with a window that shows nothing, and waits a moment for what comes of it.
+bool IsReallyGiven(const SDL_DisplayMode& mode) {
+    constexpr Uint32 moment = 500;  // milliseconds
+    SDL_Window* window = SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, mode.w,
+                                          mode.h, SDL_WINDOW_HIDDEN | SDL_WINDOW_BORDERLESS);
+    if (window == nullptr) {
+        return false;
+    }
+    SDL_SetWindowDisplayMode(window, &mode);
+    SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN);
+    SDL_ShowWindow(window);
+    bool given = true;
+    for (const Uint32 start = SDL_GetTicks(); given && SDL_GetTicks() - start < moment; SDL_Delay(10)) {
+        SDL_PumpEvents();
+        int width = 0;
+        int height = 0;
+        given = !AskSize(window, width, height) || (width == mode.w && height == mode.h);
+    }
+    SDL_DestroyWindow(window);
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+    return given;
+}
+
+/// Whether the mode can be had; a compositor's X server takes modes that it doesn't give.
+bool IsGiven(const SDL_DisplayMode& mode) {
+    return !RunsOnXwayland() || IsDesktopMode(mode) || IsReallyGiven(mode);
 }
 
 }  // namespace
 
 LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
     if (mode != nullptr) {
-        if (!FindMode(*mode, askedMode)) {
+        if (!FindMode(*mode, askedMode) || !IsGiven(askedMode)) {
             return DISP_CHANGE_BADMODE;
         }
         static const bool comesBackAtExit = std::atexit(LeaveFullScreen) == 0;

@@ -41,6 +41,7 @@ UINT joyReleaseCapture(UINT joystick);
 int ShowCursor(BOOL show);
 /// Only releasing (null) is known: the cursor is never confined.
 BOOL ClipCursor(const RECT* rectangle);
-/// The cursor in screen coordinates, pixels.
+/// The cursor in screen coordinates, pixels. FALSE, and the point untouched, where nobody knows it: without
+/// a display, and under Wayland as long as it hasn't been put anywhere.
 BOOL GetCursorPos(POINT* point);
 BOOL SetCursorPos(int x, int y);

@@ -10,6 +10,7 @@
 #include "platform/key_releases.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
+#include "platform/xwayland.h"
 
 namespace {
 
@@ -141,6 +142,19 @@ void TakeEvent(const SDL_Event& event) {
     }
 }
 
+/// Xwayland doesn't tell of every move.
+void FollowMoves() {
+    POINT origin;
+    if (!RunsOnXwayland() || TheWindow() == nullptr || waiting == queueCapacity ||
+        !AskOrigin(TheWindow()->system, origin)) {
+        return;
+    }
+    if (origin.x != TheWindow()->origin.x || origin.y != TheWindow()->origin.y) {
+        TheWindow()->origin = origin;
+        Queue(WM_MOVE);
+    }
+}
+
 /// False if there is none.
 bool FindMessage(MSG& message) {
     if (!quitPosted && waiting == 0) {
@@ -172,10 +186,12 @@ void GatherEvents() {
             TakeEvent(event);
         }
     }
+    FollowMoves();
     if (TheWindow() != nullptr && waiting < queueCapacity && TakeCloseRequest()) {
         Queue(WM_CLOSE);
     }
     doubtfulReleases = 0;
+    EndTurn();
 }
 
 void ForgetMessages(HWND window) {

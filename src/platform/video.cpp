@@ -8,10 +8,12 @@
 #include <cstring>
 
 #include "platform/key_releases.h"
+#include "platform/xwayland.h"
 
 namespace {
 
 bool cursorCanBeMoved = true;
+bool runsOnXwayland = false;
 
 void SetHints() {
     // Only what puts windows on a screen: SDL would otherwise fall back to drawing where nobody sees it,
@@ -56,7 +58,12 @@ bool StartVideo() {
     WatchKeyReleases();
     const char* driver = SDL_GetCurrentVideoDriver();
     cursorCanBeMoved = driver == nullptr || std::strcmp(driver, "wayland") != 0;
+    runsOnXwayland = driver != nullptr && std::strcmp(driver, "x11") == 0 && IsXwayland();
     return true;
+}
+
+bool RunsOnXwayland() {
+    return runsOnXwayland;
 }
 
 bool CursorCanBeMoved() {

@@ -7,6 +7,9 @@ bool StartVideo();
 bool VideoRuns();
 /// Whether a program can move the cursor on this display: not so under Wayland.
 bool CursorCanBeMoved();
+/// Whether the X server is part of a Wayland compositor, whose word on windows and modes needs asking
+/// twice.
+bool RunsOnXwayland();
 /// Says otherwise than the display, until the video part is started anew.
 void SetCursorCanBeMoved(bool can);
 /// Ends it early, once no window stands any more.

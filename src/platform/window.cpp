@@ -13,6 +13,7 @@
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/windows1250.h"
+#include "platform/xwayland.h"
 
 namespace {
 
@@ -206,6 +207,10 @@ BOOL GetWindowRect(HWND window, RECT* rectangle) {
     RECT frame;
     if (SDL_Window* system = window->system) {
         SDL_GetWindowPosition(system, &left, &top);
+        if (RunsOnXwayland() && AskOrigin(system, window->origin)) {
+            left = window->origin.x;
+            top = window->origin.y;
+        }
         SDL_GetWindowSize(system, &width, &height);
         SDL_GetWindowBordersSize(system, &frame.top, &frame.left, &frame.bottom, &frame.right);
     }

@@ -22,6 +22,7 @@ struct PlatformWindow {
     POINT position;        ///< asked for; outer corner on the screen
     int clientWidth = 0;   ///< asked for, pixels
     int clientHeight = 0;  ///< asked for, pixels
+    POINT origin;          ///< of the client area on the screen, as last asked for; under Xwayland alone
     bool invalid = true;   ///< waits for WM_PAINT
     bool beingDestroyed = false;
     PlatformDeviceContext deviceContext;
