@@ -143,7 +143,7 @@ box("House roof", (-4.6, -0.6, 3), (4.6, 6.6, 3.2), plaster, step=1)
 
 # The door turns about its hinge while the second player walks: up arrow.
 door = box("Door", (-0.7, -0.2, 0.05), (0.7, -0.1, 2.3), plank, metres=1.2, origin=(-0.7, -0.15, 0))
-porter = link("Porter", None, (0, -0.15, 1))
+porter = link("Porter", None, (0, 3, 8))
 porter["PLAYEROBJECT"] = 1
 porter["GROUPPARENT"] = 1
 porter["COLLIDER"] = True

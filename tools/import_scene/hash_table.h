@@ -39,6 +39,8 @@ private:
         for (const std::uint32_t word : words) {
             hash = (std::rotl(hash, 23) ^ word) * 0x9E3779B97F4A7C15ull;
         }
+        // Coordinates often end in zero bits, so the upper bits, which depend on all, come down once more.
+        hash = (hash ^ hash >> 32) * 0xD6E8FEB86659FD93ull;
         return hash ^ hash >> 32;
     }
     std::size_t SlotOf(const Key& key) const {

@@ -22,15 +22,13 @@ aiTextureType ColourTextureType(const aiMaterial& material) {
 /// The library turns and shifts about the middle of the picture. For glTF its shift has that taken out
 /// already, so that here the format's own numbers are made of it again: about the upper left corner.
 aiMatrix3x3 GltfTransform(const aiUVTransform& given) {
-    const float sine = std::sin(given.mRotation);
-    const float cosine = std::cos(given.mRotation);
+    // The library has the angle with the other sign.
+    const float sine = std::sin(-given.mRotation);
+    const float cosine = std::cos(-given.mRotation);
     const float scaleX = given.mScaling.x;
     const float scaleY = given.mScaling.y;
-    const float libraryCosine = std::cos(-given.mRotation);
-    const float librarySine = std::sin(-given.mRotation);
-    const float offsetX = given.mTranslation.x - 0.5f * scaleX * (-libraryCosine + librarySine + 1.0f);
-    const float offsetY =
-        0.5f * scaleY * (librarySine + libraryCosine - 1.0f) + 1.0f - scaleY - given.mTranslation.y;
+    const float offsetX = given.mTranslation.x - 0.5f * scaleX * (-cosine + sine + 1.0f);
+    const float offsetY = 0.5f * scaleY * (sine + cosine - 1.0f) + 1.0f - scaleY - given.mTranslation.y;
     const aiMatrix3x3 flip(1, 0, 0, 0, -1, 1, 0, 0, 1);
     const aiMatrix3x3 transform(cosine * scaleX, sine * scaleY, offsetX, -sine * scaleX, cosine * scaleY,
                                 offsetY, 0, 0, 1);

@@ -35,7 +35,7 @@ std::uint32_t NormalKey(const aiVector3D& normal) {
     std::uint32_t key = 0;
     for (const float part : {normal.x, normal.y, normal.z}) {
         const float step = std::isfinite(part) ? std::clamp(part, -1.0f, 1.0f) * normalSteps : 0.0f;
-        key = key << 8 | static_cast<std::uint32_t>(std::lround(step) + 128);
+        key = key << 8 | static_cast<std::uint32_t>(step + 128.5f);
     }
     return key;
 }
@@ -53,8 +53,8 @@ float Displayed(float amount, bool linear) {
 bool HasArea(const aiVector3D& a, const aiVector3D& b, const aiVector3D& c) {
     const float longest =
         std::max({(b - a).SquareLength(), (c - b).SquareLength(), (a - c).SquareLength()});
-    const float area = ((b - a) ^ (c - a)).Length();
-    return area > leastHeight * longest;
+    const float area = ((b - a) ^ (c - a)).SquareLength();
+    return area > leastHeight * leastHeight * longest * longest;
 }
 
 /// One mesh while it is converted. Corners are those of its sound triangles, three each, as indices of the

@@ -23,7 +23,7 @@ Meshes
   --one-sided        no back sides for two-sided materials
   --crease DEGREES   in a model without normals, edges sharper than this stay hard. Default: 50
   --merge            joins scenery of one texture and cuts it into compact pieces
-  --piece N          triangles of such a piece, at most. Default: 1000
+  --piece N          triangles of such a piece, at most. Default: 4000
   --texture-size N   longest side of a texture, a power of two up to 512. Default: 512
 World
   --player NAME      the camera that becomes the player's. Default: the first

@@ -19,7 +19,7 @@ struct Options {
     int textureSize = 512;       ///< longest side of a texture
 
     bool merge = false;
-    int piece = 1000;  ///< triangles, at most, of an object made by merging
+    int piece = 4000;  ///< triangles, at most, of an object made by merging
 
     float lightScale = 1.0f;
     int framesPerSecond = 50;

@@ -224,14 +224,12 @@ struct PlayerMaker {
         return static_cast<int>(objects.size()) - 1;
     }
 
-    void LayFloor() {
+    /// Under the whole model, and under the point.
+    void LayFloor(const aiVector3D& point) {
         Bounds around = BoundsOf(objects);
-        const float height = around.IsEmpty() ? 0.0f : around.low.z;
-        for (const WorldObject& object : objects) {
-            if (object.properties.cameraObject || object.properties.playerSpawnPoint) {
-                around.Add(object.mesh.vertices[0]);
-            }
-        }
+        // A little lower, so that the model's own ground is not drawn in one plane with it.
+        const float height = around.IsEmpty() ? 0.0f : around.low.z - 0.2f;
+        around.Add(ToFloat3(point));
         objects.push_back(MakeFloor(around, height));
         report.Note(
             "nothing lies below the player: a floor is laid at the model's lowest point (--no-floor)");
@@ -240,10 +238,21 @@ struct PlayerMaker {
     std::optional<float> FloorFor(const aiVector3D& point) {
         std::optional<float> floor = FloorBelow(objects, point);
         if (!floor && options.addFloor) {
-            LayFloor();
+            LayFloor(point);
             floor = FloorBelow(objects, point);
         }
         return floor;
+    }
+
+    /// A player that is placed has its first frame to itself: what the mouse did before doesn't turn its
+    /// head.
+    void AddSpawnPoint(const aiVector3D& place) {
+        WorldObject start;
+        start.name = "PlayerStart";
+        start.pose.origin = place;
+        start.mesh.vertices = {ToFloat3(place)};
+        start.properties.playerSpawnPoint = 0;
+        objects.push_back(std::move(start));
     }
 
     /// The body of a walker, with its eyes at the camera or, if there is a floor, where eyes are above it.
@@ -278,6 +287,9 @@ struct PlayerMaker {
         TurnBody(index, camera);
         objects[camera].properties.groupMember.clear();
         Join(camera, index, 0);
+        if (!spawns) {
+            AddSpawnPoint(objects[index].pose.origin);
+        }
     }
 
     void SetDownSpawnPoints() {

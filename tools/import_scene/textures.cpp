@@ -93,11 +93,14 @@ std::string FindBeside(const std::string& modelPath, const std::string& fileName
     if (const fs::path found = EntryOf(folder, name); IsFile(found)) {
         return found.string();
     }
+    // Folders of images stand within the model's folder, or beside it.
     std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        const fs::path found = entry.is_directory(error) ? EntryOf(entry.path(), name) : fs::path();
-        if (IsFile(found)) {
-            return found.string();
+    for (const fs::path& place : {folder, folder / ".."}) {
+        for (const fs::directory_entry& entry : fs::directory_iterator(place, error)) {
+            const fs::path found = entry.is_directory(error) ? EntryOf(entry.path(), name) : fs::path();
+            if (IsFile(found)) {
+                return found.string();
+            }
         }
     }
     return {};

@@ -46,5 +46,6 @@ private:
 };
 
 /// Looks for a file that a model names: at its path from the model's folder, without regard to upper and
-/// lower case, and by its name alone beside the model and one folder below. Empty if it isn't there.
+/// lower case, and by its name alone beside the model, in the folders there and in those beside the model's
+/// folder. Empty if it isn't there.
 std::string FindBeside(const std::string& modelPath, const std::string& fileName);

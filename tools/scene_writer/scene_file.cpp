@@ -1,5 +1,9 @@
 #include "scene_writer/scene_file.h"
 
+#include <algorithm>
+#include <array>
+#include <bit>
+
 #include "scene_writer/bytes.h"
 
 namespace {
@@ -16,10 +20,19 @@ void AppendFloat3(std::string& bytes, Float3 value) {
     AppendFloat(bytes, value.z);
 }
 
-void AppendInt3(std::string& bytes, Int3 value) {
-    AppendInt32(bytes, value.a);
-    AppendInt32(bytes, value.b);
-    AppendInt32(bytes, value.c);
+/// Many records of 32-bit numbers. Where the machine has them as the file wants them, they go in one piece.
+template <typename Record>
+void AppendAll(std::string& bytes, const Record* records, std::size_t count) {
+    static_assert(sizeof(Record) == 12);
+    if constexpr (std::endian::native == std::endian::little) {
+        bytes.append(reinterpret_cast<const char*>(records), count * sizeof(Record));
+        return;
+    }
+    for (std::size_t i = 0; i < count; i++) {
+        for (const std::int32_t word : std::bit_cast<std::array<std::int32_t, 3>>(records[i])) {
+            AppendInt32(bytes, word);
+        }
+    }
 }
 
 void AppendHead(std::string& bytes, const SceneObject& object) {
@@ -39,21 +52,21 @@ void AppendHead(std::string& bytes, const SceneObject& object) {
 }
 
 void AppendBody(std::string& bytes, const SceneObject& object) {
-    for (const Float3& vertex : object.vertices) {
-        AppendFloat3(bytes, vertex);
+    AppendAll(bytes, object.vertices.data(), object.vertices.size());
+    AppendAll(bytes, object.faces.data(), object.faces.size());
+    AppendAll(bytes, object.texVertices.data(), object.texVertices.size());
+    AppendAll(bytes, object.texFaces.data(), object.texFaces.size());
+    const std::size_t coloured = std::min(object.colours.size(), object.vertices.size());
+    AppendAll(bytes, object.colours.data(), coloured);
+    for (std::size_t i = coloured; i < object.vertices.size(); i++) {
+        AppendFloat3(bytes, {1.0f, 1.0f, 1.0f});
     }
-    for (const Int3& face : object.faces) {
-        AppendInt3(bytes, face);
-    }
-    for (const Float3& texVertex : object.texVertices) {
-        AppendFloat3(bytes, texVertex);
-    }
-    for (const Int3& texFace : object.texFaces) {
-        AppendInt3(bytes, texFace);
-    }
-    for (std::size_t i = 0; i < object.vertices.size(); i++) {
-        AppendFloat3(bytes, i < object.colours.size() ? object.colours[i] : Float3{1.0f, 1.0f, 1.0f});
-    }
+}
+
+/// Bytes of lists of 12 bytes an entry, which is nearly all of a large scene.
+std::size_t SizeOf(const SceneObject& object) {
+    return 12 * (2 * object.vertices.size() + object.faces.size() + object.texVertices.size() +
+                 object.texFaces.size());
 }
 
 void AppendKeyTrack(std::string& bytes, const SceneKeyTrack& track) {
@@ -69,7 +82,12 @@ void AppendKeyTrack(std::string& bytes, const SceneKeyTrack& track) {
 }  // namespace
 
 std::string SceneFileBytes(const std::vector<SceneObject>& objects) {
+    std::size_t size = 0;
+    for (const SceneObject& object : objects) {
+        size += SizeOf(object) + 100;
+    }
     std::string bytes;
+    bytes.reserve(size);
     AppendCount(bytes, objects.size());
     for (const SceneObject& object : objects) {
         AppendHead(bytes, object);
