@@ -8,7 +8,7 @@
 #include "scene/scene.h"
 #include "worlds.h"
 
-// What a body's frame costs by the size of its world. One iteration is a frame of 64 bodies that walk,
+// What a body's frame costs by the size of its world. One iteration is a frame of bodies that walk,
 // in processor time.
 
 namespace {
@@ -53,7 +53,7 @@ void Play(benchmark::State& state, Scene& scene, Change change) {
     }
     state.counters["allocations"] =
         static_cast<double>(AllocationCount() - before) / static_cast<double>(state.iterations());
-    state.counters["per body"] = static_cast<double>(bodyCount);
+    state.counters["per body"] = static_cast<double>(bodies.size());
 }
 
 void Nothing() {}
@@ -85,10 +85,11 @@ void larger_ground_in_100_meshes(benchmark::State& state) {
     LargerGround(state, 100);
 }
 
-/// A ground that moves every frame, so that nothing found out about it is good for longer.
+/// A ground of 10,000 triangles that moves every frame, so that nothing found out about it is good for
+/// longer, by the number of bodies.
 void ground_that_moves(benchmark::State& state) {
     Scene scene;
-    MakeWorld(scene, bodyCount, state.range(0), 1, restHeight, spacing);
+    MakeWorld(scene, state.range(0), 10000, 1, restHeight, spacing);
     float step = 0.001f;
     Play(state, scene, [&] {
         step = -step;
@@ -108,7 +109,7 @@ BENCHMARK(finer_ground_in_one_mesh)->RangeMultiplier(10)->Range(1000, 1000000)->
 BENCHMARK(finer_ground_in_100_meshes)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
 BENCHMARK(larger_ground_in_one_mesh)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
 BENCHMARK(larger_ground_in_100_meshes)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
-BENCHMARK(ground_that_moves)->RangeMultiplier(10)->Range(100, 100000)->UseManualTime();
+BENCHMARK(ground_that_moves)->RangeMultiplier(2)->Range(1, 64)->UseManualTime();
 BENCHMARK(among_objects)->RangeMultiplier(10)->Range(100, 100000)->UseManualTime();
 
 }  // namespace
