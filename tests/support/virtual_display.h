@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -84,35 +85,46 @@ struct VirtualDisplay {
         return found;
     }
 
-    /// The size of the window with that title, such as "200x100"; empty without one. (xdotool doesn't find
-    /// message boxes by their title.)
-    std::string WindowSize(const std::string& title) const {
+    /// What the server lists about the window with that title, from its number on; empty without one.
+    /// (xdotool doesn't find message boxes by their title.)
+    std::string WindowLine(const std::string& title) const {
         CommandResult tree;
         do {  // it gives up when a window goes while it looks
             tree = RunCommand("xwininfo -root -tree 2>/dev/null");
         } while (tree.exitCode != 0 && kill(server, 0) == 0);
-        const std::string& windows = tree.output;
-        const std::size_t found = windows.find("\"" + title + "\": (");
-        if (found == std::string::npos) {
+        std::istringstream lines(tree.output);
+        for (std::string line; std::getline(lines, line);) {
+            if (line.find("\"" + title + "\": (") != std::string::npos) {
+                return line;
+            }
+        }
+        return {};
+    }
+
+    /// The size of the window with that title, such as "200x100"; empty without one.
+    std::string WindowSize(const std::string& title) const {
+        const std::string line = WindowLine(title);
+        if (line.empty()) {
             return {};
         }
-        const std::size_t start = windows.find(')', found) + 1;
-        const std::size_t size = windows.find_first_not_of(' ', start);
-        return windows.substr(size, windows.find('+', size) - size);
+        const std::size_t size = line.find_first_not_of(' ', line.rfind(')') + 1);
+        return line.substr(size, line.find('+', size) - size);
     }
 
     /// Waits for a message box and presses Return until it is gone, as a user would. False if no box
     /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` tells it.
     bool CloseBox(const std::string& title, std::string* size = nullptr) const {
-        if (!WaitUntil([&] { return !WindowSize(title).empty(); })) {
+        std::string box;
+        if (!WaitUntil([&] { return !(box = WindowLine(title)).empty(); })) {
             return false;
         }
         if (size != nullptr) {
             *size = WindowSize(title);
         }
+        // The next box may stand there at once, and it is another window.
         return WaitUntil([&] {
             Xdotool("key Return sleep 0.05");
-            return WindowSize(title).empty();
+            return WindowLine(title) != box;
         });
     }
 
