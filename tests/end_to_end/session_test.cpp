@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -147,6 +148,27 @@ TEST_P(ManagedSession, FullScreenShowsAtTheOriginAndARefusedModeGivesAWindow) {
     }));
     EXPECT_EQ(display.WindowSize("Engine"), "333x222");
     EXPECT_EQ(engine.EndByEscape(display), 1);
+}
+
+/// A stone falls out of the view within a second: what the picture of a late frame shows, and when.
+TEST(FrameLoop, StepsTheWorldAtItsPace) {
+    TemporaryFolder folder;
+    VirtualDisplay display;
+    WriteSceneFile("world.bin", {MakeBox("Stone", {-1, -1, -1}, {1, 1, 1}),
+                                 MakeCamera("Camera", {0, -9, 0}, {0, 0, 0})});
+    WriteWholeFile("world.atr", "Stone { *PHYSICS 1 0 0 } Camera { *CAMERAOBJECT 0 0 1 }");
+    WriteWholeFile("settings.atr",
+                   "*RESOLUTION 100 100 32 *FRAMERATELIMIT 50 *PLAYERCOUNT 1 *LOADMESH world.bin }");
+    for (const auto& [frames, colour] : {std::pair{"2", "333333"}, {"40", "3333FF"}}) {
+        const auto start = std::chrono::steady_clock::now();
+        const std::string run =
+            std::string(ENGINE_PROGRAM) + " --screenshot picture.png --frames " + frames;
+        EXPECT_EQ(RunCommand("ASAN_OPTIONS=detect_leaks=0 " + run).exitCode, 0);
+        EXPECT_GE(std::chrono::steady_clock::now() - start,
+                  std::chrono::milliseconds(20 * (std::stoi(frames) - 1)));
+        EXPECT_EQ(RunCommand("convert picture.png -format '%[hex:p{50,50}]' info:").output, colour)
+            << frames;
+    }
 }
 
 }  // namespace
