@@ -30,8 +30,7 @@ struct RunningEngine {
     explicit RunningEngine(WindowManager manager = WindowManager::None) : display(manager) {}
     ~RunningEngine() {
         if (theEngine != nullptr) {
-            theScene->~Scene();  // which the engine leaves to the end of its process
-            new (theScene) Scene;
+            FreeWorld();
         }
         DestroyWindow(window);
         MSG message;
@@ -45,6 +44,11 @@ struct RunningEngine {
     RunningEngine(const RunningEngine&) = delete;
     RunningEngine& operator=(const RunningEngine&) = delete;
 
+    /// What the engine itself leaves to the end of its process.
+    static void FreeWorld() {
+        theScene->~Scene();
+        new (theScene) Scene;
+    }
     /// Returns when the window has the keyboard.
     void Start(const std::string& settings) {
         WriteWholeFile("settings.atr", settings);
