@@ -75,7 +75,6 @@ TEST(Start, PutsEverythingInItsPlaceAndTheEndTakesItBack) {
     EXPECT_EQ(engine.mouseCentreY, (60 + 25 + 60 + 300 - 10) / 2);
     ExpectProjection(500, 300, 0.1f, 500);
 
-    RunningEngine::FreeWorld();
     running.display.Xdotool("keydown Escape");
     EXPECT_TRUE(WaitUntil([&] { return !running.Frame(); }));
     EXPECT_TRUE(theScene == nullptr && theLog == nullptr);
@@ -92,7 +91,6 @@ TEST(Start, TakesWhatTheSettingsSay) {
     EXPECT_EQ(theTimer->framePeriod, 50);
     EXPECT_EQ(theScene->timer, theTimer);
     // Closing the window by its button, or another program, ends it as well.
-    RunningEngine::FreeWorld();
     PostMessageA(theEngine->window, WM_CLOSE, 0, 0);
     EXPECT_TRUE(WaitUntil([&] { return !running.Frame(); }));
 }

@@ -65,6 +65,9 @@ struct RunningEngine {
                 return false;
             }
             GetMessageA(&message, nullptr, 0, 0);
+            if (message.message == WM_DESTROY || message.message == WM_CLOSE) {
+                FreeWorld();
+            }
             DispatchMessageA(&message);
         }
         theEngine->SampleInput();
