@@ -120,7 +120,11 @@ void MarkerCheck::CheckOverwritten(bool needsAxes) {
                                      std::to_string(head.texVertexCount) + " to " +
                                      std::to_string(head.texVertexCount + 3) +
                                      ", behind its texture vertices";
-            needsAxes ? Error(text) : Warn(text);
+            if (needsAxes) {
+                Error(text);
+            } else {
+                Warn(text);
+            }
             return;
         }
     }
