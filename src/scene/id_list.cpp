@@ -8,6 +8,10 @@ IdList::IdList(std::int32_t newCapacity) {
 }
 
 bool IdList::Add(std::int32_t id) {
+    // Free slots lie behind the others, and files may go on adding to a full list.
+    if (capacity > 0 && ids[capacity - 1] != -1) {
+        return false;
+    }
     for (std::int32_t slot = 0; slot < capacity; slot++) {
         if (ids[slot] == -1) {
             ids[slot] = id;
