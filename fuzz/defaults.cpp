@@ -12,8 +12,9 @@ int MessageBoxA(HWND, const char*, const char*, UINT) {
 
 extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments) {
     static char anyLength[] = "-len_control=0";
+    static char longest[] = "-max_len=16384";
     static std::vector<char*> all(*arguments, *arguments + *argumentCount);
-    all.insert(all.begin() + 1, anyLength);  // the user's come later and win
+    all.insert(all.begin() + 1, {anyLength, longest});  // the user's come later and win
     *argumentCount = static_cast<int>(all.size());
     all.push_back(nullptr);
     *arguments = all.data();

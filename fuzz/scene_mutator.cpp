@@ -57,12 +57,14 @@ struct Mutation {
         if (offset + 4 > input.scene.size()) {
             return;
         }
-        const std::int32_t before = NumberAt(input.scene, offset);
-        const std::int32_t numbers[] = {
-            before + 1, before - 1, 0,          -1,
-            INT32_MAX,  INT32_MIN,  0x2AAAAAAA, static_cast<std::int32_t>(Below(20)),
-            0x7FC00000, 0x7F800000};  // the last two are no number and infinity
-        const std::int32_t number = numbers[Below(std::size(numbers))];
+        const auto before = static_cast<std::uint32_t>(NumberAt(input.scene, offset));
+        // The last two are no number and infinity.
+        const std::uint32_t numbers[] = {
+            before + 1, before - 1, 0,          ~0u,
+            0x7FFFFFFF, 0x80000000, 0x2AAAAAAA, static_cast<std::uint32_t>(random() % 20),
+            0x7FC00000, 0x7F800000,
+        };
+        const std::uint32_t number = numbers[Below(std::size(numbers))];
         std::memcpy(input.scene.data() + offset, &number, sizeof number);
     }
 
