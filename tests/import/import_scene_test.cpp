@@ -219,6 +219,28 @@ TEST(ImportScene, WhatCantBeReadIsToldAndLeavesNothingBehind) {
         << missing.output;
 }
 
+TEST(ImportScene, MergedSceneryKeepsItsTrianglesInSmallPieces) {
+    const auto count = [](const Scene& scene, int& most) {
+        int triangles = 0;
+        for (int i = 0; i < scene.objectCount; i++) {
+            triangles += scene.objects[i].faceValueCount / 3;
+            most = std::max(most, scene.objects[i].faceValueCount / 3);
+        }
+        return triangles;
+    };
+    ImportedScene plain;
+    plain.Import(BLENDER_WORLD);
+    ImportedScene merged;
+    merged.Import(BLENDER_WORLD, "--merge --piece 100");
+    int mostPlain = 0;
+    int mostMerged = 0;
+    EXPECT_EQ(count(plain.scene, mostPlain), count(merged.scene, mostMerged));
+    EXPECT_GT(mostPlain, 2000);
+    EXPECT_LE(mostMerged, 100);
+    EXPECT_NEAR(VertexOf(merged.Get("Crate001"), merged.Get("Crate001").centreVertex).z, 3.4f * 5.5f,
+                1e-3f);
+}
+
 // The world that Blender exported: bodies, groups, a track, a player who walks.
 TEST(ImportScene, TheWorldFromBlenderIsWalkedThrough) {
     ImportedScene world;

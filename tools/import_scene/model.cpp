@@ -166,6 +166,17 @@ Model::Model(const Options& options, Report& report)
     toWorld = WorldMatrix(options, upToZ, scale);
 }
 
+void Pose::SetAxes(aiVector3D newY, aiVector3D newZ) {
+    newY.NormalizeSafe();
+    newZ.NormalizeSafe();
+    const aiVector3D newX = newY ^ newZ;
+    if (IsFinite(newX) && newX.SquareLength() > 0.5f) {
+        x = newX;
+        y = newY;
+        z = newZ;
+    }
+}
+
 aiMatrix4x4 Model::WorldTransform(int node) const {
     return toWorld * nodes[node].toModel;
 }
@@ -178,18 +189,10 @@ Pose Model::PoseOf(const aiMatrix4x4& worldTransform) const {
         pose.origin = {};
     }
     // Z stays, Y is made square to it, and X follows: a mirrored node gets axes that are not.
-    aiVector3D y = toAxes * aiVector3D(0.0f, 1.0f, 0.0f);
+    const aiVector3D y = toAxes * aiVector3D(0.0f, 1.0f, 0.0f);
     aiVector3D z = toAxes * aiVector3D(0.0f, 0.0f, 1.0f);
     z.NormalizeSafe();
-    y.NormalizeSafe();
-    y -= z * (y * z);
-    y.NormalizeSafe();
-    const aiVector3D x = y ^ z;
-    if (IsFinite(x) && x.SquareLength() > 0.5f) {
-        pose.x = x;
-        pose.y = y;
-        pose.z = z;
-    }
+    pose.SetAxes(y - z * (y * z), z);
     return pose;
 }
 

@@ -19,6 +19,10 @@ struct Pose {
     aiVector3D x{1.0f, 0.0f, 0.0f};
     aiVector3D y{0.0f, 1.0f, 0.0f};
     aiVector3D z{0.0f, 0.0f, 1.0f};
+
+    /// Takes Y and Z from directions that are square to each other, of any length, and X from both.
+    /// Directions that make no axes change nothing.
+    void SetAxes(aiVector3D newY, aiVector3D newZ);
 };
 
 /// One node of the model, with its transform as modelled.

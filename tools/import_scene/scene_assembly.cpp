@@ -140,7 +140,7 @@ AssembledScene AssembleScene(std::vector<WorldObject> objects, const std::vector
     for (WorldObject& object : objects) {
         SceneObject mesh = std::move(object.mesh);
         mesh.name = names.Take(object.name);
-        if (mesh.name != object.name && object.node != -1) {
+        if (mesh.name != object.name && !object.name.empty() && object.node != -1) {
             scene.renamed.emplace_back(object.name, mesh.name);
         }
         std::int32_t eye = 0;

@@ -18,14 +18,7 @@ Pose LookingPose(const aiVector3D& eye, const aiVector3D& direction, const aiVec
     pose.origin = eye;
     aiVector3D y = -direction;
     y.NormalizeSafe();
-    aiVector3D z = up - y * (y * up);
-    z.NormalizeSafe();
-    const aiVector3D x = y ^ z;
-    if (IsFinite(x) && x.SquareLength() > 0.5f) {
-        pose.x = x;
-        pose.y = y;
-        pose.z = z;
-    }
+    pose.SetAxes(y, up - y * (y * up));
     return pose;
 }
 
@@ -97,7 +90,7 @@ struct ObjectMaker {
         }
         object.name = model.nodes[node].name;
         if (object.name.empty()) {
-            object.name = mesh.mName.C_Str();
+            object.name = mesh.mName.length > 0 ? mesh.mName.C_Str() : surface.name;
         }
         object.node = node;
         object.texture = object.mesh.texFaces.empty() ? -1 : surface.texture;
