@@ -57,7 +57,7 @@ struct LargeWorld : RandomNumbers {
             AddMesh([this] { Box(RandomVector(40) * Vector(1, 1, 0.1f), Vector(1, 1, 2)); });
         }
         // One leads, some follow, some are nobody's obstacle.
-        scene.objects[Pick(3)].groupParent = 0;
+        scene.objects[Pick(std::min(3, scene.objectCount))].groupParent = 0;
         for (std::int32_t i = 0; i < scene.objectCount; i++) {
             if (Chance(4)) {
                 scene.groups[0].Add(i);
