@@ -14,7 +14,7 @@
 /// moves again before the index has paid must stand still for twice as many the next time.
 struct FaceIndex {
     /// Meshes of fewer faces are as quickly looked through.
-    static constexpr std::int32_t fewestFaces = 128;
+    static constexpr std::int32_t fewestFaces = 64;
     /// Passes over all faces that take as long as building the index.
     static constexpr std::int32_t buildCost = 12;
 
