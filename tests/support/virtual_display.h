@@ -121,10 +121,11 @@ struct VirtualDisplay {
         if (size != nullptr) {
             *size = WindowSize(title);
         }
-        // The next box may stand there at once, and it is another window.
+        // The next box may stand there at once: it is another window, with another number.
         return WaitUntil([&] {
             Xdotool("key Return sleep 0.05");
-            return WindowLine(title) != box;
+            const std::string there = WindowLine(title);
+            return there.substr(0, there.find('"')) != box.substr(0, box.find('"'));
         });
     }
 
