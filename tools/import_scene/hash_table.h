@@ -29,10 +29,25 @@ public:
         return slot;
     }
 
-private:
-    std::vector<std::int32_t> slots;
+    /// The same for many keys in turn. Nearly every look into the table misses the caches, so that the
+    /// places are asked for some keys ahead.
+    /// @param numbers takes one for each key
+    void AddAll(const std::vector<Key>& newKeys, std::vector<std::int32_t>& numbers) {
+        constexpr std::size_t ahead = 16;
+        numbers.resize(newKeys.size());
+        for (std::size_t i = 0; i < newKeys.size(); i++) {
+            if (i + ahead < newKeys.size()) {
+                const std::uint64_t hash = HashOf(std::bit_cast<Words>(newKeys[i + ahead]));
+                __builtin_prefetch(&slots[hash & (slots.size() - 1)]);
+            }
+            numbers[i] = Add(newKeys[i]);
+        }
+    }
 
+private:
     using Words = std::array<std::uint32_t, sizeof(Key) / 4>;
+
+    std::vector<std::int32_t> slots;
 
     static std::uint64_t HashOf(const Words& words) {
         std::uint64_t hash = 0;

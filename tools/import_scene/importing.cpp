@@ -1,7 +1,9 @@
 #include "import_scene/importing.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 
 #include "import_scene/animations.h"
@@ -154,7 +156,7 @@ void ImportModel(const Options& options) {
     TextureList textures(model, options, target.name, report);
     const std::vector<Surface> surfaces = ReadSurfaces(model, textures, report);
     std::vector<WorldObject> objects = MakeObjects(model, surfaces, options, report);
-    if (BoundsOf(objects).IsEmpty()) {
+    if (std::none_of(objects.begin(), objects.end(), std::mem_fn(&WorldObject::HasTriangles))) {
         throw std::runtime_error("there are no triangles in it, so there would be nothing to see");
     }
     WarnOfClamped(objects, textures.textures, report);

@@ -27,8 +27,13 @@ struct TextureKey {
     float v = 0.0f;
 };
 
-std::int32_t& CornerOf(Int3& face, std::size_t corner) {
-    return corner == 0 ? face.a : corner == 1 ? face.b : face.c;
+std::vector<Int3> FacesOf(const std::vector<std::int32_t>& numbers) {
+    std::vector<Int3> faces;
+    faces.reserve(numbers.size() / 3);
+    for (std::size_t i = 0; i + 2 < numbers.size(); i += 3) {
+        faces.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
+    }
+    return faces;
 }
 
 std::uint32_t NormalKey(const aiVector3D& normal) {
@@ -142,48 +147,98 @@ struct Converter {
         return SmoothGroups(positionOfCorner, normals, positions.keys.size(), conversion.creaseAngle);
     }
 
-    SceneObject Build() const {
-        const bool hasNormals = mesh.HasNormals();
-        const std::vector<std::uint32_t> creases = hasNormals ? std::vector<std::uint32_t>() : Creases();
-        const Float3 plainColour = mesh.mNumVertices > 0 && !coloured ? ColourOf(0) : Float3{};
-        KeyNumbers<VertexKey> vertices(mesh.mNumVertices);
-        KeyNumbers<TextureKey> texVertices(textured ? mesh.mNumVertices : 0);
-        // A vertex of the mesh always gives the same two numbers, as long as its shading is its own.
-        std::vector<std::int32_t> vertexOf(hasNormals ? mesh.mNumVertices : 0, -1);
-        std::vector<std::int32_t> texVertexOf(textured ? vertexOf.size() : 0, -1);
-        SceneObject object;
-        object.faces.resize(corners.size() / 3);
-        object.texFaces.resize(textured ? corners.size() / 3 : 0);
-        for (std::size_t corner = 0; corner < corners.size(); corner++) {
-            const unsigned source = corners[corner];
-            std::int32_t vertex = hasNormals ? vertexOf[source] : -1;
-            std::int32_t texVertex = hasNormals && textured ? texVertexOf[source] : -1;
-            if (vertex == -1) {
-                const std::uint32_t shading =
-                    hasNormals ? NormalKey(mesh.mNormals[source]) : creases[corner];
-                vertex = vertices.Add(
-                    {Keyed(places[source]), coloured ? ColourOf(source) : plainColour, shading});
-                texVertex = textured ? texVertices.Add(TextureOf(vertex, source)) : -1;
-                if (hasNormals) {
-                    vertexOf[source] = vertex;
-                }
-                if (hasNormals && textured) {
-                    texVertexOf[source] = texVertex;
-                }
-            }
-            CornerOf(object.faces[corner / 3], corner % 3) = vertex;
-            if (textured) {
-                CornerOf(object.texFaces[corner / 3], corner % 3) = texVertex;
+    /// What the vertices and texture vertices are, and which of them each corner has.
+    struct Numbering {
+        std::vector<VertexKey> vertices;
+        std::vector<TextureKey> texVertices;
+        std::vector<std::int32_t> vertexOfCorner;
+        std::vector<std::int32_t> texVertexOfCorner;
+    };
+
+    VertexKey KeyOf(unsigned source, const Float3& plainColour, std::uint32_t shading) const {
+        return {Keyed(places[source]), coloured ? ColourOf(source) : plainColour, shading};
+    }
+
+    /// Where the mesh has normals, all corners at one of its vertices are alike: those vertices are
+    /// numbered, and most of them are the only ones with their texture coordinates.
+    Numbering NumberByVertex(const Float3& plainColour) const {
+        std::vector<std::int32_t> numberOf(mesh.mNumVertices, -1);
+        for (const std::uint32_t source : corners) {
+            numberOf[source] = 0;
+        }
+        std::vector<std::uint32_t> used;
+        std::vector<VertexKey> keys;
+        keys.reserve(mesh.mNumVertices);
+        used.reserve(mesh.mNumVertices);
+        for (unsigned source = 0; source < mesh.mNumVertices; source++) {
+            if (numberOf[source] == 0) {
+                numberOf[source] = static_cast<std::int32_t>(used.size());
+                used.push_back(source);
+                keys.push_back(KeyOf(source, plainColour, NormalKey(mesh.mNormals[source])));
             }
         }
-        object.vertices.reserve(vertices.keys.size());
-        object.colours.reserve(vertices.keys.size());
-        for (const VertexKey& key : vertices.keys) {
+        KeyNumbers<VertexKey> vertices(used.size());
+        std::vector<std::int32_t> vertexOf;
+        vertices.AddAll(keys, vertexOf);
+        Numbering numbering;
+        std::vector<std::int32_t> texVertexOf;
+        if (textured) {
+            numbering.texVertices.reserve(used.size());
+            for (std::size_t i = 0; i < used.size(); i++) {
+                numbering.texVertices.push_back(TextureOf(vertexOf[i], used[i]));
+            }
+            // A mesh that has a vertex for each corner has many of them twice.
+            if (2 * used.size() > corners.size()) {
+                KeyNumbers<TextureKey> texVertices(used.size());
+                texVertices.AddAll(numbering.texVertices, texVertexOf);
+                numbering.texVertices = std::move(texVertices.keys);
+            }
+        }
+        numbering.vertices = std::move(vertices.keys);
+        numbering.vertexOfCorner.reserve(corners.size());
+        numbering.texVertexOfCorner.reserve(textured ? corners.size() : 0);
+        for (const std::uint32_t source : corners) {
+            const std::int32_t number = numberOf[source];
+            numbering.vertexOfCorner.push_back(vertexOf[number]);
+            if (textured) {
+                numbering.texVertexOfCorner.push_back(texVertexOf.empty() ? number : texVertexOf[number]);
+            }
+        }
+        return numbering;
+    }
+
+    Numbering NumberByCorner(const Float3& plainColour) const {
+        const std::vector<std::uint32_t> creases = Creases();
+        KeyNumbers<VertexKey> vertices(mesh.mNumVertices);
+        KeyNumbers<TextureKey> texVertices(textured ? mesh.mNumVertices : 0);
+        Numbering numbering;
+        for (std::size_t corner = 0; corner < corners.size(); corner++) {
+            const std::int32_t vertex = vertices.Add(KeyOf(corners[corner], plainColour, creases[corner]));
+            numbering.vertexOfCorner.push_back(vertex);
+            if (textured) {
+                numbering.texVertexOfCorner.push_back(texVertices.Add(TextureOf(vertex, corners[corner])));
+            }
+        }
+        numbering.vertices = std::move(vertices.keys);
+        numbering.texVertices = std::move(texVertices.keys);
+        return numbering;
+    }
+
+    SceneObject Build() const {
+        const Float3 plainColour = mesh.mNumVertices > 0 && !coloured ? ColourOf(0) : Float3{};
+        const Numbering numbering =
+            mesh.HasNormals() ? NumberByVertex(plainColour) : NumberByCorner(plainColour);
+        SceneObject object;
+        object.faces = FacesOf(numbering.vertexOfCorner);
+        object.texFaces = FacesOf(numbering.texVertexOfCorner);
+        object.vertices.reserve(numbering.vertices.size());
+        object.colours.reserve(numbering.vertices.size());
+        for (const VertexKey& key : numbering.vertices) {
             object.vertices.push_back(key.position);
             object.colours.push_back(key.colour);
         }
-        object.texVertices.reserve(texVertices.keys.size());
-        for (const TextureKey& key : texVertices.keys) {
+        object.texVertices.reserve(numbering.texVertices.size());
+        for (const TextureKey& key : numbering.texVertices) {
             object.texVertices.push_back({key.u, key.v, 0.0f});
         }
         return object;

@@ -331,6 +331,7 @@ void AddPlayers(const Model& model, std::vector<WorldObject>& objects, GroupIds&
             report.Warn("a walk ends only in the group with the player's number", objects[body].name);
         }
     }
+    maker.SetDownSpawnPoints();
     if (!hasFirst && options.addPlayer) {
         int camera =
             maker.Find([](const WorldObject& object) { return object.properties.cameraObject == 0; });
@@ -339,7 +340,6 @@ void AddPlayers(const Model& model, std::vector<WorldObject>& objects, GroupIds&
         }
         maker.AddBody(camera == -1 ? maker.AddCameraInFront() : camera);
     }
-    maker.SetDownSpawnPoints();
 }
 
 int PlayerCount(const std::vector<WorldObject>& objects) {
