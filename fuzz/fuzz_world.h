@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -19,8 +18,8 @@
 // What the fuzzers share: a folder of their own to write the bytes into as files, and the singletons that
 // the readers expect, without a window.
 
-/// Makes a fresh folder the working directory, once for the process, and gives its path. It goes with the
-/// process; those of fuzzers that ended in a crash are cleared away by the next one.
+/// Makes a fresh folder the working directory, once for the process, and gives its path. The library ends
+/// fuzzers without cleaning up, so the next one clears away what those before have left.
 inline const std::filesystem::path& FuzzFolder() {
     static const std::filesystem::path folder = [] {
         const std::string stem = "engine-fuzz-";
@@ -36,7 +35,6 @@ inline const std::filesystem::path& FuzzFolder() {
             std::filesystem::temp_directory_path() / (stem + std::to_string(getpid()));
         std::filesystem::create_directory(made);
         std::filesystem::current_path(made);
-        std::atexit([] { std::filesystem::remove_all(FuzzFolder()); });
         return made;
     }();
     return folder;
