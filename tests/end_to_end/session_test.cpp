@@ -93,7 +93,7 @@ TEST_P(Session, TheLogTellsOfTheContextAndOfEverythingThatIsLoaded) {
 
 TEST_P(Session, WithoutSettingsTwoBoxesComeAndTheDefaultsRule) {
     EngineProcess engine;
-    EXPECT_TRUE(display.CloseBox(":-("));
+    EXPECT_TRUE(display.CloseBox(":-(", nullptr, "Engine"));
     EXPECT_TRUE(display.CloseBox(":-("));
     EXPECT_NE(Place(WaitForWindow()).find("640x480"), std::string::npos);
     display.Xdotool("key alt+F4");

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -85,47 +84,40 @@ struct VirtualDisplay {
         return found;
     }
 
-    /// What the server lists about the window with that title, from its number on; empty without one.
-    /// (xdotool doesn't find message boxes by their title.)
-    std::string WindowLine(const std::string& title) const {
+    /// The size of the window with that title, such as "200x100"; empty without one. (xdotool doesn't find
+    /// message boxes by their title.)
+    std::string WindowSize(const std::string& title) const {
         CommandResult tree;
         do {  // it gives up when a window goes while it looks
             tree = RunCommand("xwininfo -root -tree 2>/dev/null");
         } while (tree.exitCode != 0 && kill(server, 0) == 0);
-        std::istringstream lines(tree.output);
-        for (std::string line; std::getline(lines, line);) {
-            if (line.find("\"" + title + "\": (") != std::string::npos) {
-                return line;
-            }
-        }
-        return {};
-    }
-
-    /// The size of the window with that title, such as "200x100"; empty without one.
-    std::string WindowSize(const std::string& title) const {
-        const std::string line = WindowLine(title);
-        if (line.empty()) {
+        const std::string& windows = tree.output;
+        const std::size_t found = windows.find("\"" + title + "\": (");
+        if (found == std::string::npos) {
             return {};
         }
-        const std::size_t size = line.find_first_not_of(' ', line.rfind(')') + 1);
-        return line.substr(size, line.find('+', size) - size);
+        const std::size_t start = windows.find(')', found) + 1;
+        const std::size_t size = windows.find_first_not_of(' ', start);
+        return windows.substr(size, windows.find('+', size) - size);
     }
 
     /// Waits for a message box and presses Return until it is gone, as a user would. False if no box
-    /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` tells it.
-    bool CloseBox(const std::string& title, std::string* size = nullptr) const {
-        std::string box;
-        if (!WaitUntil([&] { return !(box = WindowLine(title)).empty(); })) {
+    /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` tells it. `next` is a
+    /// window that comes when the box has gone, where another box of that title may follow at once.
+    bool CloseBox(const std::string& title, std::string* size = nullptr, const char* next = nullptr) const {
+        if (!WaitUntil([&] { return !WindowSize(title).empty(); })) {
             return false;
         }
         if (size != nullptr) {
             *size = WindowSize(title);
         }
-        // The next box may stand there at once: it is another window, with another number.
+        const auto isGone = [&] {
+            return next != nullptr ? !WindowSize(next).empty() : WindowSize(title).empty();
+        };
+        // A box that didn't listen yet needs another one, but one too many is meant for the next box.
         return WaitUntil([&] {
-            Xdotool("key Return sleep 0.05");
-            const std::string there = WindowLine(title);
-            return there.substr(0, there.find('"')) != box.substr(0, box.find('"'));
+            Xdotool("key Return");
+            return WaitUntil(isGone, std::chrono::seconds(4));
         });
     }
 
