@@ -21,7 +21,7 @@ mkdir -p "$folder"
 cp "$project/templates/settings.atr" "$project/templates/$kind"/* "$folder"
 sed -i "s|NAME|$(basename "$folder")|; s|WORLD|$folder|g" "$folder/README.md"
 
-. "$project/tools/packages.sh"
+. "$project/scripts/packages.sh"
 cd "$folder"
 folder=$PWD
 cd "$project"

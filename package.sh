@@ -2,7 +2,7 @@
 # Installs what is missing and makes the Debian package, build/package/engine_VERSION_ARCHITECTURE.deb.
 set -eu
 cd "$(dirname "${BASH_SOURCE[0]}")"
-. tools/packages.sh
+. scripts/packages.sh
 
 InstallMissing $run_packages $import_packages $package_packages
 cmake --workflow --preset package

@@ -32,7 +32,7 @@ else
 fi
 
 cd "$project"
-. tools/packages.sh
+. scripts/packages.sh
 packages=$run_packages
 [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || packages="$packages $display_packages"
 [ "$kind" != model ] && [ ! -f "${folder:-}/world.glb" ] || packages="$packages $import_packages"

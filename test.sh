@@ -3,7 +3,7 @@
 #   ./test.sh [PRESET]     release (default), debug, asan or clang
 set -eu
 cd "$(dirname "${BASH_SOURCE[0]}")"
-. tools/packages.sh
+. scripts/packages.sh
 
 preset=${1:-release}
 case $preset in

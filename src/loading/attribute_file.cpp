@@ -3,12 +3,13 @@
 #include <string_view>
 #include <utility>
 
+#include "gl_lights/gl_lights.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
 #include "scene/scene.h"
 #include "services/log.h"
-#include "settings/attribute_text.h"
+#include "text/attribute_text.h"
 
 namespace {
 
@@ -38,8 +39,8 @@ struct Block {
     std::string name;
     TextRange body;
 
-    KeyIndex& Keys() const { return file.content->keys; }
-    void LogIgnored(const char* key, std::int32_t number, const char* reason) const {
+    const KeyIndex& Keys() const { return file.content->keys; }
+    void LogIgnored(const char* key, std::int32_t number, const std::string& reason) const {
         Log::Write(scene.log, file.path + ": " + name + ": " + key + " " + std::to_string(number) +
                                   " ignored, " + reason);
     }
@@ -49,40 +50,36 @@ bool IsPlayer(const Scene& scene, std::int32_t number) {
     return number >= 0 && number < scene.playerCount;
 }
 
-bool IsGroup(std::int32_t number) {
-    return number >= 0 && number <= maxGroupId;
-}
-
-/// Calls `action` for the players whose indices stand behind the key, with how often they do and the cursor
-/// in front of the last one. For indices of no player there is a line in the log.
-template <typename Action>
-void ForPlayers(const Block& block, Key key, const char* keyName, Action action) {
-    const auto handlingOf = [&scene = block.scene](std::int32_t number) {
-        return IsPlayer(scene, number) ? KeyIndex::Handling::together : KeyIndex::Handling::oneByOne;
-    };
-    for (KeyIndex::Occurrences& found : block.Keys().ForNumbers(block.body, key, handlingOf)) {
-        if (IsPlayer(block.scene, found.number)) {
-            action(found);
-        } else {
-            block.LogIgnored(keyName, found.number, "there is no such player");
-        }
-    }
-}
-
-/// The same for groups, which are made if they are new.
+/// Calls `action` for the keys of the block that name a group, which is made if it is new. For others there
+/// is a line in the log.
 template <typename Action>
 void ForGroups(const Block& block, Key key, const char* keyName, Action action) {
-    const auto handlingOf = [](std::int32_t number) {
-        return IsGroup(number) ? KeyIndex::Handling::together : KeyIndex::Handling::oneByOne;
-    };
-    for (KeyIndex::Occurrences& found : block.Keys().ForNumbers(block.body, key, handlingOf)) {
-        if (IsGroup(found.number)) {
-            block.scene.AddGroups(found.number + 1 - block.scene.groupCount);
-            action(found);
-        } else {
-            block.LogIgnored(keyName, found.number, "group ids run from 0 to 65535");
+    block.Keys().ForEach(block.body, key, [&](const TextCursor&, std::int32_t group) {
+        if (group < 0 || group > maxGroupId) {
+            block.LogIgnored(keyName, group, "group ids run from 0 to " + std::to_string(maxGroupId));
+            return;
         }
-    }
+        block.scene.AddGroups(group + 1 - block.scene.groupCount);
+        action(group);
+    });
+}
+
+/// Calls `action` for each player whom the key names in the block, with the cursor where it does so last.
+/// For others there is a line in the log.
+template <typename Action>
+void ForPlayers(const Block& block, Key key, const char* keyName, Action action) {
+    block.Keys().ForEach(block.body, key, [&](const TextCursor&, std::int32_t player) {
+        if (!IsPlayer(block.scene, player)) {
+            block.LogIgnored(keyName, player, "there is no such player");
+        }
+    });
+    std::vector<bool> isDone(static_cast<std::size_t>(block.scene.playerCount));
+    block.Keys().ForEachBackwards(block.body, key, [&](const TextCursor& cursor, std::int32_t player) {
+        if (IsPlayer(block.scene, player) && !isDone[static_cast<std::size_t>(player)]) {
+            isDone[static_cast<std::size_t>(player)] = true;
+            action(block.scene.players[player], cursor);
+        }
+    });
 }
 
 /// Asks for the move that brings the player's object to the spawn point.
@@ -133,7 +130,7 @@ void AddTexture(const Block& block, const std::string& fileName, const char* loa
 void AddLight(Scene& scene, TextCursor cursor) {
     scene.AddLights(1);
     Light& light = scene.lights[scene.lightCount - 1];
-    light.Activate();
+    Activate(light);
     float value[4] = {};
     const auto scan = [&](int count) {
         for (int i = 0; i < count; i++) {
@@ -141,27 +138,27 @@ void AddLight(Scene& scene, TextCursor cursor) {
         }
         return value;
     };
-    light.SetAmbient(scan(4));
-    light.SetDiffuse(scan(4));
-    light.SetSpecular(scan(4));
-    light.SetPosition(scan(4));
-    light.SetSpotDirection(scan(3));
-    light.SetSpotExponent(ScanFloat(cursor));
-    light.SetSpotCutoff(ScanFloat(cursor));
-    light.SetConstantAttenuation(ScanFloat(cursor));
-    light.SetLinearAttenuation(ScanFloat(cursor));
-    light.SetQuadraticAttenuation(ScanFloat(cursor));
+    SetAmbient(light, scan(4));
+    SetDiffuse(light, scan(4));
+    SetSpecular(light, scan(4));
+    SetPosition(light, scan(4));
+    SetSpotDirection(light, scan(3));
+    SetSpotExponent(light, ScanFloat(cursor));
+    SetSpotCutoff(light, ScanFloat(cursor));
+    SetConstantAttenuation(light, ScanFloat(cursor));
+    SetLinearAttenuation(light, ScanFloat(cursor));
+    SetQuadraticAttenuation(light, ScanFloat(cursor));
 }
 
 /// Finds the body of the block. False if there is no such block.
 bool FindBody(Block& block) {
-    AttributeFile::Content& content = *block.file.content;
+    const AttributeFile::Content& content = *block.file.content;
     const BlockIndex::Block* found = content.blocks.Find(block.name);
     if (found == nullptr) {
         return false;
     }
-    block.body = content.text.UpToZero(content.blocks.Body(*found));
-    if (found->end == BlockIndex::notClosed) {
+    block.body = content.text.UpToZero({found->brace + 1, found->end});
+    if (!found->isClosed) {
         Log::Write(block.scene.log, block.file.path + ": " + block.name + ": the closing brace is missing");
     }
     return true;
@@ -189,27 +186,21 @@ bool ApplyObjectBlock(Scene& scene, AttributeFile& file, const std::string& name
 
     Object& object = scene.objects[objectId];
     const KeyIndex& keys = block.Keys();
-    ForGroups(block, groupMemberKey, "*GROUPMEMBER", [&](const KeyIndex::Occurrences& found) {
-        IdList& group = scene.groups[found.number];
-        for (std::size_t i = 0; i < found.count && group.Add(objectId); i++) {
+    ForGroups(block, groupMemberKey, "*GROUPMEMBER", [&](std::int32_t group) {
+        IdList& members = scene.groups[group];
+        if (members.ids[members.capacity - 1] == -1) {
+            members.Add(objectId);
         }
     });
-    std::size_t lastParent = 0;
-    ForGroups(block, groupParentKey, "*GROUPPARENT", [&](const KeyIndex::Occurrences& found) {
-        if (found.last.position > lastParent) {
-            lastParent = found.last.position;
-            object.groupParent = found.number;
-        }
-    });
-    const auto handlingOf = [&](std::int32_t player) {
+    ForGroups(block, groupParentKey, "*GROUPPARENT",
+              [&](std::int32_t group) { object.groupParent = group; });
+    keys.ForEach(block.body, spawnPointKey, [&](const TextCursor&, std::int32_t player) {
         // A scene for more players than there are this time is nothing unusual.
-        return player >= scene.playerCount ? KeyIndex::Handling::none : KeyIndex::Handling::oneByOne;
-    };
-    for (const KeyIndex::Occurrences& found :
-         block.Keys().ForNumbers(block.body, spawnPointKey, handlingOf)) {
-        PlaceOnSpawnPoint(block, object, found.number);
-    }
-    keys.ForEach(block.body, textureKey, [&](const TextCursor& cursor) {
+        if (player < scene.playerCount) {
+            PlaceOnSpawnPoint(block, object, player);
+        }
+    });
+    keys.ForEach(block.body, textureKey, [&](const TextCursor& cursor, std::int32_t) {
         AddTexture(block, ScanName(cursor), "Nahrána textura: "_1250);
         object.textureIndex = scene.textureCount - 1;
     });
@@ -219,17 +210,15 @@ bool ApplyObjectBlock(Scene& scene, AttributeFile& file, const std::string& name
         object.physics->bounce = ScanFloat(cursor);
         object.physics->friction = ScanFloat(cursor);
     });
-    ForPlayers(block, cameraObjectKey, "*CAMERAOBJECT", [&](KeyIndex::Occurrences& found) {
+    ForPlayers(block, cameraObjectKey, "*CAMERAOBJECT", [&](Player& player, TextCursor cursor) {
         // The vertices are taken as they are; rendering leaves out a camera whose vertices don't exist.
-        Player& player = scene.players[found.number];
         player.cameraObject = objectId;
-        ScanInt(found.last);  // the player
-        player.eyeVertex = ScanInt(found.last);
-        player.lookVertex = ScanInt(found.last);
+        ScanInt(cursor);  // the player
+        player.eyeVertex = ScanInt(cursor);
+        player.lookVertex = ScanInt(cursor);
     });
-    ForPlayers(block, playerObjectKey, "*PLAYEROBJECT", [&](const KeyIndex::Occurrences& found) {
-        scene.players[found.number].playerObject = objectId;
-    });
+    ForPlayers(block, playerObjectKey, "*PLAYEROBJECT",
+               [&](Player& player, const TextCursor&) { player.playerObject = objectId; });
     keys.ForLast(block.body, colliderKey, [&](const TextCursor&) { object.MakeCollider(); });
     keys.ForLast(block.body, noColliderKey,
                  [&](const TextCursor&) { object.attributes[collidableAttribute] = 0; });
@@ -265,10 +254,11 @@ bool ApplyGlobalAttributes(Scene& scene, AttributeFile& file) {
         return false;
     }
     const KeyIndex& keys = block.Keys();
-    keys.ForEach(block.body, textureKey, [&](const TextCursor& cursor) {
+    keys.ForEach(block.body, textureKey, [&](const TextCursor& cursor, std::int32_t) {
         AddTexture(block, ScanName(cursor), "Nahrána globální textura: "_1250);
     });
-    keys.ForEach(block.body, lightKey, [&](const TextCursor& cursor) { AddLight(scene, cursor); });
+    keys.ForEach(block.body, lightKey,
+                 [&](const TextCursor& cursor, std::int32_t) { AddLight(scene, cursor); });
     return true;
 }
 

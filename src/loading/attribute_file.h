@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "loading/block_index.h"
-#include "loading/key_index.h"
 #include "loading/texture_index.h"
-#include "settings/attribute_text.h"
+#include "text/attribute_text.h"
+#include "text/block_index.h"
+#include "text/key_index.h"
 
 struct Scene;
 

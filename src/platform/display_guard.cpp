@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr int parentsEnd = SIGUSR1;  // or its word that it has put the mode back
 pid_t guard = -1;
 
 /// What drives one screen, as the desktop has set it up.
@@ -46,15 +47,15 @@ bool IsChanged(Display* display, XRRScreenResources* resources, const Screen& sc
 /// Runs in the guard, which leaves by _exit alone: all that the process does at its end is the parent's
 /// business.
 [[noreturn]] void Guard(pid_t parent, int readyPipe, unsigned width, unsigned height) {
-    // What is sent to the whole group of processes, as by Ctrl+C, is the parent's to act on.
-    for (const int ending : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
+    setsid();  // what is sent to the whole group of processes, as by Ctrl+C, is the parent's to act on
+    for (const int ending : {SIGTERM, SIGHUP}) {
         signal(ending, SIG_IGN);
     }
-    sigset_t parentEnd;
-    sigemptyset(&parentEnd);
-    sigaddset(&parentEnd, SIGUSR1);
-    sigprocmask(SIG_BLOCK, &parentEnd, nullptr);
-    prctl(PR_SET_PDEATHSIG, SIGUSR1);
+    sigset_t watched;
+    sigemptyset(&watched);
+    sigaddset(&watched, parentsEnd);
+    sigprocmask(SIG_BLOCK, &watched, nullptr);
+    prctl(PR_SET_PDEATHSIG, parentsEnd);
     if (getppid() != parent) {
         _exit(0);
     }
@@ -87,7 +88,7 @@ bool IsChanged(Display* display, XRRScreenResources* resources, const Screen& sc
     close(readyPipe);
 
     int received = 0;
-    sigwait(&parentEnd, &received);
+    sigwait(&watched, &received);
     XGrabServer(display);
     for (const Screen& screen : screens) {
         if (!IsChanged(display, resources, screen, width, height)) {
@@ -130,7 +131,7 @@ void StopDisplayGuard() {
     if (guard <= 0) {
         return;
     }
-    kill(guard, SIGKILL);
+    kill(guard, parentsEnd);
     waitpid(guard, nullptr, 0);
     guard = -1;
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-// A display mode outlives the process that has asked for it. So a process of its own watches, and puts the
-// desktop's mode back once this one has ended without doing so: killed, crashed or told to end at once.
+// A display mode outlives the process that has asked for it. So a process of its own watches, looks when
+// this one has ended in any way or has left full screen, and puts the desktop's mode back if it isn't
+// there.
 
 /// Starts watching, before the mode is changed to one of that size in pixels. Only X servers need it.
 void StartDisplayGuard(int width, int height);
-/// Sends the guard away; the desktop's mode has to be back.
+/// Lets the guard look, and waits until it is done.
 void StopDisplayGuard();

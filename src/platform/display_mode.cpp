@@ -65,9 +65,11 @@ bool NeedsGuard(const SDL_DisplayMode& mode) {
     return driver != nullptr && SDL_strcmp(driver, "x11") == 0 && !IsDesktopMode(mode);
 }
 
-/// Tries the mode out with a window that shows nothing, and waits a moment for what comes of it.
+/// Tries the mode out with a window and sees what size the compositor gives it. That looks at a window only
+/// once something is drawn in it, and has looked when the window has the focus.
 bool IsReallyGiven(const SDL_DisplayMode& mode) {
-    constexpr Uint32 moment = 500;  // milliseconds
+    constexpr Uint32 longest = 1500;  // milliseconds; who takes longer doesn't give it
+    constexpr Uint32 moment = 300;    // milliseconds from the focus, in which the size may still change
     SDL_Window* window = SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, mode.w,
                                           mode.h, SDL_WINDOW_HIDDEN | SDL_WINDOW_BORDERLESS);
     if (window == nullptr) {
@@ -76,16 +78,28 @@ bool IsReallyGiven(const SDL_DisplayMode& mode) {
     SDL_SetWindowDisplayMode(window, &mode);
     SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN);
     SDL_ShowWindow(window);
-    bool given = true;
-    for (const Uint32 start = SDL_GetTicks(); given && SDL_GetTicks() - start < moment; SDL_Delay(10)) {
+    const Uint32 start = SDL_GetTicks();
+    Uint32 focused = 0;  // when the focus came; 0: it hasn't
+    bool hasSize = true;
+    for (Uint32 now = start; hasSize && now - (focused != 0 ? focused : start) < longest;
+         now = SDL_GetTicks()) {
+        SDL_GetWindowSurface(window);
+        SDL_UpdateWindowSurface(window);
+        SDL_Delay(10);
         SDL_PumpEvents();
         int width = 0;
         int height = 0;
-        given = !AskSize(window, width, height) || (width == mode.w && height == mode.h);
+        hasSize = !AskSize(window, width, height) || (width == mode.w && height == mode.h);
+        if (focused == 0 && SDL_GetKeyboardFocus() == window) {
+            focused = now;
+        }
+        if (focused != 0 && now - focused > moment) {
+            break;
+        }
     }
     SDL_DestroyWindow(window);
     SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
-    return given;
+    return hasSize && focused != 0;
 }
 
 /// Whether the mode can be had; a compositor's X server takes modes that it doesn't give.

@@ -4,9 +4,9 @@
 
 #include <cstdio>
 
-#include "platform/frame_limit.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
+#include "process/frame_limit.h"
 
 namespace {
 

@@ -5,6 +5,9 @@
 struct SDL_Keysym;
 
 // Virtual key codes that the layer itself knows by name.
+inline constexpr BYTE keyLeftButton = 0x01;
+inline constexpr BYTE keyRightButton = 0x02;
+inline constexpr BYTE keyMiddleButton = 0x04;
 inline constexpr BYTE keyF4 = 0x73;
 inline constexpr BYTE keyF10 = 0x79;
 

@@ -10,61 +10,39 @@ namespace {
 // SDL shows each event of the X server right before it makes its own event of it.
 unsigned pressedKeycode = 0;       // of the X server, when its last event was a press
 unsigned releasedKeycode = 0;      // the same for a release
-SDL_Scancode scancodes[256] = {};  // by keycode, as SDL has told them so far
+SDL_Scancode scancodes[256] = {};  // by keycode, as SDL's presses have shown them
 
 bool serverIsHeard = false;  // otherwise there is only SDL's word
 
-/// Releases of which SDL's word is all there is, with nothing else behind them so far.
-SDL_Scancode doubtful[SDL_NUM_SCANCODES];
+/// Releases that may be made up: they wait for what comes next.
+SDL_Event doubtful[SDL_NUM_SCANCODES];
 int doubtfulCount = 0;
-bool held[SDL_NUM_SCANCODES] = {};  ///< by scancode, over a loss of the focus
+bool held[SDL_NUM_SCANCODES] = {};  ///< by scancode, over a loss of the focus; where SDL alone is heard
 
-/// SDL forgets the keys that are held when the focus goes, and then keeps their real releases to itself.
-/// What it shows as its keyboard's state is that state: with the keys put back, it tells their releases
-/// again.
-void FollowFocus(Uint8 event) {
-    if (event == SDL_WINDOWEVENT_FOCUS_LOST) {
-        for (int i = 0; i < doubtfulCount; i++) {
-            held[doubtful[i]] = true;
-        }
-    }
-    if (event == SDL_WINDOWEVENT_FOCUS_GAINED) {
-        auto* state = const_cast<Uint8*>(SDL_GetKeyboardState(nullptr));
-        for (int i = 0; i < SDL_NUM_SCANCODES; i++) {
-            if (std::exchange(held[i], false)) {
-                state[i] = SDL_PRESSED;
-            }
-        }
-    }
+bool IsReal(const SDL_KeyboardEvent& release) {
+    return releasedKeycode != 0 && scancodes[releasedKeycode] == release.keysym.scancode;
 }
 
-/// A window without the focus hears of no key, so a release that comes then is made up.
-bool HasFocus(Uint32 windowIdentifier) {
-    SDL_Window* window = SDL_GetWindowFromID(windowIdentifier);
-    return window != nullptr && (SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS) != 0;
-}
-
-/// Keeps account of the keys for `FollowFocus`. False for an event that is known to be made up.
-bool WatchFocus(const SDL_Event& event) {
-    if (serverIsHeard) {
-        return true;
-    }
-    if (event.type == SDL_KEYUP) {
-        const SDL_Scancode key = event.key.keysym.scancode;
-        if (!HasFocus(event.key.windowID)) {
-            held[key] = true;
-            return false;
-        }
-        if (doubtfulCount < SDL_NUM_SCANCODES) {
-            doubtful[doubtfulCount++] = key;
-        }
-        return true;
-    }
-    if (event.type == SDL_WINDOWEVENT) {
-        FollowFocus(event.window.event);
-    }
+void HandOverDoubtful() {
+    SDL_PeepEvents(doubtful, doubtfulCount, SDL_ADDEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
     doubtfulCount = 0;
-    return true;
+}
+
+void DropDoubtful() {
+    for (; doubtfulCount > 0; doubtfulCount--) {
+        held[doubtful[doubtfulCount - 1].key.keysym.scancode] = !serverIsHeard;
+    }
+}
+
+/// What SDL shows as its keyboard's state is that state: only with the keys put back it reports their
+/// releases.
+void PutBackHeldKeys() {
+    auto* state = const_cast<Uint8*>(SDL_GetKeyboardState(nullptr));
+    for (int i = 0; i < SDL_NUM_SCANCODES; i++) {
+        if (std::exchange(held[i], false)) {
+            state[i] = SDL_PRESSED;
+        }
+    }
 }
 
 /// Makes the X server's release into SDL's, if SDL won't do so itself.
@@ -76,7 +54,6 @@ bool RestoreRelease(SDL_Event& event) {
     event = {};
     event.type = SDL_KEYUP;
     event.key.timestamp = SDL_GetTicks();
-    event.key.padding2 = 1;
     event.key.keysym.scancode = scancode;
     event.key.keysym.sym = SDL_GetKeyFromScancode(scancode);
     event.key.keysym.mod = static_cast<Uint16>(SDL_GetModState());
@@ -89,9 +66,6 @@ bool TakeSystemEvent(SDL_Event& event) {
         return false;
     }
     const XEvent& xEvent = event.syswm.msg->msg.x11.event;
-    if (xEvent.type == GenericEvent) {
-        return false;
-    }
     pressedKeycode = xEvent.type == KeyPress ? xEvent.xkey.keycode & 255u : 0;
     releasedKeycode = xEvent.type == KeyRelease ? xEvent.xkey.keycode & 255u : 0;
     return releasedKeycode != 0 && RestoreRelease(event);
@@ -102,23 +76,27 @@ bool TakeSystemEvent(SDL_Event& event) {
 
 /// 0 keeps the event out of SDL's queue.
 int WatchEvent(void*, SDL_Event* event) {
-    if (!WatchFocus(*event)) {
+    if (event->type == SDL_KEYUP && !IsReal(event->key)) {
+        doubtful[doubtfulCount++] = *event;
+        // A window without the focus hears of no key.
+        if (!serverIsHeard && SDL_GetKeyboardFocus() == nullptr) {
+            DropDoubtful();
+        }
         return 0;
     }
-    switch (event->type) {
-        case SDL_SYSWMEVENT:
-            return TakeSystemEvent(*event) ? 1 : 0;
-        case SDL_KEYDOWN:
-            scancodes[pressedKeycode] = event->key.keysym.scancode;
-            return 1;
-        case SDL_KEYUP:
-            // The mark travels in a spare field of the record.
-            event->key.padding2 = static_cast<Uint8>(
-                releasedKeycode != 0 && scancodes[releasedKeycode] == event->key.keysym.scancode);
-            return 1;
-        default:
-            return 1;
+    const bool ofWindow = event->type == SDL_WINDOWEVENT;
+    if (ofWindow && event->window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
+        DropDoubtful();
+    } else {
+        HandOverDoubtful();
     }
+    if (ofWindow && event->window.event == SDL_WINDOWEVENT_FOCUS_GAINED) {
+        PutBackHeldKeys();
+    }
+    if (event->type == SDL_KEYDOWN) {
+        scancodes[pressedKeycode] = event->key.keysym.scancode;
+    }
+    return event->type != SDL_SYSWMEVENT || TakeSystemEvent(*event) ? 1 : 0;
 }
 
 }  // namespace
@@ -130,10 +108,7 @@ void WatchKeyReleases() {
     SDL_SetEventFilter(WatchEvent, nullptr);
 }
 
-void EndTurn() {
-    doubtfulCount = 0;
-}
-
-bool IsRealRelease(const SDL_KeyboardEvent& release) {
-    return release.padding2 != 0;
+void PumpEvents() {
+    SDL_PumpEvents();
+    HandOverDoubtful();
 }

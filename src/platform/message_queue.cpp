@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
-#include "platform/close_request.h"
 #include "platform/cursor.h"
 #include "platform/key_codes.h"
 #include "platform/key_releases.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/xwayland.h"
+#include "process/close_request.h"
 
 namespace {
 
@@ -19,6 +19,8 @@ namespace {
 constexpr std::size_t queueCapacity = 1024;
 MSG queue[queueCapacity];  // the oldest message first
 std::size_t waiting = 0;
+
+constexpr int eventWait = 10;  // milliseconds between two looks at what has happened
 
 bool quitPosted = false;
 int quitCode = 0;
@@ -31,8 +33,9 @@ struct PressedKey {
 };
 PressedKey pressedKeys[SDL_NUM_SCANCODES];
 
-/// The messages at the end of the queue that are key releases which SDL may have made up.
-std::size_t doubtfulReleases = 0;
+/// What has been handed out about each key and mouse button, by virtual key code.
+enum class KeyState : BYTE { Up, NewlyDown, Down };
+KeyState keyStates[256] = {};
 
 void Queue(UINT message, WPARAM wParam = 0) {
     queue[waiting++] = {TheWindow(), message, wParam, 0};
@@ -68,7 +71,6 @@ void TakeKeyRelease(const SDL_KeyboardEvent& event) {
         return;
     }
     Queue(key.onlyAsSystemKey ? WM_SYSKEYUP : WM_KEYUP, key.code);
-    doubtfulReleases = IsRealRelease(event) ? 0 : doubtfulReleases + 1;
 }
 
 void TakeMouseButton(const SDL_MouseButtonEvent& event) {
@@ -107,7 +109,6 @@ void TakeWindowEvent(const SDL_WindowEvent& event) {
         case SDL_WINDOWEVENT_FOCUS_GAINED:
             return Queue(WM_ACTIVATE, 1);
         case SDL_WINDOWEVENT_FOCUS_LOST:
-            waiting -= doubtfulReleases;
             return Queue(WM_ACTIVATE, 0);
         case SDL_WINDOWEVENT_CLOSE:
             return Queue(WM_CLOSE);
@@ -120,16 +121,13 @@ void TakeWindowEvent(const SDL_WindowEvent& event) {
 }
 
 void TakeEvent(const SDL_Event& event) {
-    if (event.type == SDL_KEYUP) {
-        return TakeKeyRelease(event.key);
-    }
-    if (event.type == SDL_WINDOWEVENT) {
-        TakeWindowEvent(event.window);
-    }
-    doubtfulReleases = 0;  // only a loss of focus right behind them proves them to be made up
     switch (event.type) {
         case SDL_KEYDOWN:
             return TakeKeyPress(event.key);
+        case SDL_KEYUP:
+            return TakeKeyRelease(event.key);
+        case SDL_WINDOWEVENT:
+            return TakeWindowEvent(event.window);
         case SDL_MOUSEBUTTONDOWN:
         case SDL_MOUSEBUTTONUP:
             return TakeMouseButton(event.button);
@@ -155,6 +153,47 @@ void FollowMoves() {
     }
 }
 
+/// The virtual key code that a press or release is about; 0 for other messages.
+BYTE KeyCode(const MSG& message) {
+    switch (message.message) {
+        case WM_KEYDOWN:
+        case WM_KEYUP:
+            return static_cast<BYTE>(message.wParam);
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONUP:
+            return keyLeftButton;
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONUP:
+            return keyRightButton;
+        case WM_MBUTTONDOWN:
+        case WM_MBUTTONUP:
+            return keyMiddleButton;
+        default:
+            return 0;
+    }
+}
+
+bool IsRelease(UINT message) {
+    return message == WM_KEYUP || message == WM_LBUTTONUP || message == WM_RBUTTONUP ||
+           message == WM_MBUTTONUP;
+}
+
+void NoteKey(const MSG& message) {
+    KeyState& state = keyStates[KeyCode(message)];
+    if (IsRelease(message.message)) {
+        state = KeyState::Up;
+    } else if (state == KeyState::Up) {
+        state = KeyState::NewlyDown;
+    }
+}
+
+/// A turn of the pump ends at a release whose press came in the same turn: who looks at the keys between
+/// two turns sees every press, however short.
+bool EndsTurn() {
+    return waiting == 0 ||
+           (IsRelease(queue[0].message) && keyStates[KeyCode(queue[0])] == KeyState::NewlyDown);
+}
+
 /// False if there is none.
 bool FindMessage(MSG& message) {
     if (!quitPosted && waiting == 0) {
@@ -164,7 +203,8 @@ bool FindMessage(MSG& message) {
         message = {nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0};
         return true;
     }
-    if (waiting == 0) {
+    if (EndsTurn()) {
+        std::replace(std::begin(keyStates), std::end(keyStates), KeyState::NewlyDown, KeyState::Down);
         return false;
     }
     message = queue[0];
@@ -177,7 +217,7 @@ void GatherEvents() {
     if (!VideoRuns()) {
         return;
     }
-    SDL_PumpEvents();
+    PumpEvents();
     SDL_Event event;
     // No event makes more than one message.
     while (waiting < queueCapacity &&
@@ -190,8 +230,6 @@ void GatherEvents() {
     if (TheWindow() != nullptr && waiting < queueCapacity && TakeCloseRequest()) {
         Queue(WM_CLOSE);
     }
-    doubtfulReleases = 0;
-    EndTurn();
 }
 
 void ForgetMessages(HWND window) {
@@ -209,12 +247,13 @@ BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
         if (!VideoRuns()) {
             return -1;  // nothing could ever come
         }
-        SDL_WaitEvent(nullptr);
+        SDL_WaitEventTimeout(nullptr, eventWait);
     }
     if (message->message == WM_QUIT) {
         quitPosted = false;
         return 0;
     }
+    NoteKey(*message);
     std::copy(queue + 1, queue + waiting, queue);
     waiting--;
     return 1;

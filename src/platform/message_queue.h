@@ -36,7 +36,8 @@ struct MSG {
     LPARAM lParam = 0;
 };
 
-/// Gathers what has happened and tells whether a message waits; fills `message` with it if so.
+/// Gathers what has happened and reports whether a message waits; fills `message` with it if so. A release
+/// of a key or button waits for the next turn when its press came in this one: it reports none once before.
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 /// Takes the next message, waiting for one if need be. 0 when it is the quit message; -1 if none could ever
 /// come, as without a display.

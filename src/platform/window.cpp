@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "platform/display_mode.h"
-#include "platform/frame_limit.h"
 #include "platform/key_codes.h"
 #include "platform/message_queue.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/windows1250.h"
 #include "platform/xwayland.h"
+#include "process/frame_limit.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// The master copy of one OpenGL light. Setters write through to OpenGL and into the record; position and
-/// spot direction are world coordinates, sent again for every viewport.
+/// The master copy of one OpenGL light, which gl_lights/ uploads. Position and spot direction are world
+/// coordinates, sent again for every viewport.
 struct Light {
     std::int32_t glLight = -1;  ///< GL_LIGHT0 + i while it holds one, -1 otherwise
     float ambient[3] = {0.0f, 0.0f, 0.0f};
@@ -18,21 +18,4 @@ struct Light {
     float quadraticAttenuation = 0.0f;
 
     void CopyTo(Light& destination) const { destination = *this; }
-
-    /// Takes the first free GL light and uploads the record. With none free it changes nothing.
-    void Activate();
-    void Deactivate();
-
-    // The colours' fourth value goes to OpenGL and is not kept. Without a GL light only the record changes.
-
-    void SetAmbient(const float* value);        ///< 4 floats
-    void SetDiffuse(const float* value);        ///< 4 floats
-    void SetSpecular(const float* value);       ///< 4 floats
-    void SetPosition(const float* value);       ///< 4 floats
-    void SetSpotDirection(const float* value);  ///< 3 floats
-    void SetSpotExponent(float value);
-    void SetSpotCutoff(float value);
-    void SetConstantAttenuation(float value);
-    void SetLinearAttenuation(float value);
-    void SetQuadraticAttenuation(float value);
 };

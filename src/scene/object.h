@@ -20,13 +20,6 @@ inline constexpr int spawnStateAttribute = 2;  ///< `justSpawned` or -1
 /// Placed on a spawn point: stands still, without collision and input, until the next world step is over.
 inline constexpr std::int32_t justSpawned = 2;
 
-struct FaceIndex;
-
-/// Releases what only simulation/face_index.h knows.
-struct FaceIndexRelease {
-    void operator()(FaceIndex* index) const;
-};
-
 /// One mesh of the world. It has no position and no orientation: it is where its vertices are. Four of
 /// them, the markers, stand for its pivot and its axes and move along; motion is requested in
 /// `transform` and baked into the vertices once a world step.
@@ -43,15 +36,15 @@ struct Object {
     KeyTracks keyTracks;                       ///< null without
     std::unique_ptr<Collider> collider;        ///< not null: a moving body that collides and slides
     std::unique_ptr<Physics> physics;          ///< not null: the object has velocity and gravity
-    /// What collision has sorted out about the faces while these stood still; null before.
-    mutable std::unique_ptr<FaceIndex, FaceIndexRelease> faceIndex;
+    /// What collision has found out about this mesh, for collision alone to make and to read; null before.
+    mutable std::shared_ptr<void> collisionIndex;
     std::int32_t centreVertex = 0;         ///< the pivot, from which `radius` is measured
     std::int32_t xAxisVertex = 0;          ///< one unit along local X; sideways moves run along it
     std::int32_t yAxisVertex = 0;          ///< one unit along local Y; forward is its opposite
     std::int32_t zAxisVertex = 0;          ///< one unit along local Z, the object's up
     std::int32_t spareVertex = 0;          ///< scratch of the group step, a vertex of no triangle
     float radius = 1.0f;                   ///< largest distance of a vertex from the centre vertex
-    mutable bool meshChanged = true;       ///< since collision last asked for the object's place
+    std::uint32_t meshVersion = 0;         ///< counted up when `vertices` or `faces` are written to
     std::int32_t faceValueCount = 30;      ///< of `faces`
     std::int32_t texFaceValueCount = 0;    ///< of `texFaces`
     std::int32_t vertexValueCount = 30;    ///< of `vertices`, `colours` and `normals` each
@@ -67,10 +60,10 @@ struct Object {
     /// Ten vertices at the origin and ten triangles that all use vertex 0.
     Object();
 
-    /// What has been found out about the mesh holds no longer. Every operation of this record that writes
-    /// to `vertices` or `faces` ends here. Whoever writes to these arrays directly calls it afterwards,
-    /// unless the array itself or `faceValueCount` is another then, which shows.
-    void MeshChanged();
+    /// Every operation of this record that writes to `vertices` or `faces` ends here, so that what was
+    /// found out about the mesh can be seen to hold no longer. Whoever writes to these arrays directly
+    /// calls it afterwards, unless the array itself or `faceValueCount` is another then, which shows.
+    void MeshChanged() { meshVersion++; }
 
     // Resizes take element counts. The first old values stay at their places, as many as fit.
 

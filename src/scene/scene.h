@@ -13,13 +13,7 @@
 
 struct Engine;
 struct Log;
-struct ObjectBounds;
 struct Timer;
-
-/// Releases what only simulation/object_bounds.h knows.
-struct ObjectBoundsRelease {
-    void operator()(ObjectBounds* index) const;
-};
 
 /// Longest name of objects, textures and fonts, in characters.
 inline constexpr std::size_t maxNameLength = 199;
@@ -52,8 +46,9 @@ struct Scene {
     std::int32_t groupCapacity = 0;
     std::int32_t textureCapacity = 0;
     std::int32_t lightCapacity = 0;
-    /// What collision knows about the places of the objects, null before the first sweep.
-    std::unique_ptr<ObjectBounds, ObjectBoundsRelease> objectBounds;
+    /// What collision has found out about the places of the objects, for collision alone to make and to
+    /// read; null before the first sweep.
+    std::shared_ptr<void> collisionIndex;
 
     void SetLog(Log* newLog) { log = newLog; }
     void SetTimer(Timer* newTimer) { timer = newTimer; }

@@ -1,5 +1,9 @@
 #include "services/log.h"
 
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
@@ -23,10 +27,14 @@ bool Log::Write(Log* log, const char* text) {
     if (log == nullptr || log->file == nullptr) {
         return false;
     }
-    log->WriteTimeStamp();
-    std::fprintf(log->file, "%s\n", text == nullptr ? "" : text);
-    std::fflush(log->file);
-    return true;
+    const bool stamped = log->WriteTimeStamp();
+    const bool printed = std::fprintf(log->file, "%s\n", text == nullptr ? "" : text) > 0;
+    const bool written = std::fflush(log->file) == 0 && printed && stamped;
+    if (!written && !std::exchange(log->failureReported, true)) {
+        std::fprintf(stderr, "%s: error: can't be written: %s\n", log->fileName.c_str(),
+                     std::strerror(errno));
+    }
+    return written;
 }
 
 bool Log::Write(Log* log, const unsigned char* text) {

@@ -20,7 +20,7 @@ struct Log {
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
 
-    /// Writes one entry and tells whether it could. The log may be null, and then nothing happens: no
+    /// Writes one entry; false if it can't. The log may be null, and then nothing happens: no
     /// caller tests for it, which is why it comes as an argument.
     /// @param text Windows-1250 bytes; null counts as an empty text
     static bool Write(Log* log, const char* text);
@@ -28,5 +28,7 @@ struct Log {
     static bool Write(Log* log, const std::string& text) { return Write(log, text.c_str()); }
 
 private:
+    bool failureReported = false;  ///< on the standard error stream, once
+
     bool WriteTimeStamp();
 };

@@ -9,7 +9,7 @@
 #include "scene/scene.h"
 #include "services/log.h"
 #include "services/timer.h"
-#include "settings/attribute_text.h"
+#include "text/attribute_text.h"
 
 namespace {
 

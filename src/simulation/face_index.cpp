@@ -35,10 +35,10 @@ FaceIndex* FaceIndex::Of(const Object& mesh) {
     if (mesh.faceValueCount / 3 < fewestFaces) {
         return nullptr;
     }
-    if (mesh.faceIndex == nullptr) {
-        mesh.faceIndex.reset(new FaceIndex);
+    if (mesh.collisionIndex == nullptr) {
+        mesh.collisionIndex = std::make_shared<FaceIndex>();
     }
-    return mesh.faceIndex.get();
+    return static_cast<FaceIndex*>(mesh.collisionIndex.get());
 }
 
 void FaceIndex::Build() {
@@ -53,9 +53,10 @@ void FaceIndex::Build() {
 }
 
 IdMarks* FaceIndex::FindCandidates(const Object& mesh, const Collider& body, float travel) {
-    if (mesh.vertices.get() != vertices || mesh.faces.get() != faces ||
+    if (mesh.meshVersion != meshVersion || mesh.vertices.get() != vertices || mesh.faces.get() != faces ||
         mesh.faceValueCount / 3 != faceCount) {
         Drop();
+        meshVersion = mesh.meshVersion;
         vertices = mesh.vertices.get();
         faces = mesh.faces.get();
         faceCount = mesh.faceValueCount / 3;
@@ -101,15 +102,4 @@ void FaceIndex::Drop() {
 
 std::int64_t FaceIndex::Memory() const {
     return tree.Memory() + candidates.Memory();
-}
-
-void FaceIndexRelease::operator()(FaceIndex* index) const {
-    delete index;
-}
-
-void Object::MeshChanged() {
-    meshChanged = true;
-    if (faceIndex != nullptr) {
-        faceIndex->Drop();
-    }
 }

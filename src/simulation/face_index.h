@@ -27,8 +27,6 @@ struct FaceIndex {
     /// @return null if all faces are to be looked at: the mesh hasn't stood still for long enough, or the
     /// sweep's figures are not of a size for which the limits hold
     IdMarks* FindCandidates(const Object& mesh, const Collider& body, float travel);
-    /// The mesh isn't what it was.
-    void Drop();
     /// Bytes that the built index takes.
     std::int64_t Memory() const;
 
@@ -36,7 +34,9 @@ private:
     bool built = false;
     std::int32_t passes = 0;  ///< since the mesh changed or, if built, since the index was built
     std::int32_t passesToBuild = buildCost;  ///< how many the mesh has to stand still for
-    // What the index was built of, or the passes counted for: other arrays are another mesh.
+    // What the index was built of, or the passes counted for: another version or other arrays are another
+    // mesh.
+    std::uint32_t meshVersion = 0;
     const float* vertices = nullptr;
     const std::int32_t* faces = nullptr;
     std::int32_t faceCount = 0;
@@ -44,4 +44,6 @@ private:
     IdMarks candidates;
 
     void Build();
+    /// The mesh isn't what it was.
+    void Drop();
 };

@@ -1,5 +1,6 @@
 #include "engine/engine.h"
 #include "engine/singletons.h"
+#include "gl_lights/gl_lights.h"
 #include "scene/scene.h"
 #include "simulation/player_control.h"
 
@@ -23,7 +24,7 @@ void MoveFirstLight(Scene& scene) {
     Light& light = scene.lights[0];
     const float moved[4] = {light.position[0], light.position[1] + lightStep, light.position[2],
                             light.position[3]};
-    light.SetPosition(moved);
+    SetPosition(light, moved);
 }
 
 }  // namespace

@@ -49,15 +49,11 @@ void ForEachNear(std::int32_t count, IsOut isOut, Take take) {
 
 }  // namespace
 
-void ObjectBoundsRelease::operator()(ObjectBounds* index) const {
-    delete index;
-}
-
 ObjectBounds& ObjectBounds::Of(Scene& scene) {
-    if (scene.objectBounds == nullptr) {
-        scene.objectBounds.reset(new ObjectBounds);
+    if (scene.collisionIndex == nullptr) {
+        scene.collisionIndex = std::make_shared<ObjectBounds>();
     }
-    return *scene.objectBounds;
+    return *static_cast<ObjectBounds*>(scene.collisionIndex.get());
 }
 
 ObjectBounds::List* ObjectBounds::ListOf(Kind kind) {
@@ -67,9 +63,9 @@ ObjectBounds::List* ObjectBounds::ListOf(Kind kind) {
 /// Goes by what stands in the records themselves, side by side: to look up a vertex would take longer than
 /// all the rest.
 bool ObjectBounds::IsUpToDate(const Entry& entry, const Object& object) {
-    return !object.meshChanged && entry.kind == Kind::mesh && object.collider == nullptr &&
-           entry.vertices == object.vertices.get() && entry.centreVertex == object.centreVertex &&
-           Same(entry.reach, object.radius);
+    return entry.meshVersion == object.meshVersion && entry.kind == Kind::mesh &&
+           object.collider == nullptr && entry.vertices == object.vertices.get() &&
+           entry.centreVertex == object.centreVertex && Same(entry.reach, object.radius);
 }
 
 bool ObjectBounds::HasStoodStill(const Entry& entry) const {
@@ -133,6 +129,7 @@ void ObjectBounds::Update(const Scene& scene, std::int32_t id) {
     object.GetVertex(now.centre, object.centreVertex);
     now.vertices = object.vertices.get();
     now.centreVertex = object.centreVertex;
+    now.meshVersion = object.meshVersion;
     if (object.collider == nullptr) {
         now.kind = Kind::mesh;
         now.reach = object.radius;
@@ -140,11 +137,11 @@ void ObjectBounds::Update(const Scene& scene, std::int32_t id) {
         now.kind = Kind::body;
         now.reach = std::max(object.collider->radii.x, object.collider->radii.y);
     }
-    object.meshChanged = false;
     Entry& entry = entries[id];
     if (entry.kind == now.kind && Same(entry.centre, now.centre) && Same(entry.reach, now.reach)) {
         entry.vertices = now.vertices;
         entry.centreVertex = now.centreVertex;
+        entry.meshVersion = now.meshVersion;
         return;
     }
     // What the tree holds of it stays there and makes it a candidate for nothing now and then.

@@ -40,6 +40,7 @@ private:
         float reach = 0.0f;               ///< of a mesh its radius, of a body the larger horizontal one
         const float* vertices = nullptr;  ///< the array that `centre` comes from
         std::int32_t centreVertex = 0;    ///< the vertex
+        std::uint32_t meshVersion = 0;    ///< of the object when `centre` was read
         std::int32_t listed = -1;         ///< place on its list, -1 for none
         std::int32_t lastChange = 0;      ///< number of the update that found the bound changed
         Kind kind = Kind::absent;

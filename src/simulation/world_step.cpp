@@ -49,7 +49,7 @@ void CarryAlong(Object& member, const Object& parent) {
     member.SetVertex(centre, member.centreVertex);
 }
 
-void MoveObject(Scene& scene, std::int32_t i) {
+void MoveObject(Scene& scene, ObjectBounds& bounds, std::int32_t i) {
     Object& object = scene.objects[i];
     std::int32_t& spawnState = object.attributes[spawnStateAttribute];
     if (spawnState != justSpawned) {
@@ -65,14 +65,14 @@ void MoveObject(Scene& scene, std::int32_t i) {
     if (object.transform.IsIdentity()) {
         return;
     }
-    ForEachMember(scene, object.groupParent, [&scene, &object, i](std::int32_t id) {
+    ForEachMember(scene, object.groupParent, [&scene, &bounds, &object, i](std::int32_t id) {
         if (id != i) {
             CarryAlong(scene.objects[id], object);
-            scene.objectBounds->Moved(scene, id);
+            bounds.Moved(scene, id);
         }
     });
     object.ApplyTransform();
-    scene.objectBounds->Moved(scene, i);
+    bounds.Moved(scene, i);
 }
 
 /// Hands the request for a key track on to the object's group, where each plays its own track.
@@ -96,7 +96,7 @@ void Scene::StepWorld() {
     bool tracksWanted = false;
     // An object has moved before the next one looks at it.
     for (std::int32_t i = 0; i < objectCount; i++) {
-        MoveObject(*this, i);
+        MoveObject(*this, bounds, i);
         tracksWanted |= objects[i].activeKeyTrack != -1;
     }
     bounds.EndStep();

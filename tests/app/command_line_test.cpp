@@ -1,11 +1,18 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
+#include <cerrno>
+#include <csignal>
+#include <cstring>
 #include <string>
 
-#include "platform/png_file.h"
+#include "process/png_file.h"
+#include "process/save_file.h"
 #include "support/command.h"
 #include "support/temporary_folder.h"
 #include "support/virtual_display.h"
+#include "support/wait_until.h"
 
 // What the program does with its arguments.
 
@@ -74,7 +81,7 @@ TEST(CommandLine, AScreenshotShowsTheWorldAndTheRunEndsInOrder) {
     EXPECT_GT(level(sky[2]), level(sky[0]) + 30) << "blue above";
     EXPECT_GT(level(lawn[1]), level(lawn[2]) + 30) << "green below";
 
-    EXPECT_EQ(Engine("world --frames 1 --screenshot nowhere/picture.png").exitCode, 1);
+    EXPECT_EQ(Engine("world --frames 1 --screenshot nowhere/picture.png").exitCode, 2);
     const CommandResult empty = Engine("--frames 1");  // no settings: no box waits for anybody
     EXPECT_EQ(empty.exitCode, 0);
     EXPECT_TRUE(Contains(empty.output, "Nebyl nalezen soubor s nastavením"));
@@ -83,14 +90,57 @@ TEST(CommandLine, AScreenshotShowsTheWorldAndTheRunEndsInOrder) {
 TEST(PngFile, IsReadByOthersAsItWasWritten) {
     TemporaryFolder folder;
     // Two rows of three pixels, and more than one block of the format holds.
-    ASSERT_TRUE(
-        WritePngFile("small.png", 3, 2, reinterpret_cast<const std::uint8_t*>("abcdefghiABCDEFGHI")));
+    SaveFile("small.png", PngFile(3, 2, reinterpret_cast<const std::uint8_t*>("abcdefghiABCDEFGHI")));
     EXPECT_EQ(RunCommand("pngtopnm small.png").output, "P6\n3 2\n255\nABCDEFGHIabcdefghi");
     const std::string large(std::size_t{3} * 400 * 300, 'x');
-    ASSERT_TRUE(WritePngFile("large.png", 400, 300, reinterpret_cast<const std::uint8_t*>(large.data())));
+    SaveFile("large.png", PngFile(400, 300, reinterpret_cast<const std::uint8_t*>(large.data())));
     EXPECT_EQ(RunCommand("pngtopnm large.png").output, "P6\n400 300\n255\n" + large);
-    EXPECT_FALSE(WritePngFile("none.png", 0, 5, nullptr));
-    EXPECT_FALSE(WritePngFile("nowhere/none.png", 1, 1, reinterpret_cast<const std::uint8_t*>("abc")));
+}
+
+TEST(SavedFile, IsWholeOrAsItWasBefore) {
+    TemporaryFolder folder;
+    EXPECT_EQ(SaveFile("file", "before"), "");
+    chmod("file", 0640);
+    std::filesystem::create_symlink("file", "link");
+    EXPECT_EQ(SaveFile("link", "after"), "");
+    EXPECT_EQ(ReadWholeFile("file"), "after");
+    EXPECT_EQ(RunCommand("stat -c %a file").output, "640\n");
+    // A disk that takes no more than 1024 bytes of a file.
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full{1024, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    const std::string failure = SaveFile("file", std::string(9000, 'x'));
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(failure, std::strerror(EFBIG));
+    EXPECT_EQ(ReadWholeFile("file"), "after");
+    EXPECT_FALSE(std::filesystem::exists("file.part"));
+    EXPECT_EQ(SaveFile("/dev/full", "x"), std::strerror(ENOSPC)) << "a device is written, not replaced";
+    for (const char* path : {"nowhere/file", "file/file", "."}) {
+        EXPECT_NE(SaveFile(path, "x"), "") << path;
+        EXPECT_NE(ReasonNotToSave(path), "") << path;
+    }
+    EXPECT_EQ(ReasonNotToSave("file") + ReasonNotToSave("new"), "");
+}
+
+TEST(CommandLine, AFullDiskIsReportedByLogAndPicture) {
+    TemporaryFolder folder;
+    std::filesystem::create_symlink("/dev/full", "defaultlog.txt");
+    std::filesystem::create_symlink("/dev/full", "picture.png");
+    VirtualDisplay display;
+    WriteWholeFile("settings.atr", "}");
+    const CommandResult run = Engine("--frames 1 --screenshot picture.png");
+    EXPECT_EQ(run.exitCode, 1);
+    const std::string reason = std::string(": error: can't be written: ") + std::strerror(ENOSPC) + "\n";
+    const std::string first = "defaultlog.txt" + reason;
+    EXPECT_EQ(run.output.substr(0, first.size()), first);
+    EXPECT_TRUE(run.output.ends_with("picture.png" + reason)) << run.output;
+    EXPECT_EQ(run.output.find(first, 1), std::string::npos) << "once";
+    // A reader who has gone away doesn't end the program.
+    const std::string unread = "sh -c '( " ENGINE_PROGRAM " --frames 1 2>&1; echo $? >code ) | true'";
+    RunCommand("trap - PIPE; rm settings.atr; " + unread);
+    EXPECT_TRUE(WaitUntil([] { return ReadWholeFile("code") == "0\n"; })) << ReadWholeFile("code");
 }
 
 }  // namespace

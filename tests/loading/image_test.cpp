@@ -3,7 +3,7 @@
 #include "loading/loading_test.h"
 #include "loading/sgi_image.h"
 #include "loading/tga_image.h"
-#include "platform/close_request.h"
+#include "process/close_request.h"
 #include "scene_writer/image_file.h"
 
 namespace {

@@ -27,7 +27,7 @@ Expect() {
         exit 1
     fi
 }
-install=". '$source/tools/packages.sh'; InstallMissing alpha beta"
+install=". '$source/scripts/packages.sh'; InstallMissing alpha beta"
 
 Expect 0 "no apt-get. The packages needed, under their Debian names: alpha beta" "$install"
 
@@ -55,9 +55,9 @@ Installing 0% 100%" "$install"
 # A display that doesn't answer: the real engine in place, and a build that has nothing to do.
 StandIn dpkg-query <<<'echo "install ok installed"'
 StandIn cmake <<<'exit 0'
-mkdir -p "$folder/tree/tools" "$folder/tree/build/release"
+mkdir -p "$folder/tree/scripts" "$folder/tree/build/release"
 cp "$source/run.sh" "$folder/tree"
-cp "$source"/tools/*.sh "$folder/tree/tools"
+cp "$source"/scripts/*.sh "$folder/tree/scripts"
 cp -r "$source/demo" "$folder/tree"
 cp -r "$source/demo" "$folder/tree/build/release"
 ln -s "$engine" "$folder/tree/build/release/engine"

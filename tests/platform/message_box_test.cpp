@@ -8,22 +8,31 @@ namespace {
 using MessageBoxes = WindowTest;
 WITH_AND_WITHOUT_MANAGER(MessageBoxes);
 
-/// Shows a box, which a user closes by Return; its size on the screen. The user is a process of its own:
-/// a box forks, which no second thread would bear. If the box doesn't close, the display goes.
-std::string ShowAndClose(const VirtualDisplay& display, const char* text) {
+/// Shows a box to a user, a process of its own that does what the commands say once the box is there, and
+/// goes on until it has gone. If it never goes, the display does. Returns the size it had on the screen.
+std::string ShowBoxTo(const VirtualDisplay& display, const std::string& commands,
+                      const std::string& text = "Pozor!") {
     int sizePipe[2];
     EXPECT_EQ(pipe(sizePipe), 0);
     const pid_t user = fork();
     if (user == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         std::string size;
-        const bool closed = display.CloseBox("box", &size);
+        WaitUntil([&] { return !(size = display.WindowSize("box")).empty(); });
+        const bool sent = write(sizePipe[1], size.data(), size.size()) > 0;
+        const bool closed = sent && WaitUntil([&] {
+                                display.Xdotool(commands);
+                                return display.WindowSize("box").empty();
+                            });
         if (!closed) {
             kill(display.server, SIGKILL);
         }
-        _exit(closed && write(sizePipe[1], size.data(), size.size()) > 0 ? 0 : 1);
+        _exit(closed ? 0 : 1);
     }
     close(sizePipe[1]);
-    MessageBoxA(nullptr, text, "box", MB_ICONERROR);
+    testing::internal::CaptureStderr();
+    MessageBoxA(nullptr, text.c_str(), "box", MB_OK);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[box] " + Windows1250ToUtf8(text.c_str()) + "\n");
     char size[100] = "";
     EXPECT_GT(read(sizePipe[0], size, sizeof size - 1), 0);
     close(sizePipe[0]);
@@ -33,23 +42,46 @@ std::string ShowAndClose(const VirtualDisplay& display, const char* text) {
     return size;
 }
 
-TEST_P(MessageBoxes, ShowTheirTextWholeAndGiveTheKeyboardBack) {
-    // A text that is cut makes a narrower box: in the box's font all letters are equally wide.
-    for (const char* locale : {"C", ""}) {
-        *locale != '\0' ? setenv("LC_ALL", locale, 1) : unsetenv("LC_ALL");
-        const std::string plain = ShowAndClose(*display, "Nemohu prepnout na fullscreen a tak dale");
-        EXPECT_EQ(ShowAndClose(*display, "Nemohu přepnout na fullscreen a tak dále"_1250), plain);
-        const char* after = std::getenv("LC_ALL");
-        EXPECT_STREQ(after ? after : "", locale) << "the environment is as before";
-    }
+TEST_P(MessageBoxes, EndByKeysAndTheirButtonAndGiveTheKeyboardBack) {
+    // Also on a server without fonts for its own use.
+    ASSERT_EQ(RunCommand("xset fp= built-ins 2>&1").exitCode, 0);
+    ShowBoxTo(*display, "sleep 0.2 key Return");
+    ShowBoxTo(*display, "sleep 0.2 key space");
     Open();
     display->Xdotool("keydown w");
     EXPECT_TRUE(PumpUntilSeen({WM_KEYDOWN, 'W'}));
-    ShowAndClose(*display, "Above the window, with a key held");
+    ShowBoxTo(*display, "sleep 0.2 key Escape");
     EXPECT_TRUE(PumpUntil([this] { return GetActiveWindow() == window; })) << "the focus comes back";
-    EXPECT_FALSE(HasSeen({WM_KEYUP, 'W'}));
+    EXPECT_EQ(CountSeen(WM_KEYUP), 0u) << "W is held, and Escape was the box's";
     display->Xdotool("keyup w");
     EXPECT_TRUE(PumpUntilSeen({WM_KEYUP, 'W'}));
+    // Centred on the screen, with its button in the middle of its width.
+    ShowBoxTo(*display, "sleep 0.2 mousemove 640 545 click 1");
+    glClear(GL_COLOR_BUFFER_BIT);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "the window's context is current again";
+}
+
+TEST_P(MessageBoxes, BreakTheirTextAtWordsAndStayOnTheScreen) {
+    const auto size = [this](const std::string& text) {
+        int width = 0;
+        int height = 0;
+        std::sscanf(ShowBoxTo(*display, "sleep 0.2 key Return", text).c_str(), "%dx%d", &width, &height);
+        return std::pair(width, height);
+    };
+    const auto [width, oneLine] = size("Nemohu přepnout na fullscreen"_1250);
+    EXPECT_EQ(size("Nemohu prepnout na fullscreen"), std::pair(width, oneLine)) << "no letter is missing";
+    const int line = size("two\nlines").second - oneLine;
+    EXPECT_GT(line, 10);
+    // Words that all find room in a line, and one word that finds it in none.
+    for (const std::string& text :
+         {std::string("Nebyl nalezen soubor s nastavením v této složce, a to ani jinde, tedy nikde"_1250) +
+              ", a tak dale, a tak dale, a tak dale",
+          "/" + std::string(120, 'o')}) {
+        const auto [wide, high] = size(text);
+        EXPECT_EQ(high, oneLine + line) << text;
+        EXPECT_LE(wide, 640) << text;
+    }
+    EXPECT_LE(size(std::string(8000, 'm')).second, 1024);
 }
 
 TEST(MessageBoxWithoutDisplay, GoesToStandardError) {

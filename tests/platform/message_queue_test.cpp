@@ -33,6 +33,32 @@ TEST_P(MessageQueue, KeepsTheOrderOfPostingAndLetsTheQuitMessageOvertake) {
     EXPECT_EQ(CountSeen(ownMessage), 50u);
 }
 
+TEST_P(MessageQueue, APressLastsToTheNextTurnAtLeast) {
+    Open();
+    const std::pair<UINT, UINT> keys[] = {{WM_KEYDOWN, WM_KEYUP}, {WM_LBUTTONDOWN, WM_LBUTTONUP}};
+    for (const auto& [press, release] : keys) {
+        seenMessages.clear();
+        for (const UINT message : {press, release, press, release, ownMessage}) {
+            PostMessageA(window, message, press == WM_KEYDOWN ? 'W' : 0, 0);
+        }
+        for (const auto& [presses, releases] : {std::pair{1u, 0u}, {2u, 1u}, {2u, 2u}}) {
+            EXPECT_TRUE(Pump());
+            EXPECT_EQ(CountSeen(press), presses);
+            EXPECT_EQ(CountSeen(release), releases);
+        }
+        EXPECT_EQ(CountSeen(ownMessage), 1u) << "all in their order";
+    }
+    // A key that was down before goes at once, also if it repeats first.
+    seenMessages.clear();
+    PostMessageA(window, WM_KEYDOWN, 'W', 0);
+    Pump();
+    PostMessageA(window, WM_KEYDOWN, 'W', 0);
+    PostMessageA(window, WM_KEYUP, 'W', 0);
+    Pump();
+    EXPECT_EQ(CountSeen(WM_KEYDOWN), 2u);
+    EXPECT_EQ(CountSeen(WM_KEYUP), 1u);
+}
+
 TEST_P(MessageQueue, WindowTakesItsMessagesWithIt) {
     Open();
     // A posted WM_DESTROY goes to the procedure like any message: the window itself stays.

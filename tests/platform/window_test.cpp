@@ -1,5 +1,6 @@
 #include "platform/window.h"
 
+#include "platform/display_guard.h"
 #include "platform/window_fixture.h"
 
 namespace {
@@ -140,6 +141,12 @@ TEST_P(WindowsOnDisplay, FullScreenTakesAnOfferedModeAndTheDesktopsComesBack) {
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), 5);
+    EXPECT_EQ(screenSize(), "1280 1024\n");
+    // Nor does one that only believes to have put it back.
+    StartDisplayGuard(800, 600);
+    RunCommand("xrandr --output screen --mode 800x600 2>&1");
+    EXPECT_EQ(screenSize(), "800 600\n");
+    StopDisplayGuard();
     EXPECT_EQ(screenSize(), "1280 1024\n");
 
     for (const DWORD bits : {16u, 24u, 32u}) {

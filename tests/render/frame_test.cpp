@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "gl_lights/gl_lights.h"
 #include "gl_recorder.h"
 #include "render_test.h"
 
@@ -50,9 +51,9 @@ TEST_F(BothPathsTest, GiveTheSamePicture) {
     AddPlayer(Vector(12, -9, 7), Vector(0, 0, 0), {90, 50, 110, 150});
     AddHeadlight();
     scene.AddLights(1);
-    scene.lights[1].Activate();
+    Activate(scene.lights[1]);
     const float lamp[4] = {3.0f, -2.0f, 4.0f, 1.0f};
-    scene.lights[1].SetPosition(lamp);
+    SetPosition(scene.lights[1], lamp);
     const std::int32_t texture =
         AddTexture({{{255, 0, 0, 255}, {0, 255, 0, 0}, {0, 0, 255, 90}, {80, 80, 80, 255}}});
     for (int i = 0; i < 12; i++) {

@@ -1,5 +1,6 @@
 #include <map>
 
+#include "gl_lights/gl_lights.h"
 #include "gl_recorder.h"
 #include "render/gl_state.h"
 #include "render_test.h"
@@ -160,11 +161,11 @@ TEST_F(GlTraceTest, LightTakesTheFirstFreeOneAndUploadsItself) {
     Light light;
     light.spotExponent = 3.0f;
     GlRecorder recorder;
-    light.Activate();
+    Activate(light);
     const float colour[4] = {0.25f, 0.5f, 0.75f, 0.125f};
-    light.SetAmbient(colour);
-    light.SetQuadraticAttenuation(2.0f);
-    light.Deactivate();
+    SetAmbient(light, colour);
+    SetQuadraticAttenuation(light, 2.0f);
+    Deactivate(light);
     EXPECT_EQ(recorder.calls,
               Calls("glGetIntegerv 3377; glIsEnabled L0; glIsEnabled L1; glEnable L1;"
                     " glLightfv L1 AMBIENT 0 0 0 1; glLightfv L1 4609 1 1 1 1; glLightfv L1 4610 1 1 1 1;"

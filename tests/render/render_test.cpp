@@ -1,4 +1,5 @@
 #include "render_test.h"
+#include "gl_lights/gl_lights.h"
 
 #include <algorithm>
 #include <utility>
@@ -68,9 +69,9 @@ Sprite& RenderTest::AddSprite(Vector position, float size, std::int32_t blendMod
 void RenderTest::AddHeadlight() {
     scene.AddLights(1);
     Light& light = scene.lights[scene.lightCount - 1];
-    light.Activate();
+    Activate(light);
     const float position[4] = {0.0f, -1.0f, 0.0f, 0.0f};
-    light.SetPosition(position);
+    SetPosition(light, position);
 }
 
 void RenderTest::Draw(bool safe) {

@@ -1,4 +1,4 @@
-#include "settings/attribute_text.h"
+#include "text/attribute_text.h"
 
 #include <gtest/gtest.h>
 

@@ -13,9 +13,9 @@
 #include "support/virtual_display.h"
 #include "support/wait_until.h"
 
-/// The engine as its own process, started in the present working directory as a user would start it. What
-/// it writes to its standard error stream is kept in "stderr.txt" there. Killed if it still runs at the
-/// end.
+/// The engine as its own process, in a group of its own, started in the present working directory as a user
+/// would start it. What it writes to its standard error stream is kept in "stderr.txt" there. Killed if it
+/// still runs at the end.
 struct EngineProcess {
     pid_t id = -1;
 
@@ -28,6 +28,7 @@ struct EngineProcess {
         if (id != 0) {
             return;
         }
+        setpgid(0, 0);
         const int errors = open("stderr.txt", O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(errors, STDERR_FILENO);
         // The engine's own exit code is 1, so a finding of the sanitizers takes another. The scene is left

@@ -4,7 +4,7 @@
 #include <cctype>
 #include <limits>
 
-#include "settings/attribute_text.h"
+#include "text/attribute_text.h"
 
 namespace {
 
@@ -124,7 +124,8 @@ const Key* KeyAt(const std::string& text, std::size_t position, const std::vecto
 /// Reads one number with the engine's own scanner.
 /// @param offset of the cursor's text in the file
 NumberRead ReadNumber(const Argument& argument, TextCursor& cursor, std::size_t offset) {
-    const std::size_t begin = std::min(cursor.text.NextNumber(cursor.position), cursor.end);
+    const AttributeText::Number* next = cursor.text.NextNumber(cursor.position);
+    const std::size_t begin = next == nullptr ? cursor.end : std::min(next->begin, cursor.end);
     NumberRead number;
     number.isMissing = begin == cursor.end;
     number.begin = offset + begin;

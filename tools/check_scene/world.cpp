@@ -8,12 +8,12 @@
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "loading/attribute_file.h"
-#include "loading/block_index.h"
 #include "platform/files.h"
 #include "scene/scene.h"
 #include "services/log.h"
 #include "services/timer.h"
-#include "settings/attribute_text.h"
+#include "text/attribute_text.h"
+#include "text/block_index.h"
 
 namespace {
 

@@ -1,12 +1,10 @@
-#include "platform/close_request.h"
+#include "process/close_request.h"
 
 #include <signal.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <atomic>
-
-#include "platform/box_process.h"
 
 namespace {
 
@@ -33,7 +31,6 @@ void OnSignal(int) {
     long first = 0;
     const long now = Milliseconds();
     const bool isFirst = firstSignal.compare_exchange_strong(first, now);
-    EndBoxProcess();
     if (!isFirst && now - first > oneRequest) {
         _exit(exitCode);  // the display guard puts the mode back
     }

@@ -1,20 +1,20 @@
-#include "platform/frame_limit.h"
+#include "process/frame_limit.h"
 
 #include <GL/gl.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <vector>
 
-#include "platform/close_request.h"
-#include "platform/png_file.h"
+#include "process/close_request.h"
+#include "process/png_file.h"
+#include "process/save_file.h"
 
 namespace {
 
 int limit = 0;  // 0: none
 int shown = 0;
 std::string file;
-bool written = false;
+std::string failure;  // why the picture isn't written
 
 /// The back buffer as red, green and blue bytes, the bottom row first.
 std::vector<std::uint8_t> ReadPicture(int width, int height) {
@@ -43,21 +43,17 @@ void CountFrame(int width, int height) {
         return;
     }
     if (!file.empty()) {
-        written = WritePngFile(file.c_str(), width, height, ReadPicture(width, height).data());
+        failure = width > 0 && height > 0
+                      ? SaveFile(file, PngFile(width, height, ReadPicture(width, height).data()))
+                      : "the window has no pixels";
     }
     RequestClose();
 }
 
-bool LimitIsReached() {
+std::string WhatIsUndone() {
     if (shown < limit) {
-        std::fprintf(stderr, "engine: error: ended after %d of %d frames%s\n", shown, limit,
-                     file.empty() ? "" : ", and no picture was written");
-        return false;
+        return "engine: error: ended after " + std::to_string(shown) + " of " + std::to_string(limit) +
+               " frames" + (file.empty() ? "" : ", and no picture was written");
     }
-    if (!file.empty() && !written) {
-        std::fprintf(stderr, "%s: error: can't be written; is the folder there, and is it yours?\n",
-                     file.c_str());
-        return false;
-    }
-    return true;
+    return failure.empty() ? "" : file + ": error: can't be written: " + failure;
 }

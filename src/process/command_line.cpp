@@ -1,4 +1,4 @@
-#include "platform/command_line.h"
+#include "process/command_line.h"
 
 #include <getopt.h>
 

@@ -1,14 +1,16 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 
-#include "platform/close_request.h"
-#include "platform/command_line.h"
 #include "platform/entry.h"
-#include "platform/frame_limit.h"
 #include "platform/window.h"
+#include "process/close_request.h"
+#include "process/command_line.h"
+#include "process/frame_limit.h"
+#include "process/save_file.h"
 
 /// The process entry: does what the command line asks for around the program's own entry. The layer starts
 /// what it needs when it is first asked for.
@@ -22,10 +24,21 @@ int main(int count, char** arguments) {
                      std::strerror(errno));
         return wrongUsage;
     }
+    const std::string& picture = commandLine.screenshot;
+    const std::string reason = picture.empty() ? "" : ReasonNotToSave(picture);
+    if (!reason.empty()) {
+        std::fprintf(stderr, "%s: error: can't be written: %s\n", picture.c_str(), reason.c_str());
+        return wrongUsage;
+    }
     if (commandLine.frames > 0) {
         LimitFrames(commandLine.frames, commandLine.screenshot);
     }
     CloseOnSignals();
+    std::signal(SIGPIPE, SIG_IGN);  // a message that nobody reads is no reason to end
     const int exitCode = WinMain(nullptr, nullptr, arguments[0], SW_SHOW);
-    return FramesAreLimited() && LimitIsReached() ? 0 : exitCode;
+    const std::string undone = WhatIsUndone();
+    if (!undone.empty()) {
+        std::fprintf(stderr, "%s\n", undone.c_str());
+    }
+    return FramesAreLimited() && undone.empty() ? 0 : exitCode;
 }

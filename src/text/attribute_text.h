@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/files.h"
@@ -30,46 +29,38 @@ struct TextRange {
 };
 
 /// A text in the attribute language that is read key by key. A scan looks for the next number or name
-/// wherever it stands, and thousands of keys may have the same one behind them, far away and of any length.
-/// What such a scan has found out is noted here, so that the next one costs only what it gives.
+/// wherever it stands, and thousands of keys may have the same one after them, far away and of any length.
+/// So one pass lists all of them first, and a scan is a lookup in these lists.
 struct AttributeText {
+    /// A run of digits and hyphens as a whole number, and what a scan for a number with a fraction makes of
+    /// the same place.
+    struct Number {
+        std::size_t begin;
+        std::size_t wholeEnd;     ///< where a scan for a whole number goes on
+        std::size_t fractionEnd;  ///< where the other one does
+        std::int32_t whole;
+        float fraction;
+    };
+
     const std::string characters;
+    std::vector<Number> numbers;     ///< all of the text, in its order
+    std::vector<std::size_t> words;  ///< where runs of ASCII letters and digits begin
+    std::vector<std::size_t> zeros;  ///< positions of zero characters, at which scans see the end
 
     explicit AttributeText(std::string newCharacters);
 
     TextRange Whole() const { return {0, characters.size()}; }
-    /// The range up to its first zero character, where scans see the end of the text.
+    /// The range up to its first zero character.
     TextRange UpToZero(TextRange range) const;
-
-    // For the scanners below. All positions are counted from the start of the text.
-
-    /// The first digit or hyphen from the position on; the end of the text if there is none.
-    std::size_t NextNumber(std::size_t position);
+    /// The first number from the position on, which isn't within one; null if there is none.
+    const Number* NextNumber(std::size_t position) const;
     /// The first ASCII letter or digit from the position on; the end of the text if there is none.
-    std::size_t NextWord(std::size_t position);
-
-    template <typename Value>
-    struct LongNumber {
-        Value value;
-        std::size_t end;  ///< where a scan goes on
-    };
-    /// Numbers that are too long to be converted more than once, by the position of their first character.
-    std::unordered_map<std::size_t, LongNumber<std::int32_t>> longInts;
-    std::unordered_map<std::size_t, LongNumber<float>> longFloats;
-
-private:
-    std::vector<std::size_t> zeros;  ///< positions of zero characters
-    /// Where runs of digits and hyphens begin, and runs of letters and digits; noted at the first long way.
-    std::vector<std::size_t> numberStarts;
-    std::vector<std::size_t> wordStarts;
-    bool startsAreNoted = false;
-
-    void NoteStarts();
+    std::size_t NextWord(std::size_t position) const;
 };
 
 /// Where the scans of one key stand, and where they must stop.
 struct TextCursor {
-    AttributeText& text;
+    const AttributeText& text;
     std::size_t position;
     std::size_t end;  ///< no further than `AttributeText::UpToZero` goes
 };
@@ -78,7 +69,7 @@ struct TextCursor {
 /// order of the text. A key is found wherever its characters stand, also as the beginning of a longer word;
 /// so no key of a reader may begin with another one of the same reader.
 template <typename Action>
-void ForEachKey(AttributeText& text, const std::string& key, Action action) {
+void ForEachKey(const AttributeText& text, const std::string& key, Action action) {
     const std::size_t end = text.UpToZero(text.Whole()).end;
     for (std::size_t at = 0; (at = text.characters.find(key, at)) < end; at++) {
         action(TextCursor{text, at + key.size(), end});

@@ -12,6 +12,5 @@ void LimitFrames(int frames, const std::string& screenshot);
 bool FramesAreLimited();
 /// A frame stands in the back buffer and is about to be shown.
 void CountFrame(int width, int height);
-/// Whether the frames have been shown and the picture is written; tells on the standard error stream if
-/// not.
-bool LimitIsReached();
+/// What frames and picture lack, as a message; empty if nothing. After the end of the run.
+std::string WhatIsUndone();

@@ -4,8 +4,8 @@
 // and of this layer itself. The message pump makes it a WM_CLOSE.
 
 /// From now on SIGTERM, SIGINT and SIGHUP, but for those that this process was told to ignore, ask for the
-/// closing and take a box that stands on the screen along. Another one, when that hasn't ended the process,
-/// ends it at once with code 1.
+/// closing, which also ends a box that stands on the screen. Another one, when that hasn't ended the
+/// process, ends it at once with code 1.
 void CloseOnSignals();
 /// Asks for the closing.
 void RequestClose();

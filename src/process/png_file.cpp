@@ -1,9 +1,7 @@
-#include "platform/png_file.h"
+#include "process/png_file.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <string>
 
 namespace {
 
@@ -70,10 +68,7 @@ void AppendChunk(Bytes& file, const Bytes& type, const Bytes& content) {
 
 }  // namespace
 
-bool WritePngFile(const char* fileName, int width, int height, const std::uint8_t* pixels) {
-    if (width <= 0 || height <= 0) {
-        return false;
-    }
+std::string PngFile(int width, int height, const std::uint8_t* pixels) {
     const std::size_t rowSize = std::size_t{3} * static_cast<std::size_t>(width);
     Bytes rows;
     rows.reserve((rowSize + 1) * static_cast<std::size_t>(height));
@@ -91,11 +86,5 @@ bool WritePngFile(const char* fileName, int width, int height, const std::uint8_
     AppendChunk(bytes, "IHDR", header);
     AppendChunk(bytes, "IDAT", Deflate(rows));
     AppendChunk(bytes, "IEND", "");
-
-    std::FILE* file = std::fopen(fileName, "wb");
-    if (file == nullptr) {
-        return false;
-    }
-    const bool complete = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    return std::fclose(file) == 0 && complete;
+    return bytes;
 }
