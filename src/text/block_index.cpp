@@ -88,8 +88,9 @@ const BlockIndex::Block* BlockIndex::Find(std::string_view name) const {
     }
     const std::string wanted(name.rbegin(), name.rend());
     const auto before = [&](const NameEnd& end) { return Before(end.position, name.size()); };
-    const auto found = std::ranges::equal_range(nameEnds, std::string_view(wanted), {}, before);
-    std::vector<NameEnd> places(found.begin(), found.end());
+    const auto first = std::ranges::lower_bound(nameEnds, std::string_view(wanted), {}, before);
+    std::vector<NameEnd> places(
+        first, std::ranges::upper_bound(first, nameEnds.end(), std::string_view(wanted), {}, before));
     std::ranges::sort(places, {}, &NameEnd::position);
 
     // The name stands there; but the search, which comes from far, may have begun with one too early.
