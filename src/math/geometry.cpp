@@ -2,6 +2,7 @@
 #include <initializer_list>
 #include <limits>
 
+#include "math/trigonometry.h"
 #include "math/vector.h"
 
 namespace {
@@ -24,7 +25,7 @@ float AngleBetween(Vector a, Vector b) {
     if (cosine > 1.0f) {
         cosine = 1.0f;
     }
-    return std::acos(cosine);
+    return ArcCosine(cosine);
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 #include "math/matrix.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
+
+#include "math/trigonometry.h"
 
 namespace {
 
@@ -87,8 +88,8 @@ void Matrix::Rotate(float angle, float x, float y, float z) {
     if (angle == 0.0f) {
         return;
     }
-    const float s = std::sin(angle);
-    const float c = std::cos(angle);
+    const float s = Sine(angle);
+    const float c = Cosine(angle);
     Vector axis(x, y, z);
     const float length = axis.Length();
     if (length == 0.0f) {

@@ -2,9 +2,11 @@
 
 #include <cmath>
 
+#include "math/trigonometry.h"
+
 void Quaternion::GetAxisAngle(float* angle, Vector* axis) const {
-    *angle = 2.0f * std::acos(w);
-    const float s = std::sin(*angle * 0.5f);
+    *angle = 2.0f * ArcCosine(w);
+    const float s = Sine(*angle * 0.5f);
     if (s == 0.0f) {
         *axis = Vector(0.0f, 0.0f, 1.0f);
     } else {
@@ -22,9 +24,9 @@ void Quaternion::GetAxisAngle(float* angle, float* axisX, float* axisY, float* a
 
 void Quaternion::SetAxisAngle(float angle, Vector axis) {
     axis.Normalise();
-    w = std::cos(angle / 2.0f);
+    w = Cosine(angle / 2.0f);
     // The minus gives the sense of rotation of `Matrix::Rotate`.
-    const Vector part = axis * -std::sin(angle / 2.0f);
+    const Vector part = axis * -Sine(angle / 2.0f);
     x = part.x;
     y = part.y;
     z = part.z;
@@ -35,12 +37,12 @@ void Quaternion::SetAxisAngle(float angle, float axisX, float axisY, float axisZ
 }
 
 void Quaternion::SetFromEuler(float yaw, float pitch, float roll) {
-    const float cy = std::cos(yaw / 2.0f);
-    const float cp = std::cos(pitch / 2.0f);
-    const float cr = std::cos(roll / 2.0f);
-    const float sy = std::sin(yaw / 2.0f);
-    const float sp = std::sin(pitch / 2.0f);
-    const float sr = std::sin(roll / 2.0f);
+    const float cy = Cosine(yaw / 2.0f);
+    const float cp = Cosine(pitch / 2.0f);
+    const float cr = Cosine(roll / 2.0f);
+    const float sy = Sine(yaw / 2.0f);
+    const float sp = Sine(pitch / 2.0f);
+    const float sr = Sine(roll / 2.0f);
     w = cr * cp * cy + sr * sp * sy;
     x = sr * cp * cy - cr * sp * sy;
     y = cr * sp * cy + sr * cp * sy;
@@ -115,10 +117,10 @@ void Quaternion::Slerp(Quaternion a, Quaternion b, float t) {
     float weightA = 1.0f - t;
     float weightB = t;
     if (1.0f - c > 0.0f) {
-        const float omega = std::acos(c);
-        const float s = std::sin(omega);
-        weightA = std::sin((1.0f - t) * omega) / s;
-        weightB = std::sin(t * omega) / s;
+        const float omega = ArcCosine(c);
+        const float s = Sine(omega);
+        weightA = Sine((1.0f - t) * omega) / s;
+        weightB = Sine(t * omega) / s;
     }
     x = a.x * weightA + b.x * weightB;
     y = a.y * weightA + b.y * weightB;
