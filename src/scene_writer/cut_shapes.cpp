@@ -4,11 +4,15 @@
 #include <cmath>
 #include <utility>
 
+#include "scene_writer/refusal.h"
 #include "scene_writer/shapes.h"
 
 namespace {
 
 int Cells(Float3 edge, float cell) {
+    if (!(cell > 0.0f)) {
+        Refuse("cut shape", "its cells need a size above 0");
+    }
     const float length = std::sqrt(edge.x * edge.x + edge.y * edge.y + edge.z * edge.z);
     return std::max(1, static_cast<int>(std::lround(length / cell)));
 }
@@ -51,6 +55,7 @@ void TurnOver(SceneObject& mesh) {
 }  // namespace
 
 SceneObject MakeCutBox(const std::string& name, Float3 low, Float3 high, float cell, float tiles) {
+    DemandCorners(name, low, high);
     const Float3 x{high.x - low.x, 0.0f, 0.0f};
     const Float3 y{0.0f, high.y - low.y, 0.0f};
     const Float3 z{0.0f, 0.0f, high.z - low.z};
@@ -67,6 +72,7 @@ SceneObject MakeCutBox(const std::string& name, Float3 low, Float3 high, float c
 }
 
 SceneObject MakeWedge(const std::string& name, Float3 low, Float3 high, float cell, float tiles) {
+    DemandCorners(name, low, high);
     const Float3 x{high.x - low.x, 0.0f, 0.0f};
     const Float3 y{0.0f, high.y - low.y, 0.0f};
     const float height = high.z - low.z;

@@ -1,8 +1,10 @@
 #include "scene_writer/image_file.h"
 
-#include <stdexcept>
+#include <algorithm>
+#include <bit>
 
 #include "scene_writer/bytes.h"
+#include "scene_writer/refusal.h"
 
 namespace {
 
@@ -59,11 +61,24 @@ Image::Image(int newWidth, int newHeight, int newChannels)
     : width(newWidth),
       height(newHeight),
       channels(newChannels),
-      samples(static_cast<std::size_t>(newWidth) * newHeight * newChannels) {}
+      samples(static_cast<std::size_t>(std::max(newWidth, 0)) * std::max(newHeight, 0) *
+              std::max(newChannels, 0)) {
+    if (samples.empty()) {
+        Refuse("image", "it needs a width, a height and channels");
+    }
+}
+
+void Image::RefuseSample(int x, int y, int channel) const {
+    const auto shown = [](int a, int b, int c) {
+        return std::to_string(a) + ", " + std::to_string(b) + ", " + std::to_string(c);
+    };
+    Refuse("image",
+           "the sample at " + shown(x, y, channel) + " lies outside of " + shown(width, height, channels));
+}
 
 std::string TgaBytes(const Image& image) {
     if (image.channels != 3 && image.channels != 4) {
-        throw std::runtime_error("TGA wants 3 or 4 channels");
+        Refuse("image", "TGA wants 3 or 4 channels");
     }
     std::string bytes(12, '\0');
     bytes[2] = 2;  // uncompressed true colour
@@ -120,9 +135,17 @@ std::string SgiBytes(const Image& image, SgiPacking packing) {
 }
 
 void WriteTga(const std::string& path, const Image& image) {
+    for (const int side : {image.width, image.height}) {
+        if (side < 2 || side > 512 || !std::has_single_bit(static_cast<unsigned>(side))) {
+            Refuse(path, "sides are powers of two from 2 to 512, and not " + std::to_string(side));
+        }
+    }
     WriteBytes(path, TgaBytes(image));
 }
 
 void WriteSgi(const std::string& path, const Image& image, SgiPacking packing) {
+    if (image.channels > 4) {
+        Refuse(path, "1 to 4 channels show something, and not " + std::to_string(image.channels));
+    }
     WriteBytes(path, SgiBytes(image, packing));
 }

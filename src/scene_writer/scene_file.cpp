@@ -5,6 +5,7 @@
 #include <bit>
 
 #include "scene_writer/bytes.h"
+#include "scene_writer/refusal.h"
 
 namespace {
 
@@ -100,5 +101,8 @@ std::string SceneFileBytes(const std::vector<SceneObject>& objects) {
 }
 
 void WriteSceneFile(const std::string& path, const std::vector<SceneObject>& objects) {
+    for (const SceneObject& object : objects) {
+        DemandWritable(object);
+    }
     WriteBytes(path, SceneFileBytes(objects));
 }

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "scene_writer/refusal.h"
+
 namespace {
 
 Float3 Sum(Float3 a, Float3 b) {
@@ -12,6 +14,33 @@ Float3 Sum(Float3 a, Float3 b) {
 
 Float3 Scaled(Float3 a, float s) {
     return {a.x * s, a.y * s, a.z * s};
+}
+
+float Dot(Float3 a, Float3 b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+/// Refuses shapes that are turned about an axis with too few sides to enclose anything.
+void DemandRound(const std::string& name, bool hasSize, int sides) {
+    if (!hasSize) {
+        Refuse("object \"" + name + "\"", "its radius and its height have to be above 0");
+    }
+    if (sides < 3) {
+        Refuse("object \"" + name + "\"", "it needs 3 sides or more");
+    }
+}
+
+void DemandAxes(const SceneObject& object, Float3 xAxis, Float3 yAxis, Float3 zAxis) {
+    constexpr float tolerance = 0.01f;
+    for (const Float3& axis : {xAxis, yAxis, zAxis}) {
+        if (!(std::fabs(Dot(axis, axis) - 1.0f) < 2.0f * tolerance)) {
+            Refuse(Named(object), "each axis of its markers has to be one unit long");
+        }
+    }
+    if (!(std::fabs(Dot(xAxis, yAxis)) + std::fabs(Dot(yAxis, zAxis)) + std::fabs(Dot(zAxis, xAxis)) <
+          tolerance)) {
+        Refuse(Named(object), "the axes of its markers have to be at right angles");
+    }
 }
 
 std::int32_t Count(const std::vector<Float3>& values) {
@@ -48,6 +77,10 @@ void AddPlainTexFaces(SceneObject& object) {
 
 SceneObject MakeGrid(const std::string& name, Float3 corner, Float3 u, Float3 v, int columns, int rows,
                      float tiles) {
+    const Float3 area{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
+    if (columns < 1 || rows < 1 || !(Dot(area, area) > 0.0f)) {
+        Refuse("object \"" + name + "\"", "a grid needs edges, columns and rows, or it has no triangles");
+    }
     SceneObject grid;
     grid.name = name;
     for (int row = 0; row <= rows; row++) {
@@ -69,6 +102,7 @@ SceneObject MakeGrid(const std::string& name, Float3 corner, Float3 u, Float3 v,
 }
 
 SceneObject MakeBox(const std::string& name, Float3 low, Float3 high, float tiles) {
+    DemandCorners(name, low, high);
     const Float3 x{high.x - low.x, 0.0f, 0.0f};
     const Float3 y{0.0f, high.y - low.y, 0.0f};
     const Float3 z{0.0f, 0.0f, high.z - low.z};
@@ -83,6 +117,7 @@ SceneObject MakeBox(const std::string& name, Float3 low, Float3 high, float tile
 
 SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, float height, int sides,
                          float tiles) {
+    DemandRound(name, radius > 0.0f && height > 0.0f, sides);
     // A seam in the texture: the last column stands where the first one does.
     SceneObject cylinder = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, 1, tiles);
     for (Float3& vertex : cylinder.vertices) {
@@ -118,6 +153,7 @@ SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, flo
 
 SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int rings, int sides,
                      float tiles) {
+    DemandRound(name, radius > 0.0f && rings > 1, sides);
     SceneObject ball = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, rings, tiles);
     for (Float3& vertex : ball.vertices) {
         const float longitude = vertex.x * 2.0f * std::numbers::pi_v<float>;
@@ -158,6 +194,7 @@ SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int r
 
 SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<LathePoint>& profile,
                       int sides, float tiles) {
+    DemandRound(name, profile.size() > 1, sides);
     const int rings = static_cast<int>(profile.size()) - 1;
     SceneObject grid = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, rings, tiles);
     for (int row = 0; row <= rings; row++) {
@@ -195,6 +232,9 @@ SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<La
             lathe.texFaces.push_back(grid.texFaces[i]);
         }
     }
+    if (lathe.faces.empty()) {
+        Refuse(Named(lathe), "its rings make no triangles");
+    }
     Move(lathe, base);
     return lathe;
 }
@@ -207,6 +247,8 @@ SceneObject MakeCamera(const std::string& name, Float3 eye, Float3 look) {
 }
 
 void Append(SceneObject& object, const SceneObject& part) {
+    DemandNoMarkers(object, "Append");
+    DemandNoMarkers(part, "Append");
     SceneObject added = part;
     if (object.texFaces.empty() != added.texFaces.empty()) {
         SceneObject& plain = object.texFaces.empty() ? object : added;
@@ -240,6 +282,10 @@ void Move(SceneObject& object, Float3 offset) {
 }
 
 void Stretch(SceneObject& object, Float3 centre, Float3 factors) {
+    DemandNoMarkers(object, "Stretch");
+    if (!(factors.x > 0.0f && factors.y > 0.0f && factors.z > 0.0f)) {
+        Refuse(Named(object), "factors have to be above 0, or its triangles look inwards");
+    }
     for (Float3& vertex : object.vertices) {
         vertex.x = centre.x + (vertex.x - centre.x) * factors.x;
         vertex.y = centre.y + (vertex.y - centre.y) * factors.y;
@@ -259,6 +305,8 @@ void TurnAboutZ(SceneObject& object, Float3 centre, float angle) {
 }
 
 void AddMarkers(SceneObject& object, Float3 centre, Float3 xAxis, Float3 yAxis, Float3 zAxis) {
+    DemandNoMarkers(object, "another AddMarkers");
+    DemandAxes(object, xAxis, yAxis, zAxis);
     if (object.texFaces.empty()) {
         object.spareVertex = Count(object.vertices);
     } else {

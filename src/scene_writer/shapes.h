@@ -9,6 +9,9 @@
 // together first, and let `AddMarkers` be the last step.
 //
 // `tiles` is how often a texture repeats along each side of a shape; 0 leaves texture coordinates out.
+//
+// What makes no shape throws std::invalid_argument: one without triangles or size, corners the wrong way
+// round, a mesh that is changed after its markers.
 
 /// A closed box between two corners. Each side has vertices of its own, so that its shading is flat.
 SceneObject MakeBox(const std::string& name, Float3 low, Float3 high, float tiles = 0.0f);
@@ -42,7 +45,7 @@ void Append(SceneObject& object, const SceneObject& part);
 /// Gives all vertices this colour.
 void Paint(SceneObject& object, Float3 colour);
 void Move(SceneObject& object, Float3 offset);
-/// Multiplies the distances from the centre; factors are above 0.
+/// Multiplies the distances from the centre; factors are above 0. Refuses objects with markers.
 void Stretch(SceneObject& object, Float3 centre, Float3 factors);
 /// Turns the object about the vertical through `centre`, counter-clockwise as seen from above.
 /// @param angle radians
@@ -51,6 +54,6 @@ void TurnAboutZ(SceneObject& object, Float3 centre, float angle);
 /// Adds the five marker vertices, none of which a triangle uses. In an object with texture faces the centre
 /// and the axes come to stand right behind as many entries as there are texture vertices, where the engine
 /// keeps them; the spare vertex is the last entry before them, with a texture vertex that no face names.
-/// The axes are vectors from the centre.
+/// The axes are vectors from the centre, of unit length and at right angles. An object takes markers once.
 void AddMarkers(SceneObject& object, Float3 centre, Float3 xAxis = {1.0f, 0.0f, 0.0f},
                 Float3 yAxis = {0.0f, 1.0f, 0.0f}, Float3 zAxis = {0.0f, 0.0f, 1.0f});

@@ -3,6 +3,8 @@
 #include <array>
 #include <cmath>
 
+#include "scene_writer/refusal.h"
+
 namespace {
 
 enum Axis { alongX, alongY, alongZ };
@@ -34,6 +36,10 @@ Float3 Projected(Float3 vertex, Axis axis, float size) {
 }  // namespace
 
 void ProjectTexture(SceneObject& object, float size) {
+    DemandNoMarkers(object, "ProjectTexture");
+    if (!(size > 0.0f)) {
+        Refuse(Named(object), "a texture needs a size above 0");
+    }
     object.texVertices.clear();
     object.texFaces.clear();
     // For each vertex its texture vertex along each axis: neighbours that face the same way share it.
