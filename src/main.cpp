@@ -33,6 +33,7 @@ int main(int count, char** arguments) {
     if (commandLine.frames > 0) {
         LimitFrames(commandLine.frames, commandLine.screenshot);
     }
+    theViewpoint = commandLine.viewpoint;
     CloseOnSignals();
     std::signal(SIGPIPE, SIG_IGN);  // a message that nobody reads is no reason to end
     const int exitCode = WinMain(nullptr, nullptr, arguments[0], SW_SHOW);

@@ -4,12 +4,14 @@
 #include <cstdlib>
 #include <new>
 
+#include "app/free_camera.h"
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/display_mode.h"
 #include "platform/entry.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
+#include "process/viewpoint.h"
 #include "render/gl_state.h"
 #include "scene/scene.h"
 #include "services/log.h"
@@ -134,6 +136,10 @@ int WinMain(HINSTANCE instance, HINSTANCE previousInstance, char* commandLine, i
     theScene->AddSprites(startSpriteCount);
     PlaceSprites();
     theScene->sprites[additiveSprite].blendMode = 0;
+    if (theViewpoint) {
+        const RECT& window = theEngine->windowRect;
+        LookFrom(*theScene, *theViewpoint, window.right - window.left, window.bottom - window.top);
+    }
 
     RunFrameLoop();
     return exitCode;

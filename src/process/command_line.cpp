@@ -2,7 +2,9 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -14,13 +16,15 @@ constexpr int defaultFrames = 100;  // what falls at the start has come to rest 
 
 constexpr const char* help =
     R"(usage: engine [FOLDER]
-       engine [FOLDER] [--screenshot FILE] [--frames N]
+       engine [FOLDER] [--screenshot FILE] [--frames N] [--from X,Y,Z --to X,Y,Z]
 
 Walks through the world that settings.atr in FOLDER, or in the present folder, describes. The log of the
 run, defaultlog.txt, is written there. Escape ends the program.
 
   --frames N         end after N frames
   --screenshot FILE  write the last of these frames to FILE as a PNG image; N is 100 unless --frames tells
+  --from X,Y,Z       take the picture from this place, in the world's coordinates and over the whole window,
+  --to X,Y,Z         and look at that one
   --help             show this text
   --version          show the version
 
@@ -33,6 +37,7 @@ been shown, and the picture is written; 2 for arguments that can't be right.
 Examples:
   engine worlds/castle
   engine worlds/castle --screenshot castle.png
+  engine worlds/castle --screenshot plan.png --from 0,0,300 --to 0,0,0
   xvfb-run -a -s "-screen 0 1280x1024x24" engine worlds/castle --screenshot castle.png --frames 1
 )";
 
@@ -54,16 +59,33 @@ bool ReadNumber(const char* text, int& number) {
     return failure == std::errc() && stop == end;
 }
 
+/// Three numbers with commas between them.
+bool ReadPoint(const char* text, float (&point)[3]) {
+    for (int axis = 0; axis < 3; axis++) {
+        const auto [stop, failure] = std::from_chars(text, text + std::strlen(text), point[axis]);
+        if (failure != std::errc() || !std::isfinite(point[axis]) || *stop != (axis < 2 ? ',' : '\0')) {
+            return false;
+        }
+        text = stop + 1;
+    }
+    return true;
+}
+
 }  // namespace
 
 CommandLine ReadCommandLine(int count, char** arguments) {
-    enum : int { framesOption = 256, screenshotOption, helpOption, versionOption };
+    enum : int { framesOption = 256, screenshotOption, fromOption, toOption, helpOption, versionOption };
     const option options[] = {{"frames", required_argument, nullptr, framesOption},
                               {"screenshot", required_argument, nullptr, screenshotOption},
+                              {"from", required_argument, nullptr, fromOption},
+                              {"to", required_argument, nullptr, toOption},
                               {"help", no_argument, nullptr, helpOption},
                               {"version", no_argument, nullptr, versionOption},
                               {nullptr, 0, nullptr, 0}};
     CommandLine commandLine;
+    Viewpoint viewpoint;
+    bool hasFrom = false;
+    bool hasTo = false;
     opterr = 0;
     for (int found; (found = getopt_long(count, arguments, ":", options, nullptr)) != -1;) {
         switch (found) {
@@ -75,6 +97,13 @@ CommandLine ReadCommandLine(int count, char** arguments) {
             case screenshotOption:
                 // The program may change into another folder before it writes.
                 commandLine.screenshot = std::filesystem::absolute(optarg).string();
+                break;
+            case fromOption:
+            case toOption:
+                if (!ReadPoint(optarg, found == fromOption ? viewpoint.from : viewpoint.to)) {
+                    return Refuse("a place is X,Y,Z, three numbers with commas, and not ", optarg);
+                }
+                (found == fromOption ? hasFrom : hasTo) = true;
                 break;
             case helpOption:
                 std::fputs(help, stdout);
@@ -93,6 +122,13 @@ CommandLine ReadCommandLine(int count, char** arguments) {
     }
     if (optind < count) {
         commandLine.folder = arguments[optind];
+    }
+    if (hasFrom || hasTo) {
+        if (!hasFrom || !hasTo || commandLine.screenshot.empty() ||
+            std::ranges::equal(viewpoint.from, viewpoint.to)) {
+            return Refuse("--from and --to need each other, two places and ", "--screenshot");
+        }
+        commandLine.viewpoint = viewpoint;
     }
     if (!commandLine.screenshot.empty() && commandLine.frames == 0) {
         commandLine.frames = defaultFrames;

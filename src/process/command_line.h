@@ -1,15 +1,19 @@
 #pragma once
 
+#include <optional>
 #include <string>
+
+#include "process/viewpoint.h"
 
 inline constexpr int wrongUsage = 2;  ///< the exit code for arguments that can't be right
 
 /// What the user asked for when starting the program.
 struct CommandLine {
-    std::string folder;      ///< to run in; empty: the present one
-    std::string screenshot;  ///< the picture's file, with its whole path; empty: none
-    int frames = 0;          ///< after which to end; 0: when the user ends it
-    int exitCode = -1;       ///< to end with at once, as everything has been said; below 0: go on
+    std::string folder;                  ///< to run in; empty: the present one
+    std::string screenshot;              ///< the picture's file, with its whole path; empty: none
+    std::optional<Viewpoint> viewpoint;  ///< of the picture, in place of the players'
+    int frames = 0;                      ///< after which to end; 0: when the user ends it
+    int exitCode = -1;  ///< to end with at once, as everything has been said; below 0: go on
 };
 
 /// Reads the arguments, answers `--help` and `--version`, and tells what is wrong with the others.

@@ -37,7 +37,9 @@ TEST(CommandLine, AnswersAndRefuses) {
     EXPECT_EQ(Engine("--help").exitCode, 0);
     EXPECT_TRUE(Contains(Engine("--help").output, "usage: engine [FOLDER]"));
     EXPECT_EQ(Engine("--version").output.rfind("Engine ", 0), 0u);
-    for (const char* wrong : {"--colour", "--frames", "--frames 0", "--frames 1x", "one two", "nowhere"}) {
+    for (const char* wrong : {"--colour", "--frames", "--frames 0", "--frames 1x", "one two", "nowhere",
+                              "--from 1,2,3 --to 4,5,6", "--screenshot x.png --from 1,2,3",
+                              "--screenshot x.png --from 1,2 --to 4,5,6"}) {
         const CommandResult refused = Engine(wrong);
         EXPECT_EQ(refused.exitCode, 2) << wrong;
         EXPECT_TRUE(Contains(refused.output, "error: ")) << wrong;
@@ -80,6 +82,15 @@ TEST(CommandLine, AScreenshotShowsTheWorldAndTheRunEndsInOrder) {
     const auto level = [](char byte) { return static_cast<unsigned char>(byte); };
     EXPECT_GT(level(sky[2]), level(sky[0]) + 30) << "blue above";
     EXPECT_GT(level(lawn[1]), level(lawn[2]) + 30) << "green below";
+
+    // Straight from above, with north above: stones of the wall's top in the corner, lawn at the gate's
+    // side.
+    EXPECT_EQ(Engine("world --frames 3 --screenshot plan.png --from 0,0,90 --to 0,0,0").exitCode, 0);
+    const std::string stone = Pixel("plan.png", 85, 25);
+    const std::string grass = Pixel("plan.png", 300, 180);
+    ASSERT_EQ(stone.size() + grass.size(), 6u);
+    EXPECT_GT(level(stone[2]), level(stone[0]) - 40) << "grey";
+    EXPECT_GT(level(grass[1]), level(grass[2]) + 30) << "green";
 
     EXPECT_EQ(Engine("world --frames 1 --screenshot nowhere/picture.png").exitCode, 2);
     const CommandResult empty = Engine("--frames 1");  // no settings: no box waits for anybody
