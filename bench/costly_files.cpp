@@ -29,24 +29,24 @@ std::string RepeatUpTo(const std::string& text, std::int64_t bytes) {
     return Repeat(text, bytes / static_cast<std::int64_t>(text.size()));
 }
 
-SceneObject Named(const std::string& name) {
-    SceneObject object;
+engine::SceneObject Named(const std::string& name) {
+    engine::SceneObject object;
     object.name = name;
     return object;
 }
 
 /// Objects without a mesh, a0, a1 and so on.
-std::vector<SceneObject> NumberedObjects(std::int64_t count) {
-    std::vector<SceneObject> objects;
+std::vector<engine::SceneObject> NumberedObjects(std::int64_t count) {
+    std::vector<engine::SceneObject> objects;
     for (std::int64_t i = 0; i < count; i++) {
         objects.push_back(Named("a" + std::to_string(i)));
     }
     return objects;
 }
 
-void WriteScene(const std::vector<SceneObject>& objects, const std::string& attributes) {
+void WriteScene(const std::vector<engine::SceneObject>& objects, const std::string& attributes) {
     WriteSceneFile("costly.bin", objects);
-    WriteBytes("costly.atr", attributes);
+    engine::WriteBytes("costly.atr", attributes);
 }
 
 void LoadScene() {
@@ -54,7 +54,7 @@ void LoadScene() {
 }
 
 void WriteSettings(const std::string& text) {
-    WriteBytes("settings.atr", text + "}");
+    engine::WriteBytes("settings.atr", text + "}");
 }
 
 void LoadSettings() {
@@ -65,9 +65,9 @@ void LoadSettings() {
 /// A block for each object, each within the one before, half of the bytes in the scene file.
 template <const char* inside>
 void WriteNestedBlocks(std::int64_t bytes) {
-    const std::vector<SceneObject> objects = NumberedObjects(bytes / 2 / recordSize);
+    const std::vector<engine::SceneObject> objects = NumberedObjects(bytes / 2 / recordSize);
     std::string text;
-    for (const SceneObject& object : objects) {
+    for (const engine::SceneObject& object : objects) {
         text += object.name + " { " + inside + "\n";
     }
     WriteScene(objects, text + Repeat("}", static_cast<std::int64_t>(objects.size())));
@@ -80,9 +80,9 @@ constexpr char groups[] = "*GROUPMEMBER 3 *GROUPPARENT 2";
 constexpr char words[] = "no keys, but 12 numbers";
 
 void WriteUnclosedBlocks(std::int64_t bytes) {
-    const std::vector<SceneObject> objects = NumberedObjects(bytes / 2 / recordSize);
+    const std::vector<engine::SceneObject> objects = NumberedObjects(bytes / 2 / recordSize);
     std::string text;
-    for (const SceneObject& object : objects) {
+    for (const engine::SceneObject& object : objects) {
         text += object.name + " { *PHYSICS 1\n";
     }
     WriteScene(objects, text);
@@ -102,9 +102,9 @@ void WriteSettingsBeforeALongNumber(std::int64_t bytes) {
 
 /// Each of many objects is told by a key of its own to look for what isn't there.
 void WriteNestedBlocksBeforeNothing(std::int64_t bytes) {
-    const std::vector<SceneObject> objects = NumberedObjects(bytes / 4 / recordSize);
+    const std::vector<engine::SceneObject> objects = NumberedObjects(bytes / 4 / recordSize);
     std::string text;
-    for (const SceneObject& object : objects) {
+    for (const engine::SceneObject& object : objects) {
         text += object.name + "{";
     }
     text += "*LIGHT *TEXTURE " + std::string(static_cast<std::size_t>(bytes / 2), ' ');
@@ -131,7 +131,7 @@ void WriteManyScenes(std::int64_t bytes) {
 
 /// Names of blanks and line ends alone, of which there are thousands, and blocks for none or all of them.
 void WriteBlankNames(std::int64_t bytes) {
-    std::vector<SceneObject> objects;
+    std::vector<engine::SceneObject> objects;
     for (std::int64_t i = 0; i < bytes / 2 / recordSize; i++) {
         std::string name;
         for (int bit = 0; bit < 16; bit++) {
@@ -144,7 +144,7 @@ void WriteBlankNames(std::int64_t bytes) {
 
 /// Names with a brace in them, each of which has its block.
 void WriteBraceNames(std::int64_t bytes) {
-    std::vector<SceneObject> objects;
+    std::vector<engine::SceneObject> objects;
     std::string text;
     for (std::int64_t i = 0; i < bytes / 2 / recordSize; i++) {
         objects.push_back(Named("a{" + std::to_string(i)));
@@ -156,7 +156,7 @@ void WriteBraceNames(std::int64_t bytes) {
 
 /// Each block is preceded by others' names that end in the same characters.
 void WriteEqualEndings(std::int64_t bytes) {
-    std::vector<SceneObject> objects = NumberedObjects(20);
+    std::vector<engine::SceneObject> objects = NumberedObjects(20);
     for (std::size_t i = 0; i < objects.size(); i++) {
         objects[i].name = std::string(i + 1, 'a');
     }
@@ -168,7 +168,7 @@ void WriteBracesOnly(std::int64_t bytes) {
 }
 
 void WriteEmptyKeyTracks(std::int64_t bytes) {
-    SceneObject object = Named("a");
+    engine::SceneObject object = Named("a");
     object.keyTracks.resize(static_cast<std::size_t>(bytes / 4));
     WriteScene({object}, "");
 }
@@ -199,13 +199,13 @@ void WriteSharedRows(std::int64_t bytes) {
             AppendBigEndian(image, value, 4);
         }
     }
-    WriteBytes("costly.rgb", image + RepeatUpTo("\x01\x07", packetBytes));
+    engine::WriteBytes("costly.rgb", image + RepeatUpTo("\x01\x07", packetBytes));
 }
 
 /// A header alone, of an image as large as can be.
 void WriteImageHeader(std::int64_t bytes) {
     const auto side = static_cast<std::uint32_t>(std::min<std::int64_t>(bytes / 16, 65535));
-    WriteBytes("costly.rgb", ImageHeader(1, side, 16000, 4));
+    engine::WriteBytes("costly.rgb", ImageHeader(1, side, 16000, 4));
 }
 
 void LoadImage() {

@@ -12,12 +12,13 @@
 
 namespace {
 
-SceneObject Ground(const std::string& name, float x, float y, float side, std::int64_t triangles,
-                   float tiles) {
+engine::SceneObject Ground(const std::string& name, float x, float y, float side, std::int64_t triangles,
+                           float tiles) {
     const int cells =
         std::max(1, static_cast<int>(std::lround(std::sqrt(static_cast<double>(triangles) / 2))));
-    SceneObject ground = MakeGrid(name, {x, y, 0}, {side, 0, 0}, {0, side, 0}, cells, cells, tiles);
-    for (Float3& vertex : ground.vertices) {
+    engine::SceneObject ground =
+        engine::MakeGrid(name, {x, y, 0}, {side, 0, 0}, {0, side, 0}, cells, cells, tiles);
+    for (engine::Float3& vertex : ground.vertices) {
         vertex.z = 0.1f * std::sin(vertex.x) * std::cos(vertex.y);
     }
     AddMarkers(ground, {x + side / 2, y + side / 2, 0});
@@ -35,11 +36,11 @@ SceneFiles WriteOnce(const std::string& stem, Make make) {
         files.mesh = stem + ".bin";
         files.attributes = stem + ".atr";
         std::string attributes;
-        const std::vector<SceneObject> objects = make(attributes);
+        const std::vector<engine::SceneObject> objects = make(attributes);
         WriteSceneFile(files.mesh, objects);
-        WriteBytes(files.attributes, attributes);
+        engine::WriteBytes(files.attributes, attributes);
         files.objects = static_cast<std::int64_t>(objects.size());
-        for (const SceneObject& object : objects) {
+        for (const engine::SceneObject& object : objects) {
             files.triangles += static_cast<std::int64_t>(object.faces.size());
         }
     }
@@ -51,8 +52,8 @@ SceneFiles WriteOnce(const std::string& stem, Make make) {
 SceneFiles WriteGround(std::int64_t triangles, float tiles) {
     const std::string stem = (tiles == 0.0f ? "plain" : "textured") + std::to_string(triangles);
     return WriteOnce(stem, [&](std::string& attributes) {
-        attributes = AttributeBlock("Ground", {"*NOCOLLIDER"});
-        return std::vector<SceneObject>{Ground("Ground", 0, 0, 1000, triangles, tiles)};
+        attributes = engine::AttributeBlock("Ground", {"*NOCOLLIDER"});
+        return std::vector<engine::SceneObject>{Ground("Ground", 0, 0, 1000, triangles, tiles)};
     });
 }
 
@@ -62,16 +63,16 @@ SceneFiles WriteBoxes(std::int64_t objects, const BoxKind& kind) {
                              std::to_string(objects) + "x" + std::to_string(kind.fillerBytes);
     return WriteOnce(stem, [&](std::string& attributes) {
         const std::string filler(static_cast<std::size_t>(kind.fillerBytes), 'x');
-        std::vector<SceneObject> boxes;
+        std::vector<engine::SceneObject> boxes;
         for (std::int64_t i = 0; i < objects; i++) {
             const float x = 3.0f * static_cast<float>(i);
-            boxes.push_back(MakeBox(kind.equalNames ? "Box" : "Box" + std::to_string(i), {x, 0, 0},
-                                    {x + 1, 1, 1}, kind.textured ? 1.0f : 0.0f));
+            boxes.push_back(engine::MakeBox(kind.equalNames ? "Box" : "Box" + std::to_string(i), {x, 0, 0},
+                                            {x + 1, 1, 1}, kind.textured ? 1.0f : 0.0f));
             AddMarkers(boxes.back(), {x + 0.5f, 0.5f, 0.5f});
             // In the scene equal names are told apart by numbers from 1 up.
             const std::string unique = kind.equalNames && i == 0 ? "Box" : "Box" + std::to_string(i);
             if (kind.blocks) {
-                attributes += AttributeBlock(unique, {filler, "*PHYSICS 1 0.5 0.5"});
+                attributes += engine::AttributeBlock(unique, {filler, "*PHYSICS 1 0.5 0.5"});
             }
         }
         return boxes;
@@ -80,11 +81,11 @@ SceneFiles WriteBoxes(std::int64_t objects, const BoxKind& kind) {
 
 SceneFiles WriteKeyTracks(std::int64_t keys) {
     return WriteOnce("keys" + std::to_string(keys), [&](std::string&) {
-        SceneObject box = MakeBox("Box", {0, 0, 0}, {1, 1, 1});
+        engine::SceneObject box = engine::MakeBox("Box", {0, 0, 0}, {1, 1, 1});
         AddMarkers(box, {0.5f, 0.5f, 0.5f});
-        const SceneKey key{{0.1f, 0, 0}, {0, 0, 1}, 0.01f, {}};
-        box.keyTracks.assign(static_cast<std::size_t>(keys) / 100, SceneKeyTrack(100, key));
-        return std::vector<SceneObject>{box};
+        const engine::SceneKey key{{0.1f, 0, 0}, {0, 0, 1}, 0.01f, {}};
+        box.keyTracks.assign(static_cast<std::size_t>(keys) / 100, engine::SceneKeyTrack(100, key));
+        return std::vector<engine::SceneObject>{box};
     });
 }
 
@@ -95,7 +96,7 @@ void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::i
         std::max(1, static_cast<int>(std::ceil(std::sqrt(static_cast<double>(bodies)))));
     const float side = spacing * static_cast<float>(bodiesAcross);
     const float patchSide = side / static_cast<float>(across);
-    std::vector<SceneObject> objects;
+    std::vector<engine::SceneObject> objects;
     for (int y = 0; y < across; y++) {
         for (int x = 0; x < across; x++) {
             objects.push_back(Ground("Ground", static_cast<float>(x) * patchSide,
@@ -108,25 +109,26 @@ void MakeWorld(Scene& scene, std::int64_t bodies, std::int64_t triangles, std::i
         const float x = spacing * (static_cast<float>(i % bodiesAcross) + 0.5f);
         const float y = spacing * (static_cast<float>(i / bodiesAcross) + 0.5f);
         const std::string name = "Body" + std::to_string(i);
-        objects.push_back(MakeBox(name, {x - 1, y - 1, height - 1}, {x + 1, y + 1, height + 1}));
+        objects.push_back(engine::MakeBox(name, {x - 1, y - 1, height - 1}, {x + 1, y + 1, height + 1}));
         AddMarkers(objects.back(), {x, y, height});
-        attributes += AttributeBlock(name, {"*COLLIDER", "*PHYSICS 1 0 0.5"});
+        attributes += engine::AttributeBlock(name, {"*COLLIDER", "*PHYSICS 1 0 0.5"});
     }
     WriteSceneFile("world.bin", objects);
-    WriteBytes("world.atr", attributes);
+    engine::WriteBytes("world.atr", attributes);
     scene.LoadMesh("world.bin");
 }
 
 void AddBoxes(Scene& scene, std::int64_t count, float x) {
     const auto across = static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(count))));
-    std::vector<SceneObject> boxes;
+    std::vector<engine::SceneObject> boxes;
     for (std::int64_t i = 0; i < count; i++) {
         const float left = x + 8.0f * static_cast<float>(i % across);
         const float front = 8.0f * static_cast<float>(i / across);
-        boxes.push_back(MakeBox("Box" + std::to_string(i), {left, front, 0}, {left + 4, front + 4, 4}));
+        boxes.push_back(
+            engine::MakeBox("Box" + std::to_string(i), {left, front, 0}, {left + 4, front + 4, 4}));
         AddMarkers(boxes.back(), {left + 2, front + 2, 2});
     }
     WriteSceneFile("boxes.bin", boxes);
-    WriteBytes("boxes.atr", "");
+    engine::WriteBytes("boxes.atr", "");
     scene.LoadMesh("boxes.bin");
 }

@@ -1,6 +1,5 @@
 #include "blocks.h"
 #include "courtyard.h"
-#include "float3.h"
 #include "lights.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
@@ -9,11 +8,11 @@ namespace {
 
 void AddLantern(World& world) {
     // Untextured: the colours are all that there is. The light itself hangs a little lower.
-    SceneObject lantern =
-        MakeLathe("Lantern", lampPlace, {{0.0f, -0.1f}, {0.35f, 0.0f}, {0.55f, 1.2f}, {0.0f, 1.2f}}, 6);
+    SceneObject lantern = engine::MakeLathe("Lantern", lampPlace,
+                                            {{0.0f, -0.1f}, {0.35f, 0.0f}, {0.55f, 1.2f}, {0.0f, 1.2f}}, 6);
     Paint(lantern, {1.0f, 0.93f, 0.62f});
     SceneObject cap =
-        MakeLathe("", lampPlace, {{0.0f, 1.2f}, {0.75f, 1.2f}, {0.1f, 1.8f}, {0.1f, 2.4f}}, 6);
+        engine::MakeLathe("", lampPlace, {{0.0f, 1.2f}, {0.75f, 1.2f}, {0.1f, 1.8f}, {0.1f, 2.4f}}, 6);
     Paint(cap, {0.25f, 0.23f, 0.22f});
     Append(lantern, cap);
     world.Add(lantern, Role::Outside, {"*NOCOLLIDER"});

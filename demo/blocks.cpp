@@ -5,7 +5,6 @@
 #include <numbers>
 #include <vector>
 
-#include "float3.h"
 #include "scene_writer/shapes.h"
 
 namespace {
@@ -15,7 +14,7 @@ int Cells(Float3 edge, float cell) {
 }
 
 SceneObject Face(Float3 corner, Float3 u, Float3 v, float cell) {
-    return MakeGrid("", corner, u, v, Cells(u, cell), Cells(v, cell));
+    return engine::MakeGrid("", corner, u, v, Cells(u, cell), Cells(v, cell));
 }
 
 /// Where the ray from the middle of the opening leaves the outline of the arch: a wall of straight sides.
@@ -48,7 +47,7 @@ std::vector<float> Angles(const ArchShape& shape) {
 
 /// A four-sided face, its corners counter-clockwise as seen from the front, cut into two halves across.
 void AddQuad(SceneObject& object, Float3 a, Float3 b, Float3 c, Float3 d) {
-    SceneObject quad = MakeGrid("", {}, {1.0f, 0.0f, 0.0f}, {0.0f, 1.0f, 0.0f}, 2, 1);
+    SceneObject quad = engine::MakeGrid("", {}, {1.0f, 0.0f, 0.0f}, {0.0f, 1.0f, 0.0f}, 2, 1);
     quad.vertices = {a, Mixed(a, b, 0.5f), b, d, Mixed(d, c, 0.5f), c};
     Append(object, quad);
 }

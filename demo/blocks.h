@@ -4,6 +4,9 @@
 
 #include "scene_writer/scene_file.h"
 
+using engine::Float3;
+using engine::SceneObject;
+
 // Solid pieces of masonry. Their sides are divided into cells, since the engine lights corners only: a
 // lamp in the middle of a large face would not show. No textures and no markers yet.
 

@@ -2,7 +2,6 @@
 #include <string>
 
 #include "courtyard.h"
-#include "float3.h"
 #include "scene_writer/shapes.h"
 
 // Every collider is the same ellipsoid, 4 wide and 10 high. A body that stands on the ground thus has its
@@ -29,8 +28,8 @@ std::vector<std::string> Attributes(const Drop& drop) {
 void AddCrate(World& world, int number, const Drop& drop, float angle) {
     constexpr float half = 1.3f;
     const Float3 low = drop.foot + Float3{-half, -half, 0.0f};
-    SceneObject crate = MakeBox("Crate" + std::to_string(number), low,
-                                low + Float3{2.0f * half, 2.0f * half, 2.0f * half}, 1.0f);
+    SceneObject crate = engine::MakeBox("Crate" + std::to_string(number), low,
+                                        low + Float3{2.0f * half, 2.0f * half, 2.0f * half}, 1.0f);
     TurnAboutZ(crate, drop.foot, angle);
     AddMarkers(crate, drop.foot + footToCentre);
     world.AddTextured(crate, Role::Moving, "crate.rgb", Attributes(drop));
@@ -38,8 +37,8 @@ void AddCrate(World& world, int number, const Drop& drop, float angle) {
 
 void AddBall(World& world, int number, const Drop& drop, Float3 colour) {
     constexpr float radius = 1.25f;
-    SceneObject ball = MakeBall("Ball" + std::to_string(number), drop.foot + Float3{0.0f, 0.0f, radius},
-                                radius, 8, 12, 1.0f);
+    SceneObject ball = engine::MakeBall("Ball" + std::to_string(number),
+                                        drop.foot + Float3{0.0f, 0.0f, radius}, radius, 8, 12, 1.0f);
     Paint(ball, colour);
     AddMarkers(ball, drop.foot + footToCentre);
     world.AddTextured(ball, Role::Moving, "stripes.rgb", Attributes(drop));
@@ -55,8 +54,8 @@ void AddPile(World& world) {
     };
     for (const Place& place : {Place{22.0f, 11.5f, 0.0f, 0.1f}, Place{26.2f, 12.2f, 0.0f, -0.15f},
                                Place{23.8f, 12.0f, 3.4f, 0.3f}}) {
-        SceneObject crate = MakeBox("", {place.x - 1.7f, place.y - 1.7f, place.z},
-                                    {place.x + 1.7f, place.y + 1.7f, place.z + 3.4f}, 1.0f);
+        SceneObject crate = engine::MakeBox("", {place.x - 1.7f, place.y - 1.7f, place.z},
+                                            {place.x + 1.7f, place.y + 1.7f, place.z + 3.4f}, 1.0f);
         TurnAboutZ(crate, {place.x, place.y, 0.0f}, place.angle);
         Append(pile, crate);
     }

@@ -1,6 +1,5 @@
 #include "blocks.h"
 #include "courtyard.h"
-#include "float3.h"
 #include "lights.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
@@ -55,17 +54,17 @@ void AddUrn(World& world) {
     SceneObject pedestal = MakeBlock("Pedestal", {place.x - 1.6f, place.y - 1.6f, 0.0f},
                                      {place.x + 1.6f, place.y + 1.6f, 3.2f}, 1.6f, upright | top);
     AddStone(world, pedestal, "plaster.rgb", 4.0f);
-    SceneObject urn = MakeLathe("Urn", {place.x, place.y, 3.2f},
-                                {{0.0f, 0.0f},
-                                 {0.8f, 0.0f},
-                                 {0.45f, 0.5f},
-                                 {0.6f, 0.9f},
-                                 {1.35f, 2.0f},
-                                 {1.25f, 2.9f},
-                                 {0.6f, 3.5f},
-                                 {0.75f, 4.0f},
-                                 {0.0f, 3.8f}},
-                                12);
+    SceneObject urn = engine::MakeLathe("Urn", {place.x, place.y, 3.2f},
+                                        {{0.0f, 0.0f},
+                                         {0.8f, 0.0f},
+                                         {0.45f, 0.5f},
+                                         {0.6f, 0.9f},
+                                         {1.35f, 2.0f},
+                                         {1.25f, 2.9f},
+                                         {0.6f, 3.5f},
+                                         {0.75f, 4.0f},
+                                         {0.0f, 3.8f}},
+                                        12);
     Paint(urn, {0.95f, 0.72f, 0.28f});
     world.Add(urn, Role::Fixed);
 }
@@ -92,8 +91,8 @@ void AddChamber(World& world) {
     AddRoom(world);
     AddUrn(world);
     AddCurtain(world);
-    SceneObject lamp =
-        MakeLathe("SpotLamp", spotPlace, {{0.7f, 0.0f}, {0.35f, 0.6f}, {0.35f, ceiling - spotPlace.z}}, 8);
+    SceneObject lamp = engine::MakeLathe("SpotLamp", spotPlace,
+                                         {{0.7f, 0.0f}, {0.35f, 0.6f}, {0.35f, ceiling - spotPlace.z}}, 8);
     Paint(lamp, {0.2f, 0.2f, 0.22f});
     world.Add(lamp, Role::Outside, {"*NOCOLLIDER"});
 }

@@ -1,7 +1,6 @@
 #include <array>
 
 #include "courtyard.h"
-#include "float3.h"
 #include "noise.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
@@ -15,14 +14,14 @@ namespace {
 constexpr Float3 treePlace{-4.5f, -4.5f, 0.0f};
 
 void AddRing(World& world) {
-    SceneObject ring =
-        MakeLathe("Ring", treePlace,
-                  {{7.7f, 0.0f}, {7.7f, 1.5f}, {7.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 0.0f}}, 24);
+    SceneObject ring = engine::MakeLathe(
+        "Ring", treePlace,
+        {{7.7f, 0.0f}, {7.7f, 1.5f}, {7.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 0.0f}}, 24);
     Paint(ring, {0.98f, 0.92f, 0.82f});
     ProjectTexture(ring, 8.0f);
     world.AddTextured(ring, Role::Fixed, "plaster.rgb");
 
-    SceneObject soil = MakeLathe("Soil", treePlace, {{6.8f, 0.4f}, {3.5f, 0.6f}, {0.0f, 0.7f}}, 24);
+    SceneObject soil = engine::MakeLathe("Soil", treePlace, {{6.8f, 0.4f}, {3.5f, 0.6f}, {0.0f, 0.7f}}, 24);
     for (std::size_t i = 0; i < soil.vertices.size(); i++) {
         const float grain = Random(static_cast<int>(i), 0, 51);
         soil.colours.push_back(Mixed({0.34f, 0.42f, 0.18f}, {0.5f, 0.42f, 0.2f}, grain));
@@ -31,7 +30,7 @@ void AddRing(World& world) {
 }
 
 void AddTrunk(World& world) {
-    SceneObject trunk = MakeLathe(
+    SceneObject trunk = engine::MakeLathe(
         "Trunk", treePlace,
         {{2.2f, 0.0f}, {1.5f, 1.2f}, {1.2f, 3.5f}, {1.1f, 7.0f}, {0.9f, 11.0f}, {0.5f, 15.0f}}, 9, 1.0f);
     for (Float3& vertex : trunk.vertices) {
@@ -57,7 +56,7 @@ void AddFoliage(World& world) {
     foliage.name = "Foliage";
     for (std::size_t i = 0; i < clumps.size(); i++) {
         const Float3 centre = treePlace + clumps[i].place;
-        SceneObject clump = MakeBall("", centre, clumps[i].radius, 6, 10, 4.0f);
+        SceneObject clump = engine::MakeBall("", centre, clumps[i].radius, 6, 10, 4.0f);
         clump.colours.clear();
         for (std::size_t j = 0; j < clump.vertices.size(); j++) {
             Float3& vertex = clump.vertices[j];

@@ -1,7 +1,6 @@
 #include <array>
 
 #include "courtyard.h"
-#include "float3.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
 
@@ -27,8 +26,9 @@ void AddPatch(World& world, const std::string& name, float west, float south, fl
               float cell, const std::string& texture, float tile) {
     const Float3 u{east - west, 0.0f, 0.0f};
     const Float3 v{0.0f, north - south, 0.0f};
-    SceneObject patch = MakeGrid(name, {west, south, 0.0f}, u, v, static_cast<int>(std::lround(u.x / cell)),
-                                 static_cast<int>(std::lround(v.y / cell)));
+    SceneObject patch =
+        engine::MakeGrid(name, {west, south, 0.0f}, u, v, static_cast<int>(std::lround(u.x / cell)),
+                         static_cast<int>(std::lround(v.y / cell)));
     for (Float3& vertex : patch.vertices) {
         vertex.z = GroundHeight(vertex.x, vertex.y);
     }

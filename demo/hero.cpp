@@ -2,7 +2,6 @@
 
 #include <numbers>
 
-#include "float3.h"
 #include "scene_writer/shapes.h"
 
 // The figure is modelled at the origin, facing -y as its own Y axis demands, with its feet at height 0. It
@@ -26,10 +25,10 @@ float Swing(int frame) {
 
 /// Small turns about one axis that add up to a swing to either side and back: so the track ends where it
 /// began, and rewinding it is not seen.
-SceneKeyTrack SwingTrack(Float3 axis, float angle) {
-    SceneKeyTrack track;
+engine::SceneKeyTrack SwingTrack(Float3 axis, float angle) {
+    engine::SceneKeyTrack track;
     for (int frame = 0; frame < stepFrames; frame++) {
-        SceneKey key;
+        engine::SceneKey key;
         key.axis = axis;
         key.angle = angle * (Swing(frame + 1) - Swing(frame));
         track.push_back(key);
@@ -38,11 +37,11 @@ SceneKeyTrack SwingTrack(Float3 axis, float angle) {
 }
 
 /// Two small nods up and down, one for each step.
-SceneKeyTrack NodTrack(float height) {
-    SceneKeyTrack track;
+engine::SceneKeyTrack NodTrack(float height) {
+    engine::SceneKeyTrack track;
     const auto lift = [height](int frame) { return height * std::fabs(Swing(frame)); };
     for (int frame = 0; frame < stepFrames; frame++) {
-        SceneKey key;
+        engine::SceneKey key;
         key.translation = {0.0f, 0.0f, lift(frame + 1) - lift(frame)};
         track.push_back(key);
     }
@@ -50,13 +49,13 @@ SceneKeyTrack NodTrack(float height) {
 }
 
 /// Tracks for walking forward, backward and sideways. In the parent's axes: X points to the figure's left.
-std::vector<SceneKeyTrack> LimbTracks(float angle) {
+std::vector<engine::SceneKeyTrack> LimbTracks(float angle) {
     return {SwingTrack({1.0f, 0.0f, 0.0f}, angle), SwingTrack({1.0f, 0.0f, 0.0f}, -0.7f * angle),
             SwingTrack({0.0f, 1.0f, 0.0f}, 0.4f * angle)};
 }
 
-SceneObject MakeLimb(const std::vector<LathePoint>& profile, Float3 top, Float3 colour) {
-    SceneObject limb = MakeLathe("", top, profile, 8);
+SceneObject MakeLimb(const std::vector<engine::LathePoint>& profile, Float3 top, Float3 colour) {
+    SceneObject limb = engine::MakeLathe("", top, profile, 8);
     Paint(limb, colour);
     return limb;
 }
@@ -65,7 +64,7 @@ SceneObject MakeLeg(const Hero& hero, float side) {
     const Float3 hip{0.52f * side, 0.0f, 4.4f};
     SceneObject leg = MakeLimb({{0.0f, -3.9f}, {0.34f, -3.8f}, {0.4f, -2.0f}, {0.5f, -0.3f}, {0.0f, 0.3f}},
                                hip, hero.trousers);
-    SceneObject shoe = MakeBall("", {hip.x, -0.25f, 0.32f}, 0.5f, 5, 8);
+    SceneObject shoe = engine::MakeBall("", {hip.x, -0.25f, 0.32f}, 0.5f, 5, 8);
     Stretch(shoe, {hip.x, -0.25f, 0.0f}, {0.85f, 1.6f, 0.9f});
     Paint(shoe, leather);
     Append(leg, shoe);
@@ -77,7 +76,7 @@ SceneObject MakeArm(const Hero& hero, float side) {
     SceneObject arm =
         MakeLimb({{0.0f, -2.2f}, {0.24f, -2.1f}, {0.28f, -1.2f}, {0.36f, -0.2f}, {0.0f, 0.35f}}, shoulder,
                  hero.shirt);
-    SceneObject hand = MakeBall("", {shoulder.x, 0.0f, shoulder.z - 2.5f}, 0.3f, 5, 7);
+    SceneObject hand = engine::MakeBall("", {shoulder.x, 0.0f, shoulder.z - 2.5f}, 0.3f, 5, 7);
     Paint(hand, skin);
     Append(arm, hand);
     return arm;
@@ -97,24 +96,24 @@ SceneObject MakeTorso(const Hero& hero) {
 /// player doesn't see from there.
 SceneObject MakeHead() {
     constexpr Float3 middle{0.0f, 0.0f, 8.45f};
-    SceneObject head = MakeCamera("", {0.0f, -0.6f, 8.55f}, {0.0f, -1.6f, 8.5f});
-    SceneObject face = MakeBall("", middle, 0.78f, 8, 10);
+    SceneObject head = engine::MakeCamera("", {0.0f, -0.6f, 8.55f}, {0.0f, -1.6f, 8.5f});
+    SceneObject face = engine::MakeBall("", middle, 0.78f, 8, 10);
     Stretch(face, middle, {0.9f, 1.0f, 1.12f});
     Paint(face, skin);
     Append(head, face);
-    SceneObject scalp = MakeBall("", middle + Float3{0.0f, 0.16f, 0.16f}, 0.8f, 8, 10);
+    SceneObject scalp = engine::MakeBall("", middle + Float3{0.0f, 0.16f, 0.16f}, 0.8f, 8, 10);
     Stretch(scalp, middle, {0.96f, 1.0f, 1.08f});
     Paint(scalp, hair);
     Append(head, scalp);
     for (const float side : {-1.0f, 1.0f}) {
-        SceneObject eye = MakeBall("", {0.27f * side, -0.66f, 8.56f}, 0.12f, 4, 6);
+        SceneObject eye = engine::MakeBall("", {0.27f * side, -0.66f, 8.56f}, 0.12f, 4, 6);
         Paint(eye, {0.1f, 0.1f, 0.12f});
         Append(head, eye);
     }
-    SceneObject nose = MakeBall("", {0.0f, -0.8f, 8.36f}, 0.11f, 4, 6);
+    SceneObject nose = engine::MakeBall("", {0.0f, -0.8f, 8.36f}, 0.11f, 4, 6);
     Paint(nose, skin * 0.95f);
     Append(head, nose);
-    SceneObject mouth = MakeBall("", {0.0f, -0.68f, 8.08f}, 0.16f, 4, 6);
+    SceneObject mouth = engine::MakeBall("", {0.0f, -0.68f, 8.08f}, 0.16f, 4, 6);
     Stretch(mouth, {0.0f, -0.68f, 8.08f}, {1.2f, 0.6f, 0.3f});
     Paint(mouth, {0.55f, 0.25f, 0.22f});
     Append(head, mouth);
@@ -129,7 +128,7 @@ void AddHero(World& world, const Hero& hero) {
     const Float3 xAxis{std::cos(turn), std::sin(turn), 0.0f};
     const Float3 yAxis{-std::sin(turn), std::cos(turn), 0.0f};
     const auto put = [&](SceneObject part, const std::string& name, Float3 pivot,
-                         std::vector<SceneKeyTrack> tracks, std::vector<std::string> attributes) {
+                         std::vector<engine::SceneKeyTrack> tracks, std::vector<std::string> attributes) {
         part.name = name + number;
         part.keyTracks = std::move(tracks);
         TurnAboutZ(part, {}, turn);
@@ -157,13 +156,14 @@ void AddHero(World& world, const Hero& hero) {
     // A gravity of more than 0.5 brings a walker back to the ground in every frame, which makes the walk
     // smooth. The body's own tracks hold still, but they are what tells that a step is under way. It stands
     // on its own list, so that they are rewound together with the limbs'.
-    const SceneKeyTrack still(stepFrames);
+    const engine::SceneKeyTrack still(stepFrames);
     put(MakeTorso(hero), "Hero", bodyCentre, {still, still, still},
         {"*GROUPMEMBER " + number, "*GROUPPARENT " + number, "*PLAYEROBJECT " + number, "*COLLIDER",
          "*PHYSICS 0.55 0 0.5"});
 
     // Behind the body, since it looks for the player's object. Its first vertex is the place of the centre.
-    SceneObject spawn = MakeCamera("Start" + number, hero.start + bodyCentre, hero.start + bodyCentre);
+    SceneObject spawn =
+        engine::MakeCamera("Start" + number, hero.start + bodyCentre, hero.start + bodyCentre);
     AddMarkers(spawn, hero.start + bodyCentre);
     world.Add(spawn, Role::Moving, {"*PLAYERSPAWNPOINT " + number, "*INVISIBLE", "*NOCOLLIDER"});
 }

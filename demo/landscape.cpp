@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "courtyard.h"
-#include "float3.h"
 #include "lights.h"
 #include "noise.h"
 #include "scene_writer/shapes.h"
@@ -10,14 +9,14 @@
 
 namespace {
 
-Float3 Colour(Float4 value) {
+Float3 Colour(engine::Float4 value) {
     return {value.x, value.y, value.z};
 }
 
 /// The vertex colour that gives `wanted` on the screen under the lights that reach everything.
 Float3 Unlit(Float3 wanted, Float3 normal) {
     Float3 light = Float3{globalAmbient, globalAmbient, globalAmbient} + Colour(Sun().ambient);
-    for (const SceneLight& source : {Sun(), Sky(), Ground()}) {
+    for (const engine::SceneLight& source : {Sun(), Sky(), Ground()}) {
         light = light +
                 Colour(source.diffuse) * std::max(0.0f, Dot(normal, Normalised(Colour(source.position))));
     }
@@ -29,12 +28,12 @@ Float3 Unlit(Float3 wanted, Float3 normal) {
 void AddSky(World& world) {
     constexpr float reach = 640.0f;
     constexpr float height = 150.0f;
-    std::vector<LathePoint> profile;
+    std::vector<engine::LathePoint> profile;
     for (const float share : {1.0f, 0.9f, 0.75f, 0.6f, 0.45f, 0.3f, 0.15f, 0.0f}) {
         profile.push_back({reach * share, height * (1.0f - share * share)});
     }
-    SceneObject sky = MakeLathe("SkyDome", {0.0f, 0.0f, -8.0f}, profile, 24);
-    for (Int3& face : sky.faces) {
+    SceneObject sky = engine::MakeLathe("SkyDome", {0.0f, 0.0f, -8.0f}, profile, 24);
+    for (engine::Int3& face : sky.faces) {
         std::swap(face.b, face.c);  // it is seen from within
     }
     const std::vector<Float3> normals = VertexNormals(sky);
@@ -58,8 +57,8 @@ float HillHeight(float x, float y) {
 }
 
 void AddMeadow(World& world) {
-    SceneObject meadow = MakeGrid("Meadow", {-150.0f, -250.0f, 0.0f}, {320.0f, 0.0f, 0.0f},
-                                  {0.0f, 250.0f + southWall - 4.0f, 0.0f}, 16, 14);
+    SceneObject meadow = engine::MakeGrid("Meadow", {-150.0f, -250.0f, 0.0f}, {320.0f, 0.0f, 0.0f},
+                                          {0.0f, 250.0f + southWall - 4.0f, 0.0f}, 16, 14);
     for (Float3& vertex : meadow.vertices) {
         vertex.z = HillHeight(vertex.x, vertex.y) - 0.1f;
         const float haze = std::clamp((southWall - vertex.y) / 200.0f, 0.0f, 1.0f);
@@ -70,7 +69,7 @@ void AddMeadow(World& world) {
 
     // The path goes on, in a bend. Where the meadow lies higher it covers it.
     SceneObject track =
-        MakeGrid("Track", {8.0f, -80.0f, 0.0f}, {10.0f, 0.0f, 0.0f}, {0.0f, 40.0f, 0.0f}, 3, 14);
+        engine::MakeGrid("Track", {8.0f, -80.0f, 0.0f}, {10.0f, 0.0f, 0.0f}, {0.0f, 40.0f, 0.0f}, 3, 14);
     for (Float3& vertex : track.vertices) {
         const float away = southWall - 4.0f - vertex.y;
         vertex.x += away * away * 0.012f;
@@ -89,12 +88,13 @@ void AddGrove(World& world) {
         const float y = -75.0f - 60.0f * Random(i, 1, 63);
         const float size = 1.0f + 0.5f * Random(i, 2, 63);
         const Float3 foot{x, y, HillHeight(x, y) - 0.5f};
-        SceneObject stem = MakeLathe("", foot, {{0.8f * size, 0.0f}, {0.5f * size, 8.0f * size}}, 5, 1.0f);
+        SceneObject stem =
+            engine::MakeLathe("", foot, {{0.8f * size, 0.0f}, {0.5f * size, 8.0f * size}}, 5, 1.0f);
         Paint(stem, {0.6f, 0.4f, 0.3f});
         Append(grove, stem);
         for (const Float3 place : {Float3{0.0f, 0.0f, 9.0f}, Float3{1.0f, 1.0f, 12.5f}}) {
-            SceneObject crown =
-                MakeBall("", foot + place * size, (place.z < 10.0f ? 4.2f : 3.0f) * size, 5, 7, 2.0f);
+            SceneObject crown = engine::MakeBall("", foot + place * size,
+                                                 (place.z < 10.0f ? 4.2f : 3.0f) * size, 5, 7, 2.0f);
             Paint(crown, {0.95f, 1.0f, 0.85f});
             Append(grove, crown);
         }

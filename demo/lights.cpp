@@ -1,7 +1,7 @@
 #include "lights.h"
 
-SceneLight Lamp() {
-    SceneLight lamp;
+engine::SceneLight Lamp() {
+    engine::SceneLight lamp;
     lamp.ambient = {0.26f, 0.17f, 0.06f, 1.0f};  // what is close to it glows
     lamp.diffuse = {1.15f, 0.78f, 0.36f, 1.0f};
     lamp.position = {lampPlace.x, lampPlace.y, lampPlace.z - 1.2f, 1.0f};
@@ -11,30 +11,30 @@ SceneLight Lamp() {
     return lamp;
 }
 
-SceneLight Sun() {
-    SceneLight sun;
+engine::SceneLight Sun() {
+    engine::SceneLight sun;
     sun.ambient = {0.16f, 0.18f, 0.22f, 1.0f};
     sun.diffuse = {0.92f, 0.84f, 0.66f, 1.0f};
     sun.position = {0.45f, -0.42f, 0.9f, 0.0f};
     return sun;
 }
 
-SceneLight Sky() {
-    SceneLight sky;
+engine::SceneLight Sky() {
+    engine::SceneLight sky;
     sky.diffuse = {0.12f, 0.15f, 0.2f, 1.0f};
     sky.position = {-0.5f, 0.5f, 0.7f, 0.0f};
     return sky;
 }
 
-SceneLight Ground() {
-    SceneLight ground;
+engine::SceneLight Ground() {
+    engine::SceneLight ground;
     ground.diffuse = {0.3f, 0.32f, 0.38f, 1.0f};
     ground.position = {0.0f, 0.0f, -1.0f, 0.0f};
     return ground;
 }
 
-SceneLight Spot() {
-    SceneLight spot;
+engine::SceneLight Spot() {
+    engine::SceneLight spot;
     spot.diffuse = {5.0f, 4.2f, 2.6f, 1.0f};
     spot.position = {spotPlace.x, spotPlace.y, spotPlace.z, 1.0f};
     spot.spotDirection = {0.0f, 0.0f, -1.0f};
@@ -45,5 +45,6 @@ SceneLight Spot() {
 }
 
 std::vector<std::string> LightLines() {
-    return {LightLine(Lamp()), LightLine(Sun()), LightLine(Sky()), LightLine(Ground()), LightLine(Spot())};
+    return {engine::LightLine(Lamp()), engine::LightLine(Sun()), engine::LightLine(Sky()),
+            engine::LightLine(Ground()), engine::LightLine(Spot())};
 }

@@ -5,13 +5,16 @@
 
 #include "scene_writer/attribute_text.h"
 
+using engine::Float3;
+
 // The lights of the courtyard. Sun and sky reach everything; lamp and spot fade with distance.
 
-SceneLight Lamp();  ///< hangs in the arch; the first light, which the keyboard can move
-SceneLight Sun();
-SceneLight Sky();     ///< a weak light against the sun, so that shaded walls keep their shape
-SceneLight Ground();  ///< from below, as the ground gives it back: without it there would be no bright sky
-SceneLight Spot();    ///< under the ceiling of the chamber
+engine::SceneLight Lamp();  ///< hangs in the arch; the first light, which the keyboard can move
+engine::SceneLight Sun();
+engine::SceneLight Sky();  ///< a weak light against the sun, so that shaded walls keep their shape
+engine::SceneLight
+Ground();  ///< from below, as the ground gives it back: without it there would be no bright sky
+engine::SceneLight Spot();  ///< under the ceiling of the chamber
 
 /// Where lamp and spot hang, for the meshes that show them.
 inline constexpr Float3 lampPlace{13.0f, -12.0f, 10.6f};

@@ -1,6 +1,5 @@
 #include "blocks.h"
 #include "courtyard.h"
-#include "float3.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
 
@@ -22,10 +21,10 @@ void AddFloor(World& world, const std::string& name, float from, float to) {
 void AddColumn(World& world, int number, float y) {
     const Float3 base{-34.0f, y, floorHeight};
     const float height = ceiling - floorHeight;
-    const std::vector<LathePoint> profile{{1.7f, 0.0f},          {1.7f, 0.7f},  {1.25f, 1.1f},
-                                          {1.2f, 4.0f},          {1.15f, 7.5f}, {1.0f, height - 1.5f},
-                                          {1.7f, height - 0.8f}, {1.7f, height}};
-    SceneObject column = MakeLathe("Column" + std::to_string(number), base, profile, 10, 1.0f);
+    const std::vector<engine::LathePoint> profile{
+        {1.7f, 0.0f},  {1.7f, 0.7f},          {1.25f, 1.1f},         {1.2f, 4.0f},
+        {1.15f, 7.5f}, {1.0f, height - 1.5f}, {1.7f, height - 0.8f}, {1.7f, height}};
+    SceneObject column = engine::MakeLathe("Column" + std::to_string(number), base, profile, 10, 1.0f);
     ScaleTexture(column, 1.0f, 2.0f);
     Paint(column, {1.0f, 0.96f, 0.88f});
     world.AddTextured(column, Role::Fixed, "plaster.rgb");

@@ -24,7 +24,7 @@ constexpr Hero secondHero{1, {12.0f, -2.0f, 0.1f}, southward, {0.66f, 0.3f, 0.22
 /// A camera that nobody moves.
 void AddWatcher(World& world, int player, Float3 eye, Float3 look) {
     const std::string number = std::to_string(player);
-    SceneObject watcher = MakeCamera("Watcher" + number, eye, look);
+    SceneObject watcher = engine::MakeCamera("Watcher" + number, eye, look);
     AddMarkers(watcher, eye);
     world.Add(watcher, Role::Moving, {"*CAMERAOBJECT " + number + " 0 1", "*NOCOLLIDER"});
 }

@@ -4,7 +4,6 @@
 #include <array>
 #include <numbers>
 
-#include "float3.h"
 #include "lights.h"
 
 namespace {
@@ -81,7 +80,7 @@ bool IsBlocked(const Ray& ray, const std::vector<Occluder>& occluders) {
         if (!MayHit(ray, occluder)) {
             continue;
         }
-        for (const Int3 face : occluder.mesh->faces) {
+        for (const engine::Int3 face : occluder.mesh->faces) {
             const std::vector<Float3>& vertices = occluder.mesh->vertices;
             if (HitsTriangle(ray, vertices[face.a], vertices[face.b], vertices[face.c])) {
                 return true;
@@ -107,12 +106,12 @@ std::array<Float3, 16> DirectionsAbout(Float3 normal) {
     return directions;
 }
 
-Float3 Colour(Float4 value) {
+Float3 Colour(engine::Float4 value) {
     return {value.x, value.y, value.z};
 }
 
 /// Light of a direction on a surface.
-Float3 Falling(const SceneLight& light, Float3 normal) {
+Float3 Falling(const engine::SceneLight& light, Float3 normal) {
     const Float3 direction = Normalised(Colour(light.position));
     return Colour(light.diffuse) * std::max(0.0f, Dot(normal, direction));
 }
@@ -165,7 +164,7 @@ Float3 Shade(Float3 vertex, Float3 normal, const std::vector<Occluder>& occluder
 
 std::vector<Float3> VertexNormals(const SceneObject& mesh) {
     std::vector<Float3> normals(mesh.vertices.size());
-    for (const Int3 face : mesh.faces) {
+    for (const engine::Int3 face : mesh.faces) {
         const Float3 a = mesh.vertices[face.a];
         const Float3 normal = Normalised(Cross(mesh.vertices[face.b] - a, mesh.vertices[face.c] - a));
         for (const std::int32_t corner : {face.a, face.b, face.c}) {

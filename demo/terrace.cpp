@@ -1,6 +1,5 @@
 #include "blocks.h"
 #include "courtyard.h"
-#include "float3.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
 
@@ -56,8 +55,8 @@ void AddRamp(World& world) {
     constexpr float foot = -12.0f;
     constexpr float west = 32.0f;
     constexpr int cells = 12;
-    SceneObject ramp = MakeGrid("Ramp", {west, foot, 0.0f}, {eastWall - west, 0.0f, 0.0f},
-                                {0.0f, terraceSouth - foot, terraceHeight}, 4, cells);
+    SceneObject ramp = engine::MakeGrid("Ramp", {west, foot, 0.0f}, {eastWall - west, 0.0f, 0.0f},
+                                        {0.0f, terraceSouth - foot, terraceHeight}, 4, cells);
     Paint(ramp, {1.0f, 0.95f, 0.85f});
     ProjectTexture(ramp, 12.0f);
     world.AddTextured(ramp, Role::Fixed, "cobbles.rgb");
@@ -70,7 +69,7 @@ void AddRamp(World& world) {
         }
     }
     // At its foot the last cell has become a triangle.
-    std::erase_if(side.faces, [&side](Int3 face) {
+    std::erase_if(side.faces, [&side](engine::Int3 face) {
         const Float3 a = side.vertices[face.a];
         return Length(Cross(side.vertices[face.b] - a, side.vertices[face.c] - a)) < 1e-4f;
     });

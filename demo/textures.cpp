@@ -4,9 +4,13 @@
 #include <array>
 #include <numbers>
 
-#include "float3.h"
 #include "noise.h"
+#include "scene_writer/float3.h"
 #include "scene_writer/image_file.h"
+
+using engine::Float3;
+using engine::Image;
+using engine::Mixed;
 
 // The engine picks the nearest texel where a texture shrinks, so strong contrast from texel to texel would
 // flicker in the distance. All patterns here are soft for that reason.
@@ -266,11 +270,11 @@ void WriteTextures(const std::string& folder) {
     WriteTga(data + "grass.tga", Grass());
     WriteTga(data + "tiles.tga", RoofTiles());
     WriteTga(data + "leaf.tga", Leaf());
-    WriteSgi(data + "brick.rgb", Brick(), SgiPacking::Verbatim);
-    WriteSgi(data + "cobbles.rgb", Cobbles(), SgiPacking::RunLength);
-    WriteSgi(data + "planks.rgb", Planks(), SgiPacking::RunLength);
-    WriteSgi(data + "crate.rgb", CrateSide(), SgiPacking::RunLength);
-    WriteSgi(data + "ashlar.rgb", Ashlar(), SgiPacking::RunLength);
-    WriteSgi(data + "plaster.rgb", Plaster(), SgiPacking::Verbatim);
-    WriteSgi(data + "stripes.rgb", Stripes(), SgiPacking::RunLength);
+    WriteSgi(data + "brick.rgb", Brick(), engine::SgiPacking::Verbatim);
+    WriteSgi(data + "cobbles.rgb", Cobbles(), engine::SgiPacking::RunLength);
+    WriteSgi(data + "planks.rgb", Planks(), engine::SgiPacking::RunLength);
+    WriteSgi(data + "crate.rgb", CrateSide(), engine::SgiPacking::RunLength);
+    WriteSgi(data + "ashlar.rgb", Ashlar(), engine::SgiPacking::RunLength);
+    WriteSgi(data + "plaster.rgb", Plaster(), engine::SgiPacking::Verbatim);
+    WriteSgi(data + "stripes.rgb", Stripes(), engine::SgiPacking::RunLength);
 }

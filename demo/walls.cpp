@@ -1,6 +1,5 @@
 #include "blocks.h"
 #include "courtyard.h"
-#include "float3.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
 

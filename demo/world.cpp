@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "float3.h"
 #include "lights.h"
 #include "scene_writer/attribute_text.h"
 #include "scene_writer/bytes.h"
@@ -51,14 +50,14 @@ void World::AddTextured(SceneObject mesh, Role role, const std::string& texture,
 
 void WriteWorld(const World& world, const std::string& folder) {
     std::vector<SceneObject> meshes;
-    std::string attributes = AttributeBlock("GLOBALS", LightLines());
+    std::string attributes = engine::AttributeBlock("GLOBALS", LightLines());
     for (const WorldObject& object : world.objects) {
         meshes.push_back(object.mesh);
         if (object.role != Role::Moving) {
             AddMarkers(meshes.back(), Middle(object.mesh));
         }
-        attributes += AttributeBlock(object.mesh.name, object.attributes);
+        attributes += engine::AttributeBlock(object.mesh.name, object.attributes);
     }
     WriteSceneFile(folder + "/data/courtyard.bin", meshes);
-    WriteBytes(folder + "/data/courtyard.atr", attributes);
+    engine::WriteBytes(folder + "/data/courtyard.atr", attributes);
 }

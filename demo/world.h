@@ -5,6 +5,10 @@
 
 #include "scene_writer/scene_file.h"
 
+using engine::Float3;
+using engine::Mixed;
+using engine::SceneObject;
+
 /// What becomes of an object once it has been put into the world.
 enum class Role {
     Fixed,    ///< casts and takes shadows; gets its markers when the world is written

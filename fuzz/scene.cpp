@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzWorld world;
     Scene& scene = *world.scene;
     scene.AddPlayers(2);
-    const std::string image = TgaBytes(Image(2, 4, 4));
+    const std::string image = TgaBytes(engine::Image(2, 4, 4));
     WriteFuzzFile("wall.tga", image.data(), image.size());
     WriteFuzzFile("scene.atr", input.text.data(), input.text.size());
     WriteFuzzFile("scene.bin", input.scene.data(), input.scene.size());

@@ -38,23 +38,24 @@ inline const std::string otherBlocks =
     "Box\n\n{ *GROUPMEMBER 0 *TEXTURE wall.tga }\nStart { *PLAYERSPAWNPOINT 0 *INVISIBLE *NOCOLLIDER }\n"
     "GLOBALS { *TEXTURE sky.tga *LIGHT 0.2 0.2 0.2 1  1 1 1 1  1 1 1 1  0 0 50 1  0 0 -1  0 180  1 0 0 }\n";
 
-inline SceneObject HeroObject() {
-    SceneObject hero = MakeBox("Hero", {-2, -2, 1}, {2, 2, 11});
+inline engine::SceneObject HeroObject() {
+    engine::SceneObject hero = engine::MakeBox("Hero", {-2, -2, 1}, {2, 2, 11});
     AddMarkers(hero, {0, 0, 6});
     hero.keyTracks = {{{{0.1f, 0, 0}, {1, 0, 0}, 0.1f, {}}, {{-0.1f, 0, 0}, {1, 0, 0}, -0.1f, {}}}, {}};
     return hero;
 }
 
-inline SceneObject FloorObject() {
-    SceneObject floor = MakeGrid("Floor", {-20, -20, 0}, {40, 0, 0}, {0, 40, 0}, 2, 2);
+inline engine::SceneObject FloorObject() {
+    engine::SceneObject floor = engine::MakeGrid("Floor", {-20, -20, 0}, {40, 0, 0}, {0, 40, 0}, 2, 2);
     AddMarkers(floor, {0, 0, 0});
     return floor;
 }
 
 /// A scene in which everything stands that there is: a player, textures, groups, key tracks, a light.
 inline SceneInput ValidSceneInput() {
-    SceneObject box = MakeBox("Box", {3, 3, 0}, {4, 4, 1}, 1.0f);
+    engine::SceneObject box = engine::MakeBox("Box", {3, 3, 0}, {4, 4, 1}, 1.0f);
     AddMarkers(box, {3.5f, 3.5f, 0.5f});
-    const SceneObject start = MakeCamera("Start", {5, 5, 6}, {5, 5, 7});
-    return {heroBlock + otherBlocks, SceneFileBytes({HeroObject(), FloorObject(), box, box, start})};
+    const engine::SceneObject start = engine::MakeCamera("Start", {5, 5, 6}, {5, 5, 7});
+    return {heroBlock + otherBlocks,
+            engine::SceneFileBytes({HeroObject(), FloorObject(), box, box, start})};
 }

@@ -16,7 +16,7 @@ int main(int argumentCount, char** arguments) {
     }
     const std::filesystem::path folder = arguments[1];
     const auto write = [&](const std::string& name, const std::string& bytes) {
-        WriteBytes((folder / name).string(), bytes);
+        engine::WriteBytes((folder / name).string(), bytes);
     };
     write("settings/all",
           "*RESOLUTION 640 480 32 *FONT Arial *REFFERENCESPEED 200 *FRAMERATELIMIT 50 *PLAYERCOUNT 2\n"
@@ -27,7 +27,7 @@ int main(int argumentCount, char** arguments) {
     write("attributes/hero", heroBlock);
     write("attributes/all", otherBlocks + heroBlock + "Box1 { *GROUPMEMBER 3 *NOCOLLIDER }");
 
-    const auto scene = [](const std::string& text, const std::vector<SceneObject>& objects) {
+    const auto scene = [](const std::string& text, const std::vector<engine::SceneObject>& objects) {
         return JoinSceneInput({text, SceneFileBytes(objects)});
     };
     write("scene/empty", scene("", {}));
@@ -35,13 +35,13 @@ int main(int argumentCount, char** arguments) {
     write("scene/all", JoinSceneInput(ValidSceneInput()));
 
     for (int channels = 1; channels <= 4; channels++) {
-        Image image(4, 2, channels);
+        engine::Image image(4, 2, channels);
         for (std::size_t i = 0; i < image.samples.size(); i++) {
             image.samples[i] = static_cast<std::uint8_t>(i < image.samples.size() / 2 ? 7 : 31 * i);
         }
         const std::string name = std::to_string(channels);
-        write("sgi/verbatim" + name, SgiBytes(image, SgiPacking::Verbatim));
-        write("sgi/packed" + name, SgiBytes(image, SgiPacking::RunLength));
+        write("sgi/verbatim" + name, SgiBytes(image, engine::SgiPacking::Verbatim));
+        write("sgi/packed" + name, SgiBytes(image, engine::SgiPacking::RunLength));
         if (channels >= 3) {
             write("tga/" + name, TgaBytes(image));
         }

@@ -3,6 +3,8 @@
 #include <charconv>
 #include <initializer_list>
 
+namespace engine {
+
 namespace {
 
 /// The shortest form that reads back as the same float, and never with an exponent: the scanner would take
@@ -49,3 +51,5 @@ std::string LightLine(const SceneLight& light) {
                          light.linearAttenuation, light.quadraticAttenuation});
     return text;
 }
+
+}  // namespace engine

@@ -5,6 +5,8 @@
 
 #include "scene_writer/scene_file.h"
 
+namespace engine {
+
 // The texts beside a scene: blocks of attributes, and the settings.
 
 /// One block of an attribute file, named after an object or "GLOBALS", with one line for each key.
@@ -35,3 +37,5 @@ struct SceneLight {
 
 /// The key of a light, for the block "GLOBALS".
 std::string LightLine(const SceneLight& light);
+
+}  // namespace engine

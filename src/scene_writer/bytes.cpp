@@ -5,6 +5,8 @@
 
 #include "process/save_file.h"
 
+namespace engine {
+
 void WriteBytes(const std::string& path, const std::string& bytes) {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     if (!folder.empty()) {
@@ -15,3 +17,5 @@ void WriteBytes(const std::string& path, const std::string& bytes) {
         throw std::runtime_error("can't write " + path + ": " + failure);
     }
 }
+
+}  // namespace engine

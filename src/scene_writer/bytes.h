@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+namespace engine {
+
 // Files are built in memory, byte by byte, so that they are the same whatever machine writes them.
 
 inline void AppendInt32(std::string& bytes, std::int32_t value) {
@@ -19,3 +21,5 @@ inline void AppendFloat(std::string& bytes, float value) {
 
 /// Writes a file, and makes its folders if need be. Throws std::runtime_error if it can't.
 void WriteBytes(const std::string& path, const std::string& bytes);
+
+}  // namespace engine

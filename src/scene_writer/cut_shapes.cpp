@@ -7,6 +7,8 @@
 #include "scene_writer/refusal.h"
 #include "scene_writer/shapes.h"
 
+namespace engine {
+
 namespace {
 
 int Cells(Float3 edge, float cell) {
@@ -87,3 +89,5 @@ SceneObject MakeWedge(const std::string& name, Float3 low, Float3 high, float ce
     Append(wedge, flank);
     return wedge;
 }
+
+}  // namespace engine

@@ -4,6 +4,8 @@
 
 #include "scene_writer/scene_file.h"
 
+namespace engine {
+
 // Shapes whose sides are cut into cells. The engine lights corners only: a lamp in front of a large side
 // without any shows nothing. As in shapes.h they come without markers, and `tiles` is how often a texture
 // repeats along each side, 0 for no texture coordinates.
@@ -15,3 +17,5 @@ SceneObject MakeCutBox(const std::string& name, Float3 low, Float3 high, float c
 /// high.y and high.z. Turn it with `TurnAboutZ`.
 /// @param cell about how large the parts of its top are, in world units, above 0
 SceneObject MakeWedge(const std::string& name, Float3 low, Float3 high, float cell, float tiles = 0.0f);
+
+}  // namespace engine

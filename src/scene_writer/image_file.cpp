@@ -6,6 +6,8 @@
 #include "scene_writer/bytes.h"
 #include "scene_writer/refusal.h"
 
+namespace engine {
+
 namespace {
 
 constexpr std::size_t sgiHeaderSize = 512;
@@ -149,3 +151,5 @@ void WriteSgi(const std::string& path, const Image& image, SgiPacking packing) {
     }
     WriteBytes(path, SgiBytes(image, packing));
 }
+
+}  // namespace engine

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace engine {
+
 // Images for textures, in the TGA and SGI formats. What makes no image throws std::invalid_argument.
 
 /// Samples row by row, the bottom row first, with the channels of a pixel side by side: grey, grey and
@@ -40,3 +42,5 @@ std::string SgiBytes(const Image& image, SgiPacking packing);
 void WriteTga(const std::string& path, const Image& image);
 /// Only with 1 to 4 channels.
 void WriteSgi(const std::string& path, const Image& image, SgiPacking packing = SgiPacking::RunLength);
+
+}  // namespace engine

@@ -6,6 +6,8 @@
 #include "scene_writer/attribute_text.h"
 #include "scene_writer/shapes.h"
 
+namespace engine {
+
 namespace {
 
 constexpr float standing = 5.05f;  ///< height of the centre of a body that stands
@@ -62,3 +64,5 @@ PlayerParts MakePlayer(const ScenePlayer& player) {
         AttributeBlock(start.name, {"*PLAYERSPAWNPOINT " + number, "*INVISIBLE", "*NOCOLLIDER"});
     return parts;
 }
+
+}  // namespace engine

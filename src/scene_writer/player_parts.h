@@ -5,6 +5,8 @@
 
 #include "scene_writer/scene_file.h"
 
+namespace engine {
+
 /// A player who walks: a body, a camera at its eyes that nods while they walk, and a place to start from.
 struct ScenePlayer {
     int index = 0;                    ///< as in the settings, from 0
@@ -23,3 +25,5 @@ struct PlayerParts {
 /// Makes the objects "Eyes", "Body" and "Start" with the player's index behind each name. They form the
 /// group of the player's index. The settings still need a *PLAYERCOUNT and the player's *PLAYERVIEWPORT.
 PlayerParts MakePlayer(const ScenePlayer& player);
+
+}  // namespace engine

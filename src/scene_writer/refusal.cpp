@@ -5,6 +5,8 @@
 #include <numbers>
 #include <stdexcept>
 
+namespace engine {
+
 namespace {
 
 constexpr std::size_t longestName = 49;
@@ -123,3 +125,5 @@ void DemandWritable(const SceneObject& object) {
         DemandTrack(object, track);
     }
 }
+
+}  // namespace engine

@@ -4,6 +4,8 @@
 
 #include "scene_writer/scene_file.h"
 
+namespace engine {
+
 // What the writer refuses: whatever would make another world than its author meant, and in silence. All of
 // these throw std::invalid_argument with a sentence.
 
@@ -21,3 +23,5 @@ void DemandCorners(const std::string& name, Float3 low, Float3 high);
 /// Refuses an object that can't be loaded as it stands: names and lists that don't fit the file, indices
 /// of nothing, values that are no numbers, tracks that can't be played.
 void DemandWritable(const SceneObject& object);
+
+}  // namespace engine

@@ -7,6 +7,8 @@
 #include "scene_writer/bytes.h"
 #include "scene_writer/refusal.h"
 
+namespace engine {
+
 namespace {
 
 constexpr std::size_t nameFieldSize = 50;
@@ -106,3 +108,5 @@ void WriteSceneFile(const std::string& path, const std::vector<SceneObject>& obj
     }
     WriteBytes(path, SceneFileBytes(objects));
 }
+
+}  // namespace engine

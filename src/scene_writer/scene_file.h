@@ -4,14 +4,11 @@
 #include <string>
 #include <vector>
 
-// The binary mesh file of a scene.
+#include "scene_writer/float3.h"
 
-/// A position, a direction, a colour (0 to 1) or a texture coordinate.
-struct Float3 {
-    float x = 0.0f;
-    float y = 0.0f;
-    float z = 0.0f;
-};
+namespace engine {
+
+// The binary mesh file of a scene.
 
 /// The corners of a triangle, counter-clockwise as seen from its front.
 struct Int3 {
@@ -51,3 +48,5 @@ std::string SceneFileBytes(const std::vector<SceneObject>& objects);
 /// The same as a file. Throws std::invalid_argument for an object that the engine couldn't load as it
 /// stands, and std::runtime_error if the file can't be written.
 void WriteSceneFile(const std::string& path, const std::vector<SceneObject>& objects);
+
+}  // namespace engine

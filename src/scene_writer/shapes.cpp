@@ -6,19 +6,9 @@
 
 #include "scene_writer/refusal.h"
 
+namespace engine {
+
 namespace {
-
-Float3 Sum(Float3 a, Float3 b) {
-    return {a.x + b.x, a.y + b.y, a.z + b.z};
-}
-
-Float3 Scaled(Float3 a, float s) {
-    return {a.x * s, a.y * s, a.z * s};
-}
-
-float Dot(Float3 a, Float3 b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
 
 /// Refuses shapes that are turned about an axis with too few sides to enclose anything.
 void DemandRound(const std::string& name, bool hasSize, int sides) {
@@ -87,7 +77,7 @@ SceneObject MakeGrid(const std::string& name, Float3 corner, Float3 u, Float3 v,
         for (int column = 0; column <= columns; column++) {
             const float alongU = static_cast<float>(column) / static_cast<float>(columns);
             const float alongV = static_cast<float>(row) / static_cast<float>(rows);
-            AddVertex(grid, Sum(corner, Sum(Scaled(u, alongU), Scaled(v, alongV))), alongU, alongV, tiles);
+            AddVertex(grid, corner + (u * alongU + v * alongV), alongU, alongV, tiles);
         }
     }
     for (int row = 0; row < rows; row++) {
@@ -106,12 +96,12 @@ SceneObject MakeBox(const std::string& name, Float3 low, Float3 high, float tile
     const Float3 x{high.x - low.x, 0.0f, 0.0f};
     const Float3 y{0.0f, high.y - low.y, 0.0f};
     const Float3 z{0.0f, 0.0f, high.z - low.z};
-    SceneObject box = MakeGrid(name, Sum(low, z), x, y, 1, 1, tiles);                    // top
-    Append(box, MakeGrid(name, Sum(low, y), x, Scaled(y, -1.0f), 1, 1, tiles));          // bottom
-    Append(box, MakeGrid(name, low, x, z, 1, 1, tiles));                                 // towards -y
-    Append(box, MakeGrid(name, Sum(low, Sum(x, y)), Scaled(x, -1.0f), z, 1, 1, tiles));  // towards +y
-    Append(box, MakeGrid(name, Sum(low, x), y, z, 1, 1, tiles));                         // towards +x
-    Append(box, MakeGrid(name, Sum(low, y), Scaled(y, -1.0f), z, 1, 1, tiles));          // towards -x
+    SceneObject box = MakeGrid(name, low + z, x, y, 1, 1, tiles);           // top
+    Append(box, MakeGrid(name, low + y, x, y * -1.0f, 1, 1, tiles));        // bottom
+    Append(box, MakeGrid(name, low, x, z, 1, 1, tiles));                    // towards -y
+    Append(box, MakeGrid(name, low + (x + y), x * -1.0f, z, 1, 1, tiles));  // towards +y
+    Append(box, MakeGrid(name, low + x, y, z, 1, 1, tiles));                // towards +x
+    Append(box, MakeGrid(name, low + y, y * -1.0f, z, 1, 1, tiles));        // towards -x
     return box;
 }
 
@@ -277,7 +267,7 @@ void Paint(SceneObject& object, Float3 colour) {
 
 void Move(SceneObject& object, Float3 offset) {
     for (Float3& vertex : object.vertices) {
-        vertex = Sum(vertex, offset);
+        vertex = vertex + offset;
     }
 }
 
@@ -321,7 +311,9 @@ void AddMarkers(SceneObject& object, Float3 centre, Float3 xAxis, Float3 yAxis, 
     object.yAxisVertex = object.centreVertex + 2;
     object.zAxisVertex = object.centreVertex + 3;
     object.vertices.push_back(centre);
-    object.vertices.push_back(Sum(centre, xAxis));
-    object.vertices.push_back(Sum(centre, yAxis));
-    object.vertices.push_back(Sum(centre, zAxis));
+    object.vertices.push_back(centre + xAxis);
+    object.vertices.push_back(centre + yAxis);
+    object.vertices.push_back(centre + zAxis);
 }
+
+}  // namespace engine

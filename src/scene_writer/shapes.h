@@ -5,6 +5,8 @@
 
 #include "scene_writer/scene_file.h"
 
+namespace engine {
+
 // The usual shapes of a scene. All of them are seen from outside and come without markers: put the object
 // together first, and let `AddMarkers` be the last step.
 //
@@ -57,3 +59,5 @@ void TurnAboutZ(SceneObject& object, Float3 centre, float angle);
 /// The axes are vectors from the centre, of unit length and at right angles. An object takes markers once.
 void AddMarkers(SceneObject& object, Float3 centre, Float3 xAxis = {1.0f, 0.0f, 0.0f},
                 Float3 yAxis = {0.0f, 1.0f, 0.0f}, Float3 zAxis = {0.0f, 0.0f, 1.0f});
+
+}  // namespace engine

@@ -5,6 +5,8 @@
 
 #include "scene_writer/refusal.h"
 
+namespace engine {
+
 namespace {
 
 enum Axis { alongX, alongY, alongZ };
@@ -65,3 +67,5 @@ void ScaleTexture(SceneObject& object, float u, float v) {
         texVertex.y *= v;
     }
 }
+
+}  // namespace engine

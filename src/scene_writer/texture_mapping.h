@@ -2,6 +2,8 @@
 
 #include "scene_writer/scene_file.h"
 
+namespace engine {
+
 // Texture coordinates for meshes that were made without, or with others. To be done before the markers;
 // `ProjectTexture` refuses what has some.
 
@@ -11,3 +13,5 @@
 void ProjectTexture(SceneObject& object, float size);
 /// Multiplies all texture coordinates.
 void ScaleTexture(SceneObject& object, float u, float v);
+
+}  // namespace engine

@@ -18,20 +18,20 @@ namespace {
 // so the room lies to the east of it.
 
 struct World {
-    std::vector<SceneObject> objects;  // in the order of the file
+    std::vector<engine::SceneObject> objects;  // in the order of the file
     std::string attributes;
 
     /// @param centre what the object turns about; any place in its middle for things that don't move
-    void Add(SceneObject object, Float3 centre, const std::vector<std::string>& keys) {
+    void Add(engine::SceneObject object, engine::Float3 centre, const std::vector<std::string>& keys) {
         AddMarkers(object, centre);  // the last step: nothing may be added to the mesh behind it
-        attributes += AttributeBlock(object.name, keys);
+        attributes += engine::AttributeBlock(object.name, keys);
         objects.push_back(object);
     }
 };
 
 /// A checkerboard of two greys.
-Image MakeTiles() {
-    Image image(64, 64, 3);
+engine::Image MakeTiles() {
+    engine::Image image(64, 64, 3);
     for (int y = 0; y < image.height; y++) {
         for (int x = 0; x < image.width; x++) {
             const bool isDark = (x / 32 + y / 32) % 2 == 0;
@@ -43,8 +43,9 @@ Image MakeTiles() {
     return image;
 }
 
-void AddWall(World& world, const std::string& name, Float3 low, Float3 high) {
-    SceneObject wall = MakeCutBox(name, low, high, 6);  // cut into cells, since light falls on vertices
+void AddWall(World& world, const std::string& name, engine::Float3 low, engine::Float3 high) {
+    // Cut into cells, since light falls on vertices.
+    engine::SceneObject wall = engine::MakeCutBox(name, low, high, 6);
     Paint(wall, {0.75f, 0.7f, 0.6f});
     world.Add(wall, {(low.x + high.x) / 2, (low.y + high.y) / 2, (low.z + high.z) / 2}, {});
 }
@@ -52,11 +53,11 @@ void AddWall(World& world, const std::string& name, Float3 low, Float3 high) {
 World MakeWorld() {
     World world;
     // The player comes first: eyes, body, and the place to start from. It looks north, along +y.
-    const PlayerParts player = MakePlayer({0, {60, -24, 0}});
+    const engine::PlayerParts player = engine::MakePlayer({0, {60, -24, 0}});
     world.objects = player.objects;
     world.attributes = player.attributes;
 
-    SceneObject floor = MakeGrid("Floor", {20, -40, 0}, {80, 0, 0}, {0, 80, 0}, 16, 16, 10);
+    engine::SceneObject floor = engine::MakeGrid("Floor", {20, -40, 0}, {80, 0, 0}, {0, 80, 0}, 16, 16, 10);
     world.Add(floor, {60, 0, 0}, {"*TEXTURE data\\tiles.tga"});
 
     AddWall(world, "NorthWall", {20, 40, 0}, {100, 42, 16});
@@ -64,27 +65,28 @@ World MakeWorld() {
     AddWall(world, "EastWall", {100, -42, 0}, {102, 42, 16});
     AddWall(world, "WestWall", {18, -42, 0}, {20, 42, 16});
 
-    SceneObject ramp = MakeWedge("Ramp", {76, -6, 0}, {88, 18, 8}, 3);
+    engine::SceneObject ramp = engine::MakeWedge("Ramp", {76, -6, 0}, {88, 18, 8}, 3);
     Paint(ramp, {0.6f, 0.5f, 0.4f});
     world.Add(ramp, {82, 6, 4}, {});
     AddWall(world, "Platform", {76, 18, 0}, {88, 34, 8});
 
     // A body's ellipsoid reaches 5 down from its centre: 5 above the bottom, however high the crate is.
-    SceneObject crate = MakeCutBox("Crate", {48, -2, 12}, {52, 2, 16}, 2);
+    engine::SceneObject crate = engine::MakeCutBox("Crate", {48, -2, 12}, {52, 2, 16}, 2);
     Paint(crate, {0.7f, 0.45f, 0.2f});
     world.Add(crate, {50, 0, 17}, {"*COLLIDER", "*PHYSICS 1 0.5 0.1"});
 
-    SceneObject bulb = MakeBall("Bulb", {60, 8, 15}, 0.8f, 6, 10);
+    engine::SceneObject bulb = engine::MakeBall("Bulb", {60, 8, 15}, 0.8f, 6, 10);
     world.Add(bulb, {60, 8, 15}, {"*NOCOLLIDER"});
-    SceneLight lamp;
+    engine::SceneLight lamp;
     lamp.diffuse = {1.0f, 0.9f, 0.7f, 1.0f};
     lamp.position = {60, 8, 13.5f, 1};
     lamp.linearAttenuation = 0.02f;
-    SceneLight sky;
+    engine::SceneLight sky;
     sky.ambient = {0.2f, 0.2f, 0.25f, 1.0f};
     sky.diffuse = {0.4f, 0.4f, 0.45f, 1.0f};
     sky.position = {0.3f, -0.4f, 0.8f, 0};  // with a 0 at its end a direction, and no place
-    world.attributes += AttributeBlock("GLOBALS", {LightLine(lamp), LightLine(sky)});
+    world.attributes +=
+        engine::AttributeBlock("GLOBALS", {engine::LightLine(lamp), engine::LightLine(sky)});
     return world;
 }
 
@@ -95,7 +97,7 @@ int main(int argumentCount, char** arguments) {
     try {
         const World world = MakeWorld();
         WriteSceneFile(data + "world.bin", world.objects);
-        WriteBytes(data + "world.atr", world.attributes);
+        engine::WriteBytes(data + "world.atr", world.attributes);
         WriteTga(data + "tiles.tga", MakeTiles());
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "make_world: %s\n", failure.what());

@@ -16,23 +16,24 @@ constexpr float floorSide = 200.0f;
 /// A floor, a ramp and a wall; a hero of the usual size who stands in the middle, looks along +y, and has
 /// a camera at his head.
 void WriteWorld() {
-    SceneObject floor = MakeGrid("Floor", {-floorSide / 2, -floorSide / 2, 0}, {floorSide, 0, 0},
-                                 {0, floorSide, 0}, 10, 10);
+    engine::SceneObject floor = engine::MakeGrid("Floor", {-floorSide / 2, -floorSide / 2, 0},
+                                                 {floorSide, 0, 0}, {0, floorSide, 0}, 10, 10);
     AddMarkers(floor, {0, 0, 0});
-    SceneObject wall = MakeBox("Wall", {-20, 4, 0}, {20, 8, 20});
+    engine::SceneObject wall = engine::MakeBox("Wall", {-20, 4, 0}, {20, 8, 20});
     AddMarkers(wall, {0, 6, 10});
     // Rises by 10 over 40 to the south.
-    SceneObject ramp = MakeGrid("Ramp", {20, -50, 10}, {0, 40, -10}, {-40, 0, 0}, 4, 4);
+    engine::SceneObject ramp = engine::MakeGrid("Ramp", {20, -50, 10}, {0, 40, -10}, {-40, 0, 0}, 4, 4);
     AddMarkers(ramp, {0, -30, 5});
-    SceneObject hero = MakeBox("Hero", {-1, -1, 1}, {1, 1, 9});
+    engine::SceneObject hero = engine::MakeBox("Hero", {-1, -1, 1}, {1, 1, 9});
     AddMarkers(hero, {0, 0, 5.05f}, {-1, 0, 0}, {0, -1, 0});
-    SceneObject camera = MakeCamera("Camera", {0, 0, 8}, {0, 1, 8});
+    engine::SceneObject camera = engine::MakeCamera("Camera", {0, 0, 8}, {0, 1, 8});
     AddMarkers(camera, {0, 0, 8}, {-1, 0, 0}, {0, -1, 0});
-    WriteSceneFile("world.bin", {floor, wall, ramp, hero, camera});
-    WriteBytes(
+    engine::WriteSceneFile("world.bin", {floor, wall, ramp, hero, camera});
+    engine::WriteBytes(
         "world.atr",
-        AttributeBlock("Hero", {"*PLAYEROBJECT 0", "*GROUPPARENT 0", "*COLLIDER", "*PHYSICS 1 0 0.2"}) +
-            AttributeBlock("Camera", {"*CAMERAOBJECT 0 0 1", "*GROUPMEMBER 0", "*NOCOLLIDER"}));
+        engine::AttributeBlock("Hero",
+                               {"*PLAYEROBJECT 0", "*GROUPPARENT 0", "*COLLIDER", "*PHYSICS 1 0 0.2"}) +
+            engine::AttributeBlock("Camera", {"*CAMERAOBJECT 0 0 1", "*GROUPMEMBER 0", "*NOCOLLIDER"}));
 }
 
 struct Devices : testing::Test {

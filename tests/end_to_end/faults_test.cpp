@@ -38,7 +38,7 @@ TEST(Faults, AreToldAndEndTheProcessWithItsCode) {
         {"}", [] { std::filesystem::create_symlink("/dev/full", "defaultlog.txt"); }, {}, {}, ""},
         {"*LOADMESH nowhere.bin *LOADMESH box.bin *LOADMESH never.bin }",
          [] {
-             WriteSceneFile("box.bin", {MakeBox("Box", {0, 0, 0}, {1, 1, 1})});
+             engine::WriteSceneFile("box.bin", {engine::MakeBox("Box", {0, 0, 0}, {1, 1, 1})});
              WriteWholeFile("box.atr", "Box { *TEXTURE missing.rgb }");
          },
          {"[:-(] Tento soubor chybí: nowhere.bin\n", "[:-(] Nenalezen soubor s Texturou\n",

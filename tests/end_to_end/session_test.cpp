@@ -18,22 +18,22 @@ namespace {
 
 /// Two scene files for two players; the second repeats a name and finds a texture again.
 void WriteTwoScenes() {
-    SceneObject floor = MakeGrid("Floor", {-50, -50, 0}, {100, 0, 0}, {0, 100, 0}, 4, 4, 4);
+    engine::SceneObject floor = engine::MakeGrid("Floor", {-50, -50, 0}, {100, 0, 0}, {0, 100, 0}, 4, 4, 4);
     AddMarkers(floor, {0, 0, 0});
-    SceneObject hero = MakeBox("Hero", {-1, -1, 1}, {1, 1, 9});
+    engine::SceneObject hero = engine::MakeBox("Hero", {-1, -1, 1}, {1, 1, 9});
     AddMarkers(hero, {0, 0, 5.05f}, {-1, 0, 0}, {0, -1, 0});
-    SceneObject camera = MakeCamera("Camera", {0, 0, 8}, {0, 1, 8});
+    engine::SceneObject camera = engine::MakeCamera("Camera", {0, 0, 8}, {0, 1, 8});
     AddMarkers(camera, {0, 0, 8});
-    WriteSceneFile("data/first.bin", {floor, hero, camera});
+    engine::WriteSceneFile("data/first.bin", {floor, hero, camera});
     WriteWholeFile(
         "data/First.ATR",
         "Floor { *TEXTURE data\\grass.tga }\r\n"
         "Hero\r\n{\r\n*PLAYEROBJECT 0\r\n*GROUPPARENT 0\r\n*COLLIDER\r\n*PHYSICS 1 0 0.2\r\n}\r\n"
         "Camera { *CAMERAOBJECT 0 0 1 *CAMERAOBJECT 1 0 1 *GROUPMEMBER 0 *NOCOLLIDER }\r\n"
         "GLOBALS { *LIGHT 0.2 0.2 0.2 1  1 1 1 1  1 1 1 1  0 0 50 1  0 0 -1  0 180  1 0 0 }\r\n");
-    WriteSceneFile("data/second.bin", {floor});
+    engine::WriteSceneFile("data/second.bin", {floor});
     WriteWholeFile("data/second.atr", "Floor1 { *TEXTURE data\\grass.tga }");
-    WriteTga("data/GRASS.TGA", Image(4, 4, 3));
+    WriteTga("data/GRASS.TGA", engine::Image(4, 4, 3));
 }
 
 std::string Settings(const std::string& more) {
@@ -154,8 +154,8 @@ TEST_P(ManagedSession, FullScreenShowsAtTheOriginAndARefusedModeGivesAWindow) {
 TEST(FrameLoop, StepsTheWorldAtItsPace) {
     TemporaryFolder folder;
     VirtualDisplay display;
-    WriteSceneFile("world.bin", {MakeBox("Stone", {-1, -1, -1}, {1, 1, 1}),
-                                 MakeCamera("Camera", {0, -9, 0}, {0, 0, 0})});
+    engine::WriteSceneFile("world.bin", {engine::MakeBox("Stone", {-1, -1, -1}, {1, 1, 1}),
+                                         engine::MakeCamera("Camera", {0, -9, 0}, {0, 0, 0})});
     WriteWholeFile("world.atr", "Stone { *PHYSICS 1 0 0 } Camera { *CAMERAOBJECT 0 0 1 }");
     WriteWholeFile("settings.atr",
                    "*RESOLUTION 100 100 32 *FRAMERATELIMIT 50 *PLAYERCOUNT 1 *LOADMESH world.bin }");

@@ -65,7 +65,7 @@ std::vector<Triangle> TrianglesOf(const Object& object) {
 }
 
 void WriteCheckers(const std::string& path) {
-    Image image(4, 4, 3);
+    engine::Image image(4, 4, 3);
     image.At(0, 0, 0) = 200;  // lower left: reddish
     WriteTga(path, image);
 }

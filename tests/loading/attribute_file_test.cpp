@@ -124,8 +124,8 @@ TEST_F(AttributeFileTest, BringsThePlayerToItsSpawnPoint) {
 
 TEST_F(AttributeFileTest, LoadsEachTextureOnce) {
     NeedContext();
-    WriteTga("wall.tga", Image(4, 8, 3));
-    WriteSgi("sky.rgb", Image(16, 2, 3));
+    WriteTga("wall.tga", engine::Image(4, 8, 3));
+    WriteSgi("sky.rgb", engine::Image(16, 2, 3));
     Apply(
         "Hero { *TEXTURE wall.tga } Ground { *TEXTURE sky.rgb *TEXTURE data\\wall.tga }\n"
         "GLOBALS { *TEXTURE sky.rgb.tga *TEXTURE wall *TEXTURE more.tga }");

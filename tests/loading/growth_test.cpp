@@ -39,8 +39,9 @@ using HeaderAlone = LoadingTest;
 TEST_F(HeaderAlone, GivesNoMemoryToAnImageOfWhichTheFileHoldsNothing) {
     for (const char* type : {"\x00", "\x01"}) {  // verbatim and encoded
         // 16128 x 16128 pixels of three channels.
-        WriteBytes("wall.rgb", "\x01\xDA" + std::string(type, 1) +
-                                   std::string("\x01\0\x03\x3F\0\x3F\0\0\x03", 9) + std::string(500, 0));
+        engine::WriteBytes("wall.rgb", "\x01\xDA" + std::string(type, 1) +
+                                           std::string("\x01\0\x03\x3F\0\x3F\0\0\x03", 9) +
+                                           std::string(500, 0));
         std::int32_t width = 0, height = 0, components = 0;
         EXPECT_EQ(Watch([&] { return ReadRgbTexture("wall.rgb", width, height, components, &log); }),
                   nullptr);

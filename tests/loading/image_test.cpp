@@ -11,9 +11,9 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 /// An image in which flat runs and noise alternate, so that both kinds of packets come up.
-Image MakePicture(int width, int height, int channels) {
+engine::Image MakePicture(int width, int height, int channels) {
     std::mt19937 random(1);
-    Image image(width, height, channels);
+    engine::Image image(width, height, channels);
     for (int y = 0; y < height; y++) {
         for (int channel = 0; channel < channels; channel++) {
             std::uint8_t value = 0;
@@ -29,7 +29,7 @@ Image MakePicture(int width, int height, int channels) {
 }
 
 /// The image as four bytes a pixel: grey in all three colours, and 255 for an alpha that isn't there.
-Bytes Rgba(const Image& image) {
+Bytes Rgba(const engine::Image& image) {
     const int n = image.channels;
     Bytes rgba;
     for (std::size_t i = 0; i < image.samples.size(); i += n) {
@@ -53,7 +53,7 @@ struct ImageTest : LoadingTest {
         return Bytes(pixels.get(), pixels.get() + std::size_t{4} * width * height);
     }
     Bytes Read(const std::string& bytes) {
-        WriteBytes("wall.rgb", bytes);
+        engine::WriteBytes("wall.rgb", bytes);
         return Read();
     }
     bool IsDamageLogged() const { return LoggedWith("wall.rgb: damaged SGI image").size() == 1; }
@@ -89,7 +89,7 @@ TEST_F(ImageTest, ReachesOpenGlPixelByPixel) {
     NeedContext();
     for (int channels = 1; channels <= 4; channels++) {
         for (const auto& [columns, rows] : {std::pair{2, 2}, std::pair{256, 32}}) {
-            const Image image = MakePicture(columns, rows, channels);
+            const engine::Image image = MakePicture(columns, rows, channels);
             const auto expectImage = [&](const Texture& texture) {
                 EXPECT_EQ(std::vector({texture.width, texture.height, texture.components}),
                           std::vector({image.width, image.height, channels}));
@@ -97,7 +97,8 @@ TEST_F(ImageTest, ReachesOpenGlPixelByPixel) {
                 glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_INTERNAL_FORMAT, &components);
                 EXPECT_EQ(components, channels);
             };
-            for (const SgiPacking packing : {SgiPacking::Verbatim, SgiPacking::RunLength}) {
+            for (const engine::SgiPacking packing :
+                 {engine::SgiPacking::Verbatim, engine::SgiPacking::RunLength}) {
                 WriteSgi("wall.rgb", image, packing);
                 Texture texture;
                 texture.LoadRgb("wall.rgb", &log);
@@ -136,7 +137,7 @@ TEST_F(ImageTest, AFaultyTgaIsToldAndGivesAnEmptyTexture) {
         if (faulty.offset >= 0) {
             bytes[faulty.offset] = static_cast<char>(faulty.value);
         }
-        WriteBytes("wall.tga", bytes.substr(0, bytes.size() - faulty.cut));
+        engine::WriteBytes("wall.tga", bytes.substr(0, bytes.size() - faulty.cut));
         Texture texture;
         LoadTga(texture);
         EXPECT_EQ(boxes, Lines{std::string("[:-(] ") + faulty.box});
@@ -153,7 +154,7 @@ TEST_F(ImageTest, AFaultyTgaIsToldAndGivesAnEmptyTexture) {
     std::string bytes = TgaBytes(MakePicture(2, 2, 3));
     bytes[0] = 3;
     bytes[17] = 0x20;
-    WriteBytes("wall.tga", bytes.insert(18, "\x03\x02\x01"));
+    engine::WriteBytes("wall.tga", bytes.insert(18, "\x03\x02\x01"));
     LoadTga(texture);
     EXPECT_EQ(boxes, Lines{});
     EXPECT_EQ(Uploaded(texture, 3)[0], 1);
@@ -164,7 +165,8 @@ TEST_F(ImageTest, AFaultyTgaIsToldAndGivesAnEmptyTexture) {
 
 /// A run-length encoded grey image of four pixels a row that holds these packets.
 std::string GreyRows(const std::vector<std::string>& rows) {
-    std::string bytes = SgiBytes(Image(4, static_cast<int>(rows.size()), 1), SgiPacking::RunLength);
+    std::string bytes =
+        SgiBytes(engine::Image(4, static_cast<int>(rows.size()), 1), engine::SgiPacking::RunLength);
     bytes.resize(512);
     std::string lengths, packets;
     for (const std::string& row : rows) {
@@ -194,7 +196,7 @@ TEST_F(ImageTest, SgiDropsWhatDoesNotFitAndPutsZeroForWhatIsMissing) {
     };
     const auto expectRows = [this](const std::string& bytes, const Bytes& pixels, bool damaged) {
         // Followed by a good row, which must not suffer.
-        Image image(4, 2, 1);
+        engine::Image image(4, 2, 1);
         image.samples = pixels;
         image.samples.resize(8, 5);
         EXPECT_EQ(Read(bytes), Rgba(image));
@@ -212,11 +214,11 @@ TEST_F(ImageTest, SgiDropsWhatDoesNotFitAndPutsZeroForWhatIsMissing) {
 }
 
 TEST_F(ImageTest, SgiOfAnySizeIsReadAndCutAnywhereGivesZeroForTheRest) {
-    const Image image = MakePicture(20, 6, 2);
+    const engine::Image image = MakePicture(20, 6, 2);
     const Bytes whole = Rgba(image);
-    for (const SgiPacking packing : {SgiPacking::Verbatim, SgiPacking::RunLength}) {
+    for (const engine::SgiPacking packing : {engine::SgiPacking::Verbatim, engine::SgiPacking::RunLength}) {
         for (int channels = 1; channels <= 5; channels++) {  // of which the first four count
-            const Image odd = MakePicture(50, 9, channels);
+            const engine::Image odd = MakePicture(50, 9, channels);
             EXPECT_EQ(Read(SgiBytes(odd, packing)), Rgba(odd)) << channels;
             EXPECT_EQ(components, channels);
             EXPECT_FALSE(IsDamageLogged());

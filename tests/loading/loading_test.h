@@ -63,10 +63,12 @@ struct LoadingTest : testing::Test {
         return Watch([&] { return scene.LoadMesh(path.c_str()); });
     }
     bool LoadBytes(const std::string& bytes) {
-        WriteBytes("level.bin", bytes);
+        engine::WriteBytes("level.bin", bytes);
         return Load("level.bin");
     }
-    bool LoadObjects(const std::vector<SceneObject>& objects) { return LoadBytes(SceneFileBytes(objects)); }
+    bool LoadObjects(const std::vector<engine::SceneObject>& objects) {
+        return LoadBytes(SceneFileBytes(objects));
+    }
 
     /// The noted lines that hold the text.
     Lines LoggedWith(const std::string& text) const {

@@ -11,12 +11,12 @@ namespace {
 using SceneFileTest = LoadingTest;
 
 /// A square of two triangles in the plane z = 0, from (0, 0) to (2, 2).
-SceneObject Square(const std::string& name, float tiles = 0.0f) {
-    return MakeGrid(name, {0, 0, 0}, {2, 0, 0}, {0, 2, 0}, 1, 1, tiles);
+engine::SceneObject Square(const std::string& name, float tiles = 0.0f) {
+    return engine::MakeGrid(name, {0, 0, 0}, {2, 0, 0}, {0, 2, 0}, 1, 1, tiles);
 }
 
 TEST_F(SceneFileTest, EveryFieldComesToItsPlace) {
-    SceneObject object = Square("Floor");
+    engine::SceneObject object = Square("Floor");
     Paint(object, {0.25f, 0.5f, 0.75f});
     AddMarkers(object, {1, 1, 0});
     object.vertices.resize(11, {1, 1, 0});
@@ -61,10 +61,11 @@ TEST_F(SceneFileTest, EveryFieldComesToItsPlace) {
 }
 
 TEST_F(SceneFileTest, ASecondFileJoinsTheFirst) {
-    WriteBytes("level.atr",
-               AttributeBlock("Box", {"*INVISIBLE"}) + AttributeBlock("Box1", {"*NOCOLLIDER"}));
+    engine::WriteBytes("level.atr", engine::AttributeBlock("Box", {"*INVISIBLE"}) +
+                                        engine::AttributeBlock("Box1", {"*NOCOLLIDER"}));
     EXPECT_TRUE(LoadObjects({Square("Box"), Square("Ball")}));
-    std::string bytes = SceneFileBytes({Square("Box"), Square("Box"), Square("NoName"), Square("Last")});
+    std::string bytes =
+        engine::SceneFileBytes({Square("Box"), Square("Box"), Square("NoName"), Square("Last")});
     bytes.replace(4 + 3 * (bytes.size() - 4) / 4, 50,
                   std::string(50, 'n'));  // a name without an end is cut
     EXPECT_TRUE(LoadBytes(bytes));
@@ -84,7 +85,7 @@ TEST_F(SceneFileTest, TheAttributeFileIsNamedAfterTheBinaryOneWhichHasToBeThere)
         {"data.v2\\scene", "data.v2\\scene.atr"},
     };
     for (const auto& [path, attributes] : cases) {
-        WriteBytes(ResolveFileName(path), SceneFileBytes({}));
+        engine::WriteBytes(ResolveFileName(path), engine::SceneFileBytes({}));
         EXPECT_TRUE(Load(path));
         EXPECT_EQ(LoggedWith("Nebyl nalezen"),
                   Lines{std::string("Nebyl nalezen soubor s atributy: ") + attributes});
@@ -98,19 +99,19 @@ TEST_F(SceneFileTest, TheAttributeFileIsNamedAfterTheBinaryOneWhichHasToBeThere)
 
 void Overwrite(std::string& bytes, std::size_t offset, std::int32_t value) {
     std::string field;
-    AppendInt32(field, value);
+    engine::AppendInt32(field, value);
     bytes.replace(offset, 4, field);
 }
 
 /// One triangle with texture coordinates and a track of two keys.
-SceneObject Triangle(const std::string& name) {
-    SceneObject object;
+engine::SceneObject Triangle(const std::string& name) {
+    engine::SceneObject object;
     object.name = name;
     object.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
     object.faces = {{0, 1, 2}};
     object.texVertices = object.vertices;
     object.texFaces = object.faces;
-    object.keyTracks = {SceneKeyTrack(2)};
+    object.keyTracks = {engine::SceneKeyTrack(2)};
     return object;
 }
 
@@ -128,13 +129,13 @@ void ExpectDefaultMesh(const Object& object) {
 
 /// Two of them, both with attributes.
 struct DamagedSceneTest : LoadingTest {
-    const std::size_t second = SceneFileBytes({Triangle("First")}).size();
-    const std::string whole = SceneFileBytes({Triangle("First"), Triangle("Second")});
+    const std::size_t second = engine::SceneFileBytes({Triangle("First")}).size();
+    const std::string whole = engine::SceneFileBytes({Triangle("First"), Triangle("Second")});
 
     DamagedSceneTest() {
-        WriteBytes("level.atr", AttributeBlock("First", {"*INVISIBLE"}) +
-                                    AttributeBlock("Second", {"*INVISIBLE"}) +
-                                    AttributeBlock("GLOBALS", {"*TEXTURE sky"}));
+        engine::WriteBytes("level.atr", engine::AttributeBlock("First", {"*INVISIBLE"}) +
+                                            engine::AttributeBlock("Second", {"*INVISIBLE"}) +
+                                            engine::AttributeBlock("GLOBALS", {"*TEXTURE sky"}));
     }
     void StartAgain() {
         scene = Scene();
@@ -198,7 +199,7 @@ TEST_F(DamagedSceneTest, ACountThatTheFileCannotHoldEndsTheLoad) {
     }
     EXPECT_EQ(logged.back(), "Scéna nahráha: 0 Objektů, 0 Polygonů, 0 Vertexů.");
 
-    SceneObject object = Triangle("First");
+    engine::SceneObject object = Triangle("First");
     object.keyTracks.assign(100000, {});
     EXPECT_TRUE(LoadObjects({object})) << "a file may have any number of key tracks";
     EXPECT_EQ(scene.objects[0].keyTracks[99999].keyCount, 0);
@@ -207,21 +208,22 @@ TEST_F(DamagedSceneTest, ACountThatTheFileCannotHoldEndsTheLoad) {
 TEST_F(DamagedSceneTest, AMeshThatContradictsItselfIsReplaced) {
     const struct {
         const char* what;
-        std::function<void(SceneObject&)> damage;
+        std::function<void(engine::SceneObject&)> damage;
     } cases[] = {
-        {"negative corner", [](SceneObject& o) { o.faces[0].b = -1; }},
-        {"corner behind the vertices", [](SceneObject& o) { o.faces[0].c = 3; }},
-        {"negative texture corner", [](SceneObject& o) { o.texFaces[0].a = INT32_MIN; }},
-        {"texture corner behind its list", [](SceneObject& o) { o.texFaces[0].a = 3; }},
-        {"no texture vertices", [](SceneObject& o) { o.texVertices.clear(); }},
-        {"too few texture faces", [](SceneObject& o) { o.faces.resize(2); }},
-        {"too many texture faces", [](SceneObject& o) { o.texFaces.resize(2); }},
-        {"corner behind the spare entries", [](SceneObject& o) { o.vertices.resize(8), o.faces[0].a = 7; }},
+        {"negative corner", [](engine::SceneObject& o) { o.faces[0].b = -1; }},
+        {"corner behind the vertices", [](engine::SceneObject& o) { o.faces[0].c = 3; }},
+        {"negative texture corner", [](engine::SceneObject& o) { o.texFaces[0].a = INT32_MIN; }},
+        {"texture corner behind its list", [](engine::SceneObject& o) { o.texFaces[0].a = 3; }},
+        {"no texture vertices", [](engine::SceneObject& o) { o.texVertices.clear(); }},
+        {"too few texture faces", [](engine::SceneObject& o) { o.faces.resize(2); }},
+        {"too many texture faces", [](engine::SceneObject& o) { o.texFaces.resize(2); }},
+        {"corner behind the spare entries",
+         [](engine::SceneObject& o) { o.vertices.resize(8), o.faces[0].a = 7; }},
     };
     for (const auto& [what, damage] : cases) {
         SCOPED_TRACE(what);
         StartAgain();
-        SceneObject object = Triangle("First");
+        engine::SceneObject object = Triangle("First");
         damage(object);
         EXPECT_TRUE(LoadObjects({object, Triangle("Second")}));
         EXPECT_EQ(LoggedWith("level.bin: object \"First\": ").size(), 1u);
@@ -236,13 +238,13 @@ TEST_F(DamagedSceneTest, AMeshThatContradictsItselfIsReplaced) {
 }
 
 TEST_F(DamagedSceneTest, WhatIsOnlyUnusualIsKept) {
-    SceneObject empty, spareCorner = Triangle("Spare"), halfTextured = Triangle("Half");
+    engine::SceneObject empty, spareCorner = Triangle("Spare"), halfTextured = Triangle("Half");
     empty.name = "Empty";
     spareCorner.vertices.resize(7, {0, 0, 3});  // three texture vertices and four spare entries
     spareCorner.faces[0].a = 6;
     halfTextured.texFaces.clear();
     halfTextured.texVertices = {{0.5f, 0.5f, 0.5f}};
-    SceneObject marked = Triangle("Marked");
+    engine::SceneObject marked = Triangle("Marked");
     marked.centreVertex = 7;
     marked.spareVertex = -1;
     marked.xAxisVertex = 6;

@@ -42,9 +42,9 @@ cat >"$folder/maker/maker.cpp" <<'EOF'
 #include <scene_writer/shapes.h>
 
 int main() {
-    SceneObject crate = MakeBox("Crate", {-2, -2, 0}, {2, 2, 4});
+    engine::SceneObject crate = engine::MakeBox("Crate", {-2, -2, 0}, {2, 2, 4});
     AddMarkers(crate, {0, 0, 2});
-    WriteSceneFile("crate.bin", {crate});
+    engine::WriteSceneFile("crate.bin", {crate});
 }
 EOF
 cd "$folder/maker"

@@ -20,31 +20,32 @@ namespace {
 
 /// The files of a world before they are written.
 struct Parts {
-    std::string settings =
-        SettingsText({"*RESOLUTION 640 480 32", "*FRAMERATELIMIT 50", "*PLAYERCOUNT 1",
-                      "*PLAYERCONTROLLER 0 1", "*MOUSESENSITIVITY 0.005", "*PLAYERVIEWPORT 0 0 0 640 480",
-                      "*NEARCLIPPINGPLANE 0.5", "*FARCLIPPINGPLANE 800", "*LOADMESH data\\world.bin"});
+    std::string settings = engine::SettingsText(
+        {"*RESOLUTION 640 480 32", "*FRAMERATELIMIT 50", "*PLAYERCOUNT 1", "*PLAYERCONTROLLER 0 1",
+         "*MOUSESENSITIVITY 0.005", "*PLAYERVIEWPORT 0 0 0 640 480", "*NEARCLIPPINGPLANE 0.5",
+         "*FARCLIPPINGPLANE 800", "*LOADMESH data\\world.bin"});
     std::string attributes =
-        AttributeBlock("GLOBALS", {"*LIGHT 0 0 0 1 1 1 1 1 0 0 0 1 10 10 30 1 0 0 -1 0 40 1 0 0"}) +
-        AttributeBlock("Floor", {"*TEXTURE data\\floor.tga"}) +
-        AttributeBlock("Crate", {"*TEXTURE data\\crate.rgb", "*COLLIDER", "*PHYSICS 1 0.5 0.1"});
-    std::vector<SceneObject> objects;
-    std::string floorImage = TgaBytes(Image(64, 64, 3));
+        engine::AttributeBlock("GLOBALS", {"*LIGHT 0 0 0 1 1 1 1 1 0 0 0 1 10 10 30 1 0 0 -1 0 40 1 0 0"}) +
+        engine::AttributeBlock("Floor", {"*TEXTURE data\\floor.tga"}) +
+        engine::AttributeBlock("Crate", {"*TEXTURE data\\crate.rgb", "*COLLIDER", "*PHYSICS 1 0.5 0.1"});
+    std::vector<engine::SceneObject> objects;
+    std::string floorImage = TgaBytes(engine::Image(64, 64, 3));
 
     Parts() {
-        SceneObject floor = MakeGrid("Floor", {-60, -60, 0}, {120, 0, 0}, {0, 120, 0}, 12, 12, 12);
+        engine::SceneObject floor =
+            engine::MakeGrid("Floor", {-60, -60, 0}, {120, 0, 0}, {0, 120, 0}, 12, 12, 12);
         AddMarkers(floor, {0, 0, 0});
-        SceneObject crate = MakeCutBox("Crate", {8, 8, 0.1f}, {12, 12, 4.1f}, 2, 1);
+        engine::SceneObject crate = engine::MakeCutBox("Crate", {8, 8, 0.1f}, {12, 12, 4.1f}, 2, 1);
         AddMarkers(crate, {10, 10, 5.1f});
-        SceneObject wedge = MakeWedge("Ramp", {20, -6, 0}, {30, 10, 6}, 4);
+        engine::SceneObject wedge = engine::MakeWedge("Ramp", {20, -6, 0}, {30, 10, 6}, 4);
         AddMarkers(wedge, {25, 2, 3});
-        const PlayerParts player = MakePlayer({0, {0, -20, 0}});
+        const engine::PlayerParts player = engine::MakePlayer({0, {0, -20, 0}});
         objects = player.objects;
         attributes += player.attributes;
         objects.insert(objects.end(), {floor, crate, wedge});
     }
-    SceneObject& Object(const std::string& name) {
-        return *std::ranges::find(objects, name, &SceneObject::name);
+    engine::SceneObject& Object(const std::string& name) {
+        return *std::ranges::find(objects, name, &engine::SceneObject::name);
     }
     void Write() const {
         std::filesystem::remove_all("data");
@@ -52,7 +53,7 @@ struct Parts {
         WriteWholeFile("data/world.atr", attributes);
         WriteWholeFile("data/world.bin", SceneFileBytes(objects));
         WriteWholeFile("data/floor.tga", floorImage);
-        WriteSgi("data/crate.rgb", Image(32, 32, 3));
+        WriteSgi("data/crate.rgb", engine::Image(32, 32, 3));
     }
 };
 
@@ -77,21 +78,21 @@ std::string Repeated(const std::string& text, int times) {
     return times == 0 ? "" : text + Repeated(text, times - 1);
 }
 
-void TurnInsideOut(SceneObject& object) {
-    for (std::vector<Int3>* faces : {&object.faces, &object.texFaces}) {
-        for (Int3& face : *faces) {
+void TurnInsideOut(engine::SceneObject& object) {
+    for (std::vector<engine::Int3>* faces : {&object.faces, &object.texFaces}) {
+        for (engine::Int3& face : *faces) {
             std::swap(face.b, face.c);
         }
     }
 }
 
 void AddSecondPlayer(Parts& parts) {
-    const PlayerParts second = MakePlayer({1, {20, -20, 0}});
+    const engine::PlayerParts second = engine::MakePlayer({1, {20, -20, 0}});
     parts.objects.insert(parts.objects.end(), second.objects.begin(), second.objects.end());
     parts.attributes += second.attributes;
-    parts.settings = SettingsText({"*RESOLUTION 640 480 32", "*FRAMERATELIMIT 50", "*PLAYERCOUNT 2",
-                                   "*PLAYERVIEWPORT 0 0 0 320 240", "*PLAYERVIEWPORT 1 300 200 320 240",
-                                   "*LOADMESH data\\world.bin"});
+    parts.settings = engine::SettingsText(
+        {"*RESOLUTION 640 480 32", "*FRAMERATELIMIT 50", "*PLAYERCOUNT 2", "*PLAYERVIEWPORT 0 0 0 320 240",
+         "*PLAYERVIEWPORT 1 300 200 320 240", "*LOADMESH data\\world.bin"});
 }
 
 struct TextFault {
@@ -241,16 +242,16 @@ TEST(CheckScene, FindsMistakesInAttributes) {
 TEST(CheckScene, FindsMistakesInMeshesAndImages) {
     const TemporaryFolder folder;
     const MeshFault faults[] = {
-        {[](Parts& p) { p.floorImage = TgaBytes(Image(65, 64, 3)); },
+        {[](Parts& p) { p.floorImage = TgaBytes(engine::Image(65, 64, 3)); },
          "65 x 64 pixels: its sides must be powers of two"},
-        {[](Parts& p) { p.floorImage = TgaBytes(Image(1024, 2, 3)); }, "which is too large: 512"},
+        {[](Parts& p) { p.floorImage = TgaBytes(engine::Image(1024, 2, 3)); }, "which is too large: 512"},
         {[](Parts& p) { p.floorImage[2] = 10; }, "the image is run-length encoded: save it uncompressed"},
         {[](Parts& p) { p.floorImage[1] = 1; }, "the image has a palette"},
         {[](Parts& p) { p.floorImage[17] = 0x20; },
          "warning: *TEXTURE data\\floor.tga: the image begins with its top row"},
         {[](Parts& p) { p.floorImage.resize(500); }, "the image can't be read whole"},
         {[](Parts& p) {
-             for (Int3& face : p.Object("Ramp").faces) {
+             for (engine::Int3& face : p.Object("Ramp").faces) {
                  face = {face.a + 1, face.b + 1, face.c + 1};
              }
          },

@@ -13,22 +13,22 @@
 
 namespace {
 
-SceneObject Crate() {
-    return MakeBox("Crate", {-1, -1, 0}, {1, 1, 2}, 1);
+engine::SceneObject Crate() {
+    return engine::MakeBox("Crate", {-1, -1, 0}, {1, 1, 2}, 1);
 }
 
-SceneObject MarkedCrate() {
-    SceneObject crate = Crate();
+engine::SceneObject MarkedCrate() {
+    engine::SceneObject crate = Crate();
     AddMarkers(crate, {0, 0, 1});
     return crate;
 }
 
 /// @param spoil what is done to a crate before it is written
-bool IsWritten(void (*spoil)(SceneObject& crate)) {
-    SceneObject crate = MarkedCrate();
+bool IsWritten(void (*spoil)(engine::SceneObject& crate)) {
+    engine::SceneObject crate = MarkedCrate();
     spoil(crate);
     try {
-        WriteSceneFile("crate.bin", {crate});
+        engine::WriteSceneFile("crate.bin", {crate});
     } catch (const std::invalid_argument&) {
         return false;
     }
@@ -38,63 +38,63 @@ bool IsWritten(void (*spoil)(SceneObject& crate)) {
 TEST(SceneWriter, RefusesWhatMakesNoShape) {
     void (*const mistakes[])() = {
         [] {
-            MakeGrid("Floor", {}, {8, 0, 0}, {0, 8, 0}, 0, 4);
+            engine::MakeGrid("Floor", {}, {8, 0, 0}, {0, 8, 0}, 0, 4);
         },
         [] {
-            MakeGrid("Floor", {}, {8, 0, 0}, {-4, 0, 0});
+            engine::MakeGrid("Floor", {}, {8, 0, 0}, {-4, 0, 0});
         },
         [] {
-            MakeBox("Box", {0, 0, 2}, {1, 1, 1});
+            engine::MakeBox("Box", {0, 0, 2}, {1, 1, 1});
         },
         [] {
-            MakeCutBox("Box", {0, 0, 0}, {1, 1, 1}, 0);
+            engine::MakeCutBox("Box", {0, 0, 0}, {1, 1, 1}, 0);
         },
         [] {
-            MakeWedge("Ramp", {0, 0, 0}, {1, 1, 0}, 1);
+            engine::MakeWedge("Ramp", {0, 0, 0}, {1, 1, 0}, 1);
         },
-        [] { MakeCylinder("Pole", {}, 1, 4, 2); },
-        [] { MakeCylinder("Pole", {}, 0, 4, 8); },
-        [] { MakeBall("Ball", {}, 1, 1, 8); },
+        [] { engine::MakeCylinder("Pole", {}, 1, 4, 2); },
+        [] { engine::MakeCylinder("Pole", {}, 0, 4, 8); },
+        [] { engine::MakeBall("Ball", {}, 1, 1, 8); },
         [] {
-            MakeLathe("Vase", {}, {{1, 0}}, 8);
-        },
-        [] {
-            MakeLathe("Vase", {}, {{1, 0}, {1, 0}}, 8);
+            engine::MakeLathe("Vase", {}, {{1, 0}}, 8);
         },
         [] {
-            SceneObject crate = MarkedCrate();
+            engine::MakeLathe("Vase", {}, {{1, 0}, {1, 0}}, 8);
+        },
+        [] {
+            engine::SceneObject crate = MarkedCrate();
             AddMarkers(crate, {0, 0, 1});
         },
         [] {
-            SceneObject crate = MarkedCrate();
+            engine::SceneObject crate = MarkedCrate();
             Append(crate, Crate());
         },
         [] {
-            SceneObject crate = Crate();
+            engine::SceneObject crate = Crate();
             Append(crate, MarkedCrate());
         },
         [] {
-            SceneObject crate = MarkedCrate();
+            engine::SceneObject crate = MarkedCrate();
             ProjectTexture(crate, 4);
         },
         [] {
-            SceneObject crate = Crate();
+            engine::SceneObject crate = Crate();
             Stretch(crate, {}, {1, -1, 1});
         },
         [] {
-            SceneObject crate = Crate();
+            engine::SceneObject crate = Crate();
             AddMarkers(crate, {}, {2, 0, 0});
         },
         [] {
-            SceneObject crate = Crate();
+            engine::SceneObject crate = Crate();
             AddMarkers(crate, {}, {1, 0, 0}, {1, 0, 0});
         },
-        [] { Image(0, 8, 3); },
-        [] { WriteSgi("wall.rgb", Image(8, 8, 5)); },
-        [] { Image(8, 8, 3).At(8, 0, 0) = 1; },
-        [] { Image(8, 8, 3).At(0, 0, 3) = 1; },
-        [] { WriteTga("wall.tga", Image(8, 12, 3)); },
-        [] { WriteTga("wall.tga", Image(8, 8, 1)); },
+        [] { engine::Image(0, 8, 3); },
+        [] { WriteSgi("wall.rgb", engine::Image(8, 8, 5)); },
+        [] { engine::Image(8, 8, 3).At(8, 0, 0) = 1; },
+        [] { engine::Image(8, 8, 3).At(0, 0, 3) = 1; },
+        [] { WriteTga("wall.tga", engine::Image(8, 12, 3)); },
+        [] { WriteTga("wall.tga", engine::Image(8, 8, 1)); },
     };
     int number = 0;
     for (const auto mistake : mistakes) {
@@ -105,21 +105,23 @@ TEST(SceneWriter, RefusesWhatMakesNoShape) {
 
 TEST(SceneWriter, RefusesToWriteWhatCouldNotBeLoaded) {
     const TemporaryFolder folder;
-    EXPECT_TRUE(IsWritten([](SceneObject& crate) { crate.name = std::string(49, 'c'); }));
-    EXPECT_TRUE(IsWritten([](SceneObject& crate) { crate.keyTracks = {SceneKeyTrack(2), {}, {}}; }));
-    void (*const mistakes[])(SceneObject&) = {
-        [](SceneObject& crate) { crate.name = std::string(50, 'c'); },
-        [](SceneObject& crate) { crate.name = "Cr\xC3\xA2te"; },
-        [](SceneObject& crate) { crate.faces[3].b = 1000; },
-        [](SceneObject& crate) { crate.texFaces[3].b = -1; },
-        [](SceneObject& crate) { crate.texFaces.pop_back(); },
-        [](SceneObject& crate) { crate.vertices[2].z = std::numeric_limits<float>::infinity(); },
-        [](SceneObject& crate) { crate.colours.resize(100); },
-        [](SceneObject& crate) { crate.zAxisVertex = 100; },
-        [](SceneObject& crate) { crate = Crate(); },
-        [](SceneObject& crate) { crate.keyTracks = {SceneKeyTrack(1)}; },
-        [](SceneObject& crate) { crate.keyTracks.resize(4); },
-        [](SceneObject& crate) {
+    EXPECT_TRUE(IsWritten([](engine::SceneObject& crate) { crate.name = std::string(49, 'c'); }));
+    EXPECT_TRUE(IsWritten([](engine::SceneObject& crate) {
+        crate.keyTracks = {engine::SceneKeyTrack(2), {}, {}};
+    }));
+    void (*const mistakes[])(engine::SceneObject&) = {
+        [](engine::SceneObject& crate) { crate.name = std::string(50, 'c'); },
+        [](engine::SceneObject& crate) { crate.name = "Cr\xC3\xA2te"; },
+        [](engine::SceneObject& crate) { crate.faces[3].b = 1000; },
+        [](engine::SceneObject& crate) { crate.texFaces[3].b = -1; },
+        [](engine::SceneObject& crate) { crate.texFaces.pop_back(); },
+        [](engine::SceneObject& crate) { crate.vertices[2].z = std::numeric_limits<float>::infinity(); },
+        [](engine::SceneObject& crate) { crate.colours.resize(100); },
+        [](engine::SceneObject& crate) { crate.zAxisVertex = 100; },
+        [](engine::SceneObject& crate) { crate = Crate(); },
+        [](engine::SceneObject& crate) { crate.keyTracks = {engine::SceneKeyTrack(1)}; },
+        [](engine::SceneObject& crate) { crate.keyTracks.resize(4); },
+        [](engine::SceneObject& crate) {
             crate.keyTracks = {{{}, {{}, {0, 0, 1}, 90, {}}}};
         },
     };

@@ -115,11 +115,11 @@ struct Animation {
 };
 
 /// A turn by an angle about an axis that takes one set of axes to another.
-SceneKey KeyBetween(const Pose& before, const Pose& after, const Pose& parent) {
+engine::SceneKey KeyBetween(const Pose& before, const Pose& after, const Pose& parent) {
     const auto inParent = [&](const aiVector3D& vector) {
-        return Float3{vector * parent.x, vector * parent.y, vector * parent.z};
+        return engine::Float3{vector * parent.x, vector * parent.y, vector * parent.z};
     };
-    SceneKey key;
+    engine::SceneKey key;
     key.translation = inParent(after.origin - before.origin);
     // As columns: after = turn * before.
     const aiMatrix3x3 from(before.x.x, before.y.x, before.z.x, before.x.y, before.y.y, before.z.y,
@@ -139,8 +139,8 @@ SceneKey KeyBetween(const Pose& before, const Pose& after, const Pose& parent) {
     return key;
 }
 
-SceneKeyTrack MakeTrack(const Animation& animation, int node, const Pose& parent) {
-    SceneKeyTrack track;
+engine::SceneKeyTrack MakeTrack(const Animation& animation, int node, const Pose& parent) {
+    engine::SceneKeyTrack track;
     Pose before = animation.model.PoseOf(animation.WorldAt(node, 0.0));
     for (int i = 1; i <= animation.keyCount; i++) {
         const Pose after = animation.model.PoseOf(animation.WorldAt(node, i * animation.ticksForKey));
@@ -237,7 +237,7 @@ void CompleteTracks(int leader, std::vector<WorldObject>& objects, const std::ve
         return static_cast<int>(i) == leader || parents[i] == leader;
     };
     for (std::size_t i = 0; i < objects.size(); i++) {
-        const std::vector<SceneKeyTrack>& tracks = objects[i].mesh.keyTracks;
+        const std::vector<engine::SceneKeyTrack>& tracks = objects[i].mesh.keyTracks;
         for (std::size_t track = 0; isMember(i) && track < tracks.size(); track++) {
             lengths.resize(std::max(lengths.size(), tracks.size()));
             lengths[track] = std::max(lengths[track], tracks[track].size());
@@ -246,9 +246,9 @@ void CompleteTracks(int leader, std::vector<WorldObject>& objects, const std::ve
     if (lengths.empty()) {
         return;
     }
-    const SceneKey still{{}, {0.0f, 0.0f, 1.0f}, 0.0f, {}};
+    const engine::SceneKey still{{}, {0.0f, 0.0f, 1.0f}, 0.0f, {}};
     for (std::size_t i = 0; i < objects.size(); i++) {
-        std::vector<SceneKeyTrack>& tracks = objects[i].mesh.keyTracks;
+        std::vector<engine::SceneKeyTrack>& tracks = objects[i].mesh.keyTracks;
         if (!isMember(i) || (tracks.empty() && static_cast<int>(i) != leader)) {
             continue;
         }

@@ -29,7 +29,7 @@ void CheckSize(std::int64_t width, std::int64_t height) {
 }
 
 /// An image of four channels whose alpha goes if it is 255 everywhere.
-Image WithoutUselessAlpha(Image image) {
+engine::Image WithoutUselessAlpha(engine::Image image) {
     for (std::size_t i = 3; i < image.samples.size(); i += 4) {
         if (image.samples[i] != 255) {
             return image;
@@ -43,7 +43,7 @@ Image WithoutUselessAlpha(Image image) {
     return image;
 }
 
-Image FromSurface(SurfacePointer surface) {
+engine::Image FromSurface(SurfacePointer surface) {
     if (!surface) {
         throw std::runtime_error(SDL_GetError());
     }
@@ -52,7 +52,7 @@ Image FromSurface(SurfacePointer surface) {
     if (!rgba) {
         throw std::runtime_error(SDL_GetError());
     }
-    Image image(rgba->w, rgba->h, 4);
+    engine::Image image(rgba->w, rgba->h, 4);
     for (int y = 0; y < rgba->h; y++) {
         const auto* row = static_cast<const std::uint8_t*>(rgba->pixels) + std::size_t(y) * rgba->pitch;
         std::copy_n(row, 4 * rgba->w, &image.At(0, rgba->h - 1 - y, 0));
@@ -67,7 +67,7 @@ std::string Lower(std::string text) {
 }
 
 /// The engine's own reader asks whoever sits there what to do without memory, so sizes are looked at first.
-Image ReadSgi(const std::string& path, const std::string& bytes) {
+engine::Image ReadSgi(const std::string& path, const std::string& bytes) {
     const auto number = [&](std::size_t at) {
         return static_cast<std::uint8_t>(bytes[at]) << 8 | static_cast<std::uint8_t>(bytes[at + 1]);
     };
@@ -79,7 +79,7 @@ Image ReadSgi(const std::string& path, const std::string& bytes) {
     if (!rgba) {
         throw std::runtime_error("there is not enough memory for it");
     }
-    Image image(width, height, 4);
+    engine::Image image(width, height, 4);
     std::copy_n(rgba.get(), image.samples.size(), image.samples.begin());
     return WithoutUselessAlpha(std::move(image));
 }
@@ -90,7 +90,7 @@ bool IsSgi(const std::string& bytes) {
 
 }  // namespace
 
-Image ReadImageFile(const std::string& path) {
+engine::Image ReadImageFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     const std::string bytes(std::istreambuf_iterator<char>(file), {});
     if (!file || bytes.empty()) {
@@ -102,14 +102,14 @@ Image ReadImageFile(const std::string& path) {
     return ReadImageBytes(bytes.data(), bytes.size(), std::filesystem::path(path).extension().string());
 }
 
-Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format) {
+engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format) {
     // A TGA image has no mark at its beginning, so nothing but its name tells it.
     const char* type = Lower(format).ends_with("tga") ? "TGA" : "";
     return FromSurface(
         SurfacePointer(IMG_LoadTyped_RW(SDL_RWFromConstMem(bytes, static_cast<int>(size)), 1, type)));
 }
 
-Image ReadImagePixels(const void* pixels, int width, int height) {
+engine::Image ReadImagePixels(const void* pixels, int width, int height) {
     CheckSize(width, height);
     return FromSurface(SurfacePointer(SDL_CreateRGBSurfaceWithFormatFrom(
         const_cast<void*>(pixels), width, height, 32, 4 * width, SDL_PIXELFORMAT_BGRA32)));

@@ -9,9 +9,9 @@
 // channels if something in them is transparent, else with 3. All throw std::runtime_error that says why an
 // image can't be read.
 
-Image ReadImageFile(const std::string& path);
+engine::Image ReadImageFile(const std::string& path);
 /// @param bytes the content of an image file
 /// @param format its extension, which tells kinds apart that have no mark of their own; may be empty
-Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format);
+engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format);
 /// @param pixels blue, green, red, alpha; the top row first
-Image ReadImagePixels(const void* pixels, int width, int height);
+engine::Image ReadImagePixels(const void* pixels, int width, int height);

@@ -57,7 +57,7 @@ std::array<float, 256> LinearTable() {
     return table;
 }
 
-std::vector<Pixel> LinearRow(const Image& image, int y) {
+std::vector<Pixel> LinearRow(const engine::Image& image, int y) {
     static const std::array<float, 256> linear = LinearTable();
     std::vector<Pixel> row(image.width);
     for (int x = 0; x < image.width; x++) {
@@ -83,7 +83,7 @@ int NearestPowerOfTwo(int side, int most) {
 
 }  // namespace
 
-Image Scaled(const Image& image, int width, int height, bool repeatX, bool repeatY) {
+engine::Image Scaled(const engine::Image& image, int width, int height, bool repeatX, bool repeatY) {
     if (width == image.width && height == image.height) {
         return image;
     }
@@ -120,7 +120,7 @@ Image Scaled(const Image& image, int width, int height, bool repeatX, bool repea
             }
         }
     }
-    Image scaled(width, height, image.channels);
+    engine::Image scaled(width, height, image.channels);
     for (int y = 0; y < height; y++) {
         for (int x = 0; x < width; x++) {
             const Pixel& pixel = sums[static_cast<std::size_t>(y) * width + x];
@@ -136,13 +136,14 @@ Image Scaled(const Image& image, int width, int height, bool repeatX, bool repea
     return scaled;
 }
 
-Image ScaledForTexture(const Image& image, int longestSide, bool repeatX, bool repeatY) {
+engine::Image ScaledForTexture(const engine::Image& image, int longestSide, bool repeatX, bool repeatY) {
     return Scaled(image, NearestPowerOfTwo(image.width, longestSide),
                   NearestPowerOfTwo(image.height, longestSide), repeatX, repeatY);
 }
 
-Image Mirrored(const Image& image, bool mirrorX, bool mirrorY) {
-    Image mirrored(image.width * (mirrorX ? 2 : 1), image.height * (mirrorY ? 2 : 1), image.channels);
+engine::Image Mirrored(const engine::Image& image, bool mirrorX, bool mirrorY) {
+    engine::Image mirrored(image.width * (mirrorX ? 2 : 1), image.height * (mirrorY ? 2 : 1),
+                           image.channels);
     for (int y = 0; y < mirrored.height; y++) {
         for (int x = 0; x < mirrored.width; x++) {
             const int fromX = x < image.width ? x : 2 * image.width - 1 - x;

@@ -68,11 +68,12 @@ struct Target {
 };
 
 void ImportTexture(const Options& options) {
-    const Image image = ReadImageFile(options.input);
-    const Image scaled = ScaledForTexture(image, options.textureSize, true, true);
+    const engine::Image image = ReadImageFile(options.input);
+    const engine::Image scaled = ScaledForTexture(image, options.textureSize, true, true);
     const bool isTga = options.output.ends_with(".tga");
     if (!options.dryRun) {
-        WriteAll({{options.output, isTga ? TgaBytes(scaled) : SgiBytes(scaled, SgiPacking::RunLength)}});
+        WriteAll(
+            {{options.output, isTga ? TgaBytes(scaled) : SgiBytes(scaled, engine::SgiPacking::RunLength)}});
     }
     std::printf("%s: %d x %d, %d bits, from %d x %d\n", options.output.c_str(), scaled.width, scaled.height,
                 8 * scaled.channels, image.width, image.height);
@@ -82,9 +83,9 @@ void Tell(const std::string& text) {
     std::fprintf(stderr, "import_scene: %s\n", text.c_str());
 }
 
-std::size_t TriangleCount(const std::vector<SceneObject>& objects) {
+std::size_t TriangleCount(const std::vector<engine::SceneObject>& objects) {
     std::size_t count = 0;
-    for (const SceneObject& object : objects) {
+    for (const engine::SceneObject& object : objects) {
         count += object.faces.size();
     }
     return count;
@@ -132,7 +133,7 @@ void WarnOfClamped(const std::vector<WorldObject>& objects, const std::vector<Sc
         if (object.texture == -1 || !textures[object.texture].clamped) {
             continue;
         }
-        for (const Float3& at : object.mesh.texVertices) {
+        for (const engine::Float3& at : object.mesh.texVertices) {
             if (at.x < -0.01f || at.x > 1.01f || at.y < -0.01f || at.y > 1.01f) {
                 report.Warn("a texture repeats that the model lets end at its edges", object.name);
                 break;
@@ -167,7 +168,7 @@ void ImportModel(const Options& options) {
     if (options.merge) {
         objects = MergeScenery(std::move(objects), options.piece);
     }
-    const std::vector<SceneLight> lights = MakeLights(model, objects, options, report);
+    const std::vector<engine::SceneLight> lights = MakeLights(model, objects, options, report);
     if (!options.sprites) {
         objects.push_back(MakeSpriteVeil(textures.textures, target.name));
     }

@@ -81,9 +81,9 @@ float DistanceToWorld(const Lamp& lamp, const std::vector<WorldObject>& objects)
         // A few triangles of each object stand for all.
         const std::size_t step = std::max<std::size_t>(1, object.mesh.faces.size() / 200);
         for (std::size_t i = 0; i < object.mesh.faces.size(); i += step) {
-            const Int3& face = object.mesh.faces[i];
+            const engine::Int3& face = object.mesh.faces[i];
             const auto corner = [&](std::int32_t vertex) {
-                const Float3& at = object.mesh.vertices[vertex];
+                const engine::Float3& at = object.mesh.vertices[vertex];
                 return aiVector3D(at.x, at.y, at.z);
             };
             const aiVector3D a = corner(face.a);
@@ -108,8 +108,8 @@ float Brightness(const Lamp& lamp, const std::vector<WorldObject>& objects) {
     return Display(lamp.reach * lamp.reach / (distance * distance));
 }
 
-SceneLight ToSceneLight(const Lamp& lamp) {
-    SceneLight light;
+engine::SceneLight ToSceneLight(const Lamp& lamp) {
+    engine::SceneLight light;
     light.diffuse = {lamp.colour.r, lamp.colour.g, lamp.colour.b, 1.0f};
     light.specular = {0.0f, 0.0f, 0.0f, 1.0f};
     const auto brighten = [&](float factor) {
@@ -137,13 +137,13 @@ SceneLight ToSceneLight(const Lamp& lamp) {
     return light;
 }
 
-std::vector<SceneLight> DefaultLights() {
-    SceneLight sun;
+std::vector<engine::SceneLight> DefaultLights() {
+    engine::SceneLight sun;
     sun.ambient = {0.2f, 0.2f, 0.22f, 1.0f};
     sun.diffuse = {0.75f, 0.73f, 0.7f, 1.0f};
     sun.specular = {0.0f, 0.0f, 0.0f, 1.0f};
     sun.position = {0.35f, -0.5f, 0.8f, 0.0f};
-    SceneLight sky;
+    engine::SceneLight sky;
     sky.diffuse = {0.2f, 0.22f, 0.25f, 1.0f};
     sky.specular = {0.0f, 0.0f, 0.0f, 1.0f};
     sky.position = {-0.5f, 0.6f, 0.4f, 0.0f};
@@ -204,8 +204,8 @@ void Expose(std::vector<Lamp>& lamps, const std::vector<float>& brightness, cons
 
 }  // namespace
 
-std::vector<SceneLight> MakeLights(const Model& model, const std::vector<WorldObject>& objects,
-                                   const Options& options, Report& report) {
+std::vector<engine::SceneLight> MakeLights(const Model& model, const std::vector<WorldObject>& objects,
+                                           const Options& options, Report& report) {
     std::vector<Lamp> lamps = ReadLamps(model, objects, report);
     if (lamps.empty() || options.lightScale == 0.0f) {
         return DefaultLights();
@@ -227,7 +227,7 @@ std::vector<SceneLight> MakeLights(const Model& model, const std::vector<WorldOb
         report.Warn("OpenGL has eight lights, the weakest lamps stay dark", lamps[order[i]].name);
     }
     order.resize(std::min(order.size(), mostLights));
-    std::vector<SceneLight> lights;
+    std::vector<engine::SceneLight> lights;
     lights.reserve(order.size());
     for (const std::size_t index : order) {
         lights.push_back(ToSceneLight(lamps[index]));
@@ -236,7 +236,7 @@ std::vector<SceneLight> MakeLights(const Model& model, const std::vector<WorldOb
         return lights;
     }
     // Light from everywhere needs one of its own, as that of a lamp fades with it.
-    SceneLight ambient;
+    engine::SceneLight ambient;
     ambient.ambient = {ambientOfLamps, ambientOfLamps, ambientOfLamps, 1.0f};
     ambient.diffuse = {0.0f, 0.0f, 0.0f, 1.0f};
     ambient.specular = {0.0f, 0.0f, 0.0f, 1.0f};

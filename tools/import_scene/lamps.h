@@ -7,5 +7,5 @@
 #include "scene_writer/attribute_text.h"
 
 /// The lights of a scene, the brightest first: the model's lamps, or a sun where it has none.
-std::vector<SceneLight> MakeLights(const Model& model, const std::vector<WorldObject>& objects,
-                                   const Options& options, Report& report);
+std::vector<engine::SceneLight> MakeLights(const Model& model, const std::vector<WorldObject>& objects,
+                                           const Options& options, Report& report);

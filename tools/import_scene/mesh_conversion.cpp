@@ -16,8 +16,8 @@ constexpr float normalSteps = 100.0f;
 constexpr float leastHeight = 1e-6f;
 
 struct VertexKey {
-    Float3 position;
-    Float3 colour;
+    engine::Float3 position;
+    engine::Float3 colour;
     std::uint32_t shading = 0;  ///< equal for corners that are shaded as one
 };
 
@@ -27,8 +27,8 @@ struct TextureKey {
     float v = 0.0f;
 };
 
-std::vector<Int3> FacesOf(const std::vector<std::int32_t>& numbers) {
-    std::vector<Int3> faces;
+std::vector<engine::Int3> FacesOf(const std::vector<std::int32_t>& numbers) {
+    std::vector<engine::Int3> faces;
     faces.reserve(numbers.size() / 3);
     for (std::size_t i = 0; i + 2 < numbers.size(); i += 3) {
         faces.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
@@ -46,7 +46,7 @@ std::uint32_t NormalKey(const aiVector3D& normal) {
 }
 
 /// Adding zero makes a plus zero of a minus zero, so that equal numbers have equal bits.
-Float3 Keyed(const aiVector3D& vector) {
+engine::Float3 Keyed(const aiVector3D& vector) {
     return {vector.x + 0.0f, vector.y + 0.0f, vector.z + 0.0f};
 }
 
@@ -110,7 +110,7 @@ struct Converter {
         }
     }
 
-    Float3 ColourOf(unsigned vertex) const {
+    engine::Float3 ColourOf(unsigned vertex) const {
         aiColor3D colour = surface.colour;
         if (coloured) {
             const aiColor4D& own = mesh.mColors[0][vertex];
@@ -130,7 +130,7 @@ struct Converter {
 
     /// For each corner a number that says which corners of one place are shaded as one.
     std::vector<std::uint32_t> Creases() const {
-        KeyNumbers<Float3> positions(mesh.mNumVertices);
+        KeyNumbers<engine::Float3> positions(mesh.mNumVertices);
         std::vector<std::uint32_t> positionOfCorner;
         positionOfCorner.reserve(corners.size());
         std::vector<aiVector3D> normals;
@@ -155,13 +155,13 @@ struct Converter {
         std::vector<std::int32_t> texVertexOfCorner;
     };
 
-    VertexKey KeyOf(unsigned source, const Float3& plainColour, std::uint32_t shading) const {
+    VertexKey KeyOf(unsigned source, const engine::Float3& plainColour, std::uint32_t shading) const {
         return {Keyed(places[source]), coloured ? ColourOf(source) : plainColour, shading};
     }
 
     /// Where the mesh has normals, all corners at one of its vertices are alike: those vertices are
     /// numbered, and most of them are the only ones with their texture coordinates.
-    Numbering NumberByVertex(const Float3& plainColour) const {
+    Numbering NumberByVertex(const engine::Float3& plainColour) const {
         std::vector<std::int32_t> numberOf(mesh.mNumVertices, -1);
         for (const std::uint32_t source : corners) {
             numberOf[source] = 0;
@@ -207,7 +207,7 @@ struct Converter {
         return numbering;
     }
 
-    Numbering NumberByCorner(const Float3& plainColour) const {
+    Numbering NumberByCorner(const engine::Float3& plainColour) const {
         const std::vector<std::uint32_t> creases = Creases();
         KeyNumbers<VertexKey> vertices(mesh.mNumVertices);
         KeyNumbers<TextureKey> texVertices(textured ? mesh.mNumVertices : 0);
@@ -224,11 +224,12 @@ struct Converter {
         return numbering;
     }
 
-    SceneObject Build() const {
-        const Float3 plainColour = mesh.mNumVertices > 0 && !coloured ? ColourOf(0) : Float3{};
+    engine::SceneObject Build() const {
+        const engine::Float3 plainColour =
+            mesh.mNumVertices > 0 && !coloured ? ColourOf(0) : engine::Float3{};
         const Numbering numbering =
             mesh.HasNormals() ? NumberByVertex(plainColour) : NumberByCorner(plainColour);
-        SceneObject object;
+        engine::SceneObject object;
         object.faces = FacesOf(numbering.vertexOfCorner);
         object.texFaces = FacesOf(numbering.texVertexOfCorner);
         object.vertices.reserve(numbering.vertices.size());
@@ -246,7 +247,7 @@ struct Converter {
 };
 
 /// The same mesh once more, seen from behind.
-void AddBackSides(SceneObject& object) {
+void AddBackSides(engine::SceneObject& object) {
     const auto vertexCount = static_cast<std::int32_t>(object.vertices.size());
     const auto texVertexCount = static_cast<std::int32_t>(object.texVertices.size());
     const auto twice = [](auto& values) {
@@ -254,7 +255,7 @@ void AddBackSides(SceneObject& object) {
         values.reserve(2 * count);
         std::copy_n(values.begin(), count, std::back_inserter(values));
     };
-    const auto turned = [](std::vector<Int3>& faces, std::int32_t shift) {
+    const auto turned = [](std::vector<engine::Int3>& faces, std::int32_t shift) {
         const std::size_t count = faces.size();
         faces.reserve(2 * count);
         for (std::size_t i = 0; i < count; i++) {
@@ -270,12 +271,12 @@ void AddBackSides(SceneObject& object) {
 
 }  // namespace
 
-SceneObject ConvertMesh(const aiMesh& mesh, const aiMatrix4x4& toWorld, const Surface& surface,
-                        const MeshConversion& conversion, MeshLosses& losses) {
+engine::SceneObject ConvertMesh(const aiMesh& mesh, const aiMatrix4x4& toWorld, const Surface& surface,
+                                const MeshConversion& conversion, MeshLosses& losses) {
     Converter converter(mesh, toWorld, surface, conversion);
     converter.CollectCorners(aiMatrix3x3(toWorld).Determinant() < 0.0f, losses);
     losses.noCoordinates = surface.texture != -1 && !converter.textured;
-    SceneObject object = converter.Build();
+    engine::SceneObject object = converter.Build();
     if (surface.twoSided && !conversion.oneSided) {
         AddBackSides(object);
     }

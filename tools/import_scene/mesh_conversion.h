@@ -24,5 +24,5 @@ struct MeshConversion {
 /// the model does. With texture coordinates every texture vertex belongs to one vertex alone, and there are
 /// at least as many of them as of vertices: that is what the engine makes one list of.
 /// @param toWorld from the mesh's space; a mirroring one keeps the front sides
-SceneObject ConvertMesh(const aiMesh& mesh, const aiMatrix4x4& toWorld, const Surface& surface,
-                        const MeshConversion& conversion, MeshLosses& losses);
+engine::SceneObject ConvertMesh(const aiMesh& mesh, const aiMatrix4x4& toWorld, const Surface& surface,
+                                const MeshConversion& conversion, MeshLosses& losses);

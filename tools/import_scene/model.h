@@ -58,7 +58,7 @@ struct Model {
     std::string NameForMessages(int node) const;
 };
 
-inline Float3 ToFloat3(const aiVector3D& vector) {
+inline engine::Float3 ToFloat3(const aiVector3D& vector) {
     return {vector.x, vector.y, vector.z};
 }
 

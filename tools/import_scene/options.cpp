@@ -87,7 +87,7 @@ struct Arguments {
     }
 };
 
-Float3 PointOf(const std::string& option, std::string text) {
+engine::Float3 PointOf(const std::string& option, std::string text) {
     Arguments numbers;
     for (std::size_t comma; (comma = text.find(',')) != std::string::npos; text.erase(0, comma + 1)) {
         numbers.values.push_back(text.substr(0, comma));

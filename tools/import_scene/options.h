@@ -12,7 +12,7 @@ struct Options {
 
     std::optional<float> scale;  ///< world units for one of the model's
     char up = 0;                 ///< 'x', 'y' or 'z'; 0: what the format says
-    Float3 move;                 ///< world units, after scaling and turning
+    engine::Float3 move;         ///< world units, after scaling and turning
     float turn = 0.0f;           ///< degrees about z, counter-clockwise as seen from above
     float crease = 50.0f;        ///< degrees; sharper edges of a model without normals stay hard
     bool oneSided = false;       ///< no back sides for two-sided materials

@@ -36,7 +36,7 @@ void WriteAll(const std::vector<OutputFile>& files) {
             throw std::runtime_error("can't write " + file.path + ": it is a folder");
         }
         pending.paths.push_back(file.path + ".part" + std::to_string(getpid()));
-        WriteBytes(pending.paths.back(), file.bytes);
+        engine::WriteBytes(pending.paths.back(), file.bytes);
     }
     for (std::size_t i = 0; i < files.size(); i++) {
         fs::rename(pending.paths[i], files[i].path);

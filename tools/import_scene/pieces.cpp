@@ -17,7 +17,7 @@ bool IsMergeable(const WorldObject& object) {
 /// Cuts one mesh in two, again and again, across its longest side, so that both halves have the same number
 /// of triangles.
 struct Cutter {
-    const SceneObject& mesh;
+    const engine::SceneObject& mesh;
     std::size_t mostTriangles;
     std::vector<aiVector3D> middles;      ///< three times them, which is all the same for sorting
     std::vector<std::int32_t> order;      ///< of the triangles; pieces are runs of it
@@ -25,17 +25,17 @@ struct Cutter {
     std::vector<std::int32_t> newVertex;  ///< of each vertex in the piece at hand, or -1
     std::vector<std::int32_t> newTexVertex;
 
-    Cutter(const SceneObject& newMesh, std::size_t newMostTriangles)
+    Cutter(const engine::SceneObject& newMesh, std::size_t newMostTriangles)
         : mesh(newMesh),
           mostTriangles(newMostTriangles),
           order(newMesh.faces.size()),
           newVertex(newMesh.vertices.size(), -1),
           newTexVertex(newMesh.texVertices.size(), -1) {
         std::iota(order.begin(), order.end(), 0);
-        for (const Int3& face : mesh.faces) {
+        for (const engine::Int3& face : mesh.faces) {
             aiVector3D sum;
             for (const std::int32_t corner : {face.a, face.b, face.c}) {
-                const Float3& place = mesh.vertices[corner];
+                const engine::Float3& place = mesh.vertices[corner];
                 sum += aiVector3D(place.x, place.y, place.z);
             }
             middles.push_back(sum);
@@ -83,17 +83,17 @@ struct Cutter {
         return numbers[index];
     }
 
-    SceneObject Piece(std::size_t from, std::size_t to) {
-        SceneObject piece;
+    engine::SceneObject Piece(std::size_t from, std::size_t to) {
+        engine::SceneObject piece;
         std::vector<std::int32_t> vertices;
         std::vector<std::int32_t> texVertices;
         std::sort(order.begin() + from, order.begin() + to);
         for (std::size_t i = from; i < to; i++) {
-            const Int3& face = mesh.faces[order[i]];
+            const engine::Int3& face = mesh.faces[order[i]];
             piece.faces.push_back({Take(face.a, newVertex, vertices), Take(face.b, newVertex, vertices),
                                    Take(face.c, newVertex, vertices)});
             if (!mesh.texFaces.empty()) {
-                const Int3& texFace = mesh.texFaces[order[i]];
+                const engine::Int3& texFace = mesh.texFaces[order[i]];
                 piece.texFaces.push_back({Take(texFace.a, newTexVertex, texVertices),
                                           Take(texFace.b, newTexVertex, texVertices),
                                           Take(texFace.c, newTexVertex, texVertices)});

@@ -21,13 +21,14 @@ constexpr int mostFloorCells = 48;
 constexpr float tangentUp = 0.577f;
 constexpr float tangentAcross = 0.77f;
 
-aiVector3D At(const SceneObject& mesh, std::int32_t vertex) {
-    const Float3& place = mesh.vertices[vertex];
+aiVector3D At(const engine::SceneObject& mesh, std::int32_t vertex) {
+    const engine::Float3& place = mesh.vertices[vertex];
     return {place.x, place.y, place.z};
 }
 
 /// The height of a triangle above a point of the ground, if it is above it and seen from above.
-std::optional<float> HeightOver(const SceneObject& mesh, const Int3& face, float x, float y) {
+std::optional<float> HeightOver(const engine::SceneObject& mesh, const engine::Int3& face, float x,
+                                float y) {
     const aiVector3D a = At(mesh, face.a);
     const aiVector3D b = At(mesh, face.b);
     const aiVector3D c = At(mesh, face.c);
@@ -50,7 +51,7 @@ std::optional<float> FloorBelow(const std::vector<WorldObject>& objects, const a
         if (!object.IsSolid()) {
             continue;
         }
-        for (const Int3& face : object.mesh.faces) {
+        for (const engine::Int3& face : object.mesh.faces) {
             const std::optional<float> height = HeightOver(object.mesh, face, point.x, point.y);
             if (height && *height <= point.z && (!highest || *height > *highest)) {
                 highest = height;
@@ -65,7 +66,7 @@ std::optional<float> DistanceAlong(const std::vector<WorldObject>& objects, cons
                                    const aiVector3D& direction) {
     std::optional<float> nearest;
     for (const WorldObject& object : objects) {
-        for (const Int3& face : object.mesh.faces) {
+        for (const engine::Int3& face : object.mesh.faces) {
             const aiVector3D a = At(object.mesh, face.a);
             const aiVector3D ab = At(object.mesh, face.b) - a;
             const aiVector3D ac = At(object.mesh, face.c) - a;
@@ -110,8 +111,8 @@ WorldObject MakeFloor(const Bounds& around, float height) {
     WorldObject floor;
     floor.name = "LaidFloor";
     floor.usesPose = false;
-    floor.mesh = MakeGrid(floor.name, {middle.x - side / 2.0f, middle.y - side / 2.0f, height},
-                          {side, 0.0f, 0.0f}, {0.0f, side, 0.0f}, cells, cells);
+    floor.mesh = engine::MakeGrid(floor.name, {middle.x - side / 2.0f, middle.y - side / 2.0f, height},
+                                  {side, 0.0f, 0.0f}, {0.0f, side, 0.0f}, cells, cells);
     Paint(floor.mesh, {0.5f, 0.52f, 0.5f});
     return floor;
 }

@@ -40,7 +40,7 @@ int RankOf(const WorldObject& object) {
 
 /// One more vertex that no triangle uses, at a place where it stays when the engine makes one list of
 /// vertices and texture vertices. To be done before the markers.
-std::int32_t AddLooseVertex(SceneObject& mesh, const aiVector3D& place) {
+std::int32_t AddLooseVertex(engine::SceneObject& mesh, const aiVector3D& place) {
     std::size_t index = mesh.vertices.size();
     if (!mesh.texFaces.empty()) {
         index = std::max(index, mesh.texVertices.size());
@@ -50,7 +50,7 @@ std::int32_t AddLooseVertex(SceneObject& mesh, const aiVector3D& place) {
     return static_cast<std::int32_t>(index);
 }
 
-void AddOwnMarkers(const WorldObject& object, SceneObject& mesh) {
+void AddOwnMarkers(const WorldObject& object, engine::SceneObject& mesh) {
     if (!object.usesPose || (!object.properties.Any() && !object.isCamera && mesh.keyTracks.empty())) {
         AddMarkers(mesh, ToFloat3(BoundsOf(mesh).Middle()));
         return;
@@ -122,23 +122,24 @@ struct Viewports {
 
 }  // namespace
 
-AssembledScene AssembleScene(std::vector<WorldObject> objects, const std::vector<SceneLight>& lights,
+AssembledScene AssembleScene(std::vector<WorldObject> objects,
+                             const std::vector<engine::SceneLight>& lights,
                              const std::vector<SceneTexture>& textures, const std::string& textureFolder) {
     std::stable_sort(objects.begin(), objects.end(),
                      [](const WorldObject& a, const WorldObject& b) { return RankOf(a) < RankOf(b); });
     AssembledScene scene;
     std::vector<std::string> lightLines;
     lightLines.reserve(lights.size());
-    for (const SceneLight& light : lights) {
-        lightLines.push_back(LightLine(light));
+    for (const engine::SceneLight& light : lights) {
+        lightLines.push_back(engine::LightLine(light));
     }
-    scene.attributes = AttributeBlock("GLOBALS", lightLines);
+    scene.attributes = engine::AttributeBlock("GLOBALS", lightLines);
     NameList names(longestObjectName);
     // The engine has blocks and objects of these names itself.
     names.Take("GLOBALS");
     names.Take("NoName");
     for (WorldObject& object : objects) {
-        SceneObject mesh = std::move(object.mesh);
+        engine::SceneObject mesh = std::move(object.mesh);
         mesh.name = names.Take(object.name);
         if (mesh.name != object.name && !object.name.empty() && object.node != -1) {
             scene.renamed.emplace_back(object.name, mesh.name);
@@ -160,7 +161,7 @@ AssembledScene AssembleScene(std::vector<WorldObject> objects, const std::vector
             lines.insert(lines.begin(), "*TEXTURE " + textureFolder + textures[object.texture].fileName);
         }
         if (!lines.empty()) {
-            scene.attributes += AttributeBlock(mesh.name, lines);
+            scene.attributes += engine::AttributeBlock(mesh.name, lines);
         }
         scene.objects.push_back(std::move(mesh));
     }
@@ -168,7 +169,7 @@ AssembledScene AssembleScene(std::vector<WorldObject> objects, const std::vector
 }
 
 WorldObject MakeSpriteVeil(std::vector<SceneTexture>& textures, const std::string& prefix) {
-    SceneTexture clear{prefix + "veil.tga", Image(2, 2, 4), "", 2, 2, false};
+    SceneTexture clear{prefix + "veil.tga", engine::Image(2, 2, 4), "", 2, 2, false};
     WorldObject veil;
     veil.name = "SpriteVeil";
     veil.usesPose = false;
@@ -211,5 +212,5 @@ std::string MakeSettings(const std::vector<WorldObject>& objects, const std::str
         }
     }
     lines.push_back("*LOADMESH " + scenePath);
-    return SettingsText(lines);
+    return engine::SettingsText(lines);
 }

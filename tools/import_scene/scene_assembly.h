@@ -9,7 +9,7 @@
 
 /// A scene as it is written.
 struct AssembledScene {
-    std::vector<SceneObject> objects;
+    std::vector<engine::SceneObject> objects;
     std::string attributes;                                    ///< the text beside it
     std::vector<std::pair<std::string, std::string>> renamed;  ///< the model's name and the scene's
 };
@@ -17,7 +17,8 @@ struct AssembledScene {
 /// Puts objects into the order that players need, gives them names that the engine finds, markers and their
 /// blocks of attributes.
 /// @param textureFolder stands before the textures' names, with a backslash at its end; may be empty
-AssembledScene AssembleScene(std::vector<WorldObject> objects, const std::vector<SceneLight>& lights,
+AssembledScene AssembleScene(std::vector<WorldObject> objects,
+                             const std::vector<engine::SceneLight>& lights,
                              const std::vector<SceneTexture>& textures, const std::string& textureFolder);
 
 /// The last object of a scene lends its texture to the engine's sprites: this one's is invisible. It has no

@@ -106,7 +106,7 @@ std::string FindBeside(const std::string& modelPath, const std::string& fileName
     return {};
 }
 
-Image TextureList::Read(const std::string& path, std::string& name) const {
+engine::Image TextureList::Read(const std::string& path, std::string& name) const {
     if (const aiTexture* embedded = model.scene->GetEmbeddedTexture(path.c_str())) {
         const std::string ownName = embedded->mFilename.C_Str();
         name =
@@ -138,9 +138,9 @@ int TextureList::Add(const std::string& path, Wrap wrapX, Wrap wrapY, const std:
     }
     try {
         std::string name;
-        const Image image = Read(path, name);
-        const Image mirrored = mirrorX || mirrorY ? Mirrored(image, mirrorX, mirrorY) : image;
-        Image scaled = ScaledForTexture(mirrored, options.textureSize, !clampX, !clampY);
+        const engine::Image image = Read(path, name);
+        const engine::Image mirrored = mirrorX || mirrorY ? Mirrored(image, mirrorX, mirrorY) : image;
+        engine::Image scaled = ScaledForTexture(mirrored, options.textureSize, !clampX, !clampY);
         entry->second = static_cast<int>(textures.size());
         const std::string fileName = names.Take(prefix + PlainName(name)) + ".tga";
         textures.push_back(

@@ -14,7 +14,7 @@ enum class Wrap : std::uint8_t { Repeat, Mirror, Clamp };
 
 struct SceneTexture {
     std::string fileName;  ///< with extension, without a folder
-    Image image;           ///< of a size that the engine takes
+    engine::Image image;   ///< of a size that the engine takes
     std::string source;    ///< what the model calls it
     int sourceWidth = 0;
     int sourceHeight = 0;
@@ -35,7 +35,7 @@ public:
     int Add(const std::string& path, Wrap wrapX, Wrap wrapY, const std::string& material);
 
 private:
-    Image Read(const std::string& path, std::string& name) const;
+    engine::Image Read(const std::string& path, std::string& name) const;
 
     const Model& model;
     const Options& options;

@@ -171,9 +171,9 @@ WorldObject ObjectMaker::MakeCameraObject(const Pose& pose) {
 
 }  // namespace
 
-Bounds BoundsOf(const SceneObject& mesh) {
+Bounds BoundsOf(const engine::SceneObject& mesh) {
     Bounds bounds;
-    for (const Float3& vertex : mesh.vertices) {
+    for (const engine::Float3& vertex : mesh.vertices) {
         bounds.Add(vertex);
     }
     return bounds;

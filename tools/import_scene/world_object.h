@@ -11,10 +11,10 @@
 
 /// An object on its way into the scene.
 struct WorldObject {
-    std::string name;  ///< as wished for; the model's
-    int node = -1;     ///< of the model, or -1 for what was added
-    SceneObject mesh;  ///< in the world, without markers
-    int texture = -1;  ///< index in the texture list
+    std::string name;          ///< as wished for; the model's
+    int node = -1;             ///< of the model, or -1 for what was added
+    engine::SceneObject mesh;  ///< in the world, without markers
+    int texture = -1;          ///< index in the texture list
     Properties properties;
     Pose pose;             ///< where it turns about, and its axes
     bool usesPose = true;  ///< else nothing ever moves it, and it may be measured from its middle
@@ -36,7 +36,7 @@ struct Bounds {
     bool IsEmpty() const { return low.x > high.x; }
     aiVector3D Middle() const { return (low + high) * 0.5f; }
     aiVector3D Size() const { return high - low; }
-    void Add(Float3 point) {
+    void Add(engine::Float3 point) {
         low = {std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z)};
         high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
     }
@@ -44,7 +44,7 @@ struct Bounds {
 
 /// Around all triangles.
 Bounds BoundsOf(const std::vector<WorldObject>& objects);
-Bounds BoundsOf(const SceneObject& mesh);
+Bounds BoundsOf(const engine::SceneObject& mesh);
 
 /// The objects of all nodes: one for each mesh, one for each camera, and one for each other node that has
 /// properties. In a node of several meshes the first object has the properties, and the others are its

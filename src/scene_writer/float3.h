@@ -2,9 +2,14 @@
 
 #include <cmath>
 
-#include "scene_writer/scene_file.h"
+namespace engine {
 
-// Arithmetic on points, directions and colours.
+/// A position, a direction, a colour (0 to 1) or a texture coordinate.
+struct Float3 {
+    float x = 0.0f;
+    float y = 0.0f;
+    float z = 0.0f;
+};
 
 inline Float3 operator+(Float3 a, Float3 b) {
     return {a.x + b.x, a.y + b.y, a.z + b.z};
@@ -49,3 +54,5 @@ inline Float3 Normalised(Float3 a) {
 inline Float3 Mixed(Float3 a, Float3 b, float share) {
     return a + (b - a) * share;
 }
+
+}  // namespace engine
