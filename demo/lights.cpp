@@ -44,7 +44,6 @@ engine::SceneLight Spot() {
     return spot;
 }
 
-std::vector<std::string> LightLines() {
-    return {engine::LightLine(Lamp()), engine::LightLine(Sun()), engine::LightLine(Sky()),
-            engine::LightLine(Ground()), engine::LightLine(Spot())};
+std::vector<engine::SceneLight> Lights() {
+    return {Lamp(), Sun(), Sky(), Ground(), Spot()};
 }

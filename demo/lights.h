@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "scene_writer/attribute_text.h"
@@ -23,5 +22,5 @@ inline constexpr Float3 spotPlace{-34.0f, 27.0f, 12.0f};
 /// What OpenGL adds to all lights by itself.
 inline constexpr float globalAmbient = 0.2f;
 
-/// One line for each light, in the order above.
-std::vector<std::string> LightLines();
+/// All of them, in the order above.
+std::vector<engine::SceneLight> Lights();

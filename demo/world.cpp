@@ -1,13 +1,10 @@
 #include "world.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 #include "lights.h"
-#include "scene_writer/attribute_text.h"
-#include "scene_writer/bytes.h"
-#include "scene_writer/shapes.h"
+#include "scene_writer/scene_parts.h"
 
 namespace {
 
@@ -22,23 +19,9 @@ Float3 Middle(const SceneObject& mesh) {
     return Mixed(low, high, 0.5f);
 }
 
-/// The engine finds a block by the first place where the name stands before a brace, so no name may be
-/// the end of another.
-void CheckName(const World& world, const std::string& name) {
-    for (const WorldObject& other : world.objects) {
-        if (other.mesh.name.ends_with(name)) {
-            throw std::runtime_error(name + " is the end of the name " + other.mesh.name);
-        }
-        if (name.ends_with(other.mesh.name)) {
-            throw std::runtime_error(other.mesh.name + " is the end of the name " + name);
-        }
-    }
-}
-
 }  // namespace
 
 void World::Add(SceneObject mesh, Role role, std::vector<std::string> attributes) {
-    CheckName(*this, mesh.name);
     objects.push_back({std::move(mesh), role, std::move(attributes)});
 }
 
@@ -49,15 +32,13 @@ void World::AddTextured(SceneObject mesh, Role role, const std::string& texture,
 }
 
 void WriteWorld(const World& world, const std::string& folder) {
-    std::vector<SceneObject> meshes;
-    std::string attributes = engine::AttributeBlock("GLOBALS", LightLines());
+    engine::SceneParts parts;
     for (const WorldObject& object : world.objects) {
-        meshes.push_back(object.mesh);
-        if (object.role != Role::Moving) {
-            AddMarkers(meshes.back(), Middle(object.mesh));
+        if (object.role == Role::Moving) {
+            parts.Add(object.mesh, object.attributes);
+        } else {
+            parts.Add(object.mesh, Middle(object.mesh), object.attributes);
         }
-        attributes += engine::AttributeBlock(object.mesh.name, object.attributes);
     }
-    WriteSceneFile(folder + "/data/courtyard.bin", meshes);
-    engine::WriteBytes(folder + "/data/courtyard.atr", attributes);
+    parts.Write(folder + "/data/courtyard.bin", Lights());
 }

@@ -34,5 +34,5 @@ struct World {
 };
 
 /// Writes data/courtyard.bin and data/courtyard.atr into the folder. Throws std::runtime_error if a file
-/// can't be written, or if an object's name would find the block of another.
+/// can't be written.
 void WriteWorld(const World& world, const std::string& folder);

@@ -1,7 +1,11 @@
 #include "scene_writer/attribute_text.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <initializer_list>
+
+#include "scene_writer/refusal.h"
 
 namespace engine {
 
@@ -10,6 +14,9 @@ namespace {
 /// The shortest form that reads back as the same float, and never with an exponent: the scanner would take
 /// that for a number of its own.
 void AppendNumber(std::string& text, float value) {
+    if (!std::isfinite(value)) {
+        Refuse(text, "a value is no finite number");
+    }
     char digits[128];
     const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed).ptr;
     text += ' ';
@@ -23,9 +30,28 @@ void AppendNumbers(std::string& text, std::initializer_list<float> values) {
     }
 }
 
+constexpr std::ptrdiff_t mostLights = 8;
+
+void DemandKeys(const std::string& subject, const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) {
+        const std::size_t first = line.find_first_not_of(' ');
+        if (first == std::string::npos || line[first] != '*') {
+            Refuse(subject, "\"" + line + "\" is no key: keys begin with an asterisk");
+        }
+        if (line.find_first_of("{}") != std::string::npos) {
+            Refuse(subject, "\"" + line + "\" holds a brace, which ends what is read");
+        }
+    }
+}
+
 }  // namespace
 
 std::string AttributeBlock(const std::string& name, const std::vector<std::string>& lines) {
+    DemandKeys("block " + name, lines);
+    const auto isLight = [](const std::string& line) { return line.find("*LIGHT ") != std::string::npos; };
+    if (std::ranges::count_if(lines, isLight) > mostLights) {
+        Refuse("block " + name, "more than eight lights: no more can shine");
+    }
     std::string text = name + " {\n";
     for (const std::string& line : lines) {
         text += "    " + line + "\n";
@@ -34,6 +60,7 @@ std::string AttributeBlock(const std::string& name, const std::vector<std::strin
 }
 
 std::string SettingsText(const std::vector<std::string>& lines) {
+    DemandKeys("settings", lines);
     std::string text;
     for (const std::string& line : lines) {
         text += line + "\n";
@@ -42,6 +69,10 @@ std::string SettingsText(const std::vector<std::string>& lines) {
 }
 
 std::string LightLine(const SceneLight& light) {
+    if (light.spotCutoff != 180.0f && !(light.spotCutoff >= 0.0f && light.spotCutoff <= 90.0f)) {
+        Refuse("*LIGHT",
+               "a spot's cutoff is half the angle of its cone, 0 to 90 degrees, or 180 for no spot");
+    }
     std::string text = "*LIGHT";
     for (const Float4& value : {light.ambient, light.diffuse, light.specular, light.position}) {
         AppendNumbers(text, {value.x, value.y, value.z, value.w});

@@ -9,6 +9,9 @@ namespace engine {
 
 // The texts beside a scene: blocks of attributes, and the settings.
 
+// What would be read as something else throws std::invalid_argument: lines that hold braces or begin with
+// no key, more lights than can shine, numbers that are none.
+
 /// One block of an attribute file, named after an object or "GLOBALS", with one line for each key.
 std::string AttributeBlock(const std::string& name, const std::vector<std::string>& lines);
 /// A settings file: the lines and the brace that ends it.

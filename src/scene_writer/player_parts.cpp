@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "scene_writer/attribute_text.h"
+#include "scene_writer/refusal.h"
 #include "scene_writer/shapes.h"
 
 namespace engine {
@@ -28,7 +28,10 @@ SceneKeyTrack NodTrack(float height) {
 
 }  // namespace
 
-PlayerParts MakePlayer(const ScenePlayer& player) {
+SceneParts MakePlayer(const ScenePlayer& player) {
+    if (player.index < 0) {
+        Refuse("player " + std::to_string(player.index), "players count from 0");
+    }
     const std::string number = std::to_string(player.index);
     const Float3 feet = player.feet;
     // Forward is minus the Y axis.
@@ -54,14 +57,11 @@ PlayerParts MakePlayer(const ScenePlayer& player) {
     SceneObject start = MakeCamera("Start" + number, place, place);
     AddMarkers(start, place);
 
-    PlayerParts parts;
-    parts.objects = {eyes, body, start};
-    parts.attributes =
-        AttributeBlock(eyes.name,
-                       {"*CAMERAOBJECT " + number + " 0 1", "*GROUPMEMBER " + number, "*NOCOLLIDER"}) +
-        AttributeBlock(body.name, {"*PLAYEROBJECT " + number, "*COLLIDER", "*PHYSICS 0.55 0 0.5",
-                                   "*GROUPMEMBER " + number, "*GROUPPARENT " + number}) +
-        AttributeBlock(start.name, {"*PLAYERSPAWNPOINT " + number, "*INVISIBLE", "*NOCOLLIDER"});
+    SceneParts parts;
+    parts.Add(eyes, {"*CAMERAOBJECT " + number + " 0 1", "*GROUPMEMBER " + number, "*NOCOLLIDER"});
+    parts.Add(body, {"*PLAYEROBJECT " + number, "*COLLIDER", "*PHYSICS 0.55 0 0.5",
+                     "*GROUPMEMBER " + number, "*GROUPPARENT " + number});
+    parts.Add(start, {"*PLAYERSPAWNPOINT " + number, "*INVISIBLE", "*NOCOLLIDER"});
     return parts;
 }
 

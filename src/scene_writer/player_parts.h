@@ -1,9 +1,6 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
-#include "scene_writer/scene_file.h"
+#include "scene_writer/scene_parts.h"
 
 namespace engine {
 
@@ -16,14 +13,8 @@ struct ScenePlayer {
     float nod = 0.08f;                ///< how far the eyes go up and down with each step; 0 for no tracks
 };
 
-/// Objects and the blocks that belong to them.
-struct PlayerParts {
-    std::vector<SceneObject> objects;  ///< in the order that the engine needs; no other may come between
-    std::string attributes;
-};
-
 /// Makes the objects "Eyes", "Body" and "Start" with the player's index behind each name. They form the
 /// group of the player's index. The settings still need a *PLAYERCOUNT and the player's *PLAYERVIEWPORT.
-PlayerParts MakePlayer(const ScenePlayer& player);
+SceneParts MakePlayer(const ScenePlayer& player);
 
 }  // namespace engine

@@ -1,7 +1,5 @@
 // Makes the world of this folder: make_world FOLDER writes FOLDER/data.
 
-#include <scene_writer/attribute_text.h>
-#include <scene_writer/bytes.h>
 #include <scene_writer/cut_shapes.h>
 #include <scene_writer/image_file.h>
 #include <scene_writer/player_parts.h>
@@ -10,24 +8,11 @@
 #include <cstdio>
 #include <exception>
 #include <string>
-#include <vector>
 
 namespace {
 
 // A person is 10 units high: a metre is about 5.5. Twenty small sprites stand at the origin of every world,
 // so the room lies to the east of it.
-
-struct World {
-    std::vector<engine::SceneObject> objects;  // in the order of the file
-    std::string attributes;
-
-    /// @param centre what the object turns about; any place in its middle for things that don't move
-    void Add(engine::SceneObject object, engine::Float3 centre, const std::vector<std::string>& keys) {
-        AddMarkers(object, centre);  // the last step: nothing may be added to the mesh behind it
-        attributes += engine::AttributeBlock(object.name, keys);
-        objects.push_back(object);
-    }
-};
 
 /// A checkerboard of two greys.
 engine::Image MakeTiles() {
@@ -43,19 +28,18 @@ engine::Image MakeTiles() {
     return image;
 }
 
-void AddWall(World& world, const std::string& name, engine::Float3 low, engine::Float3 high) {
-    // Cut into cells, since light falls on vertices.
-    engine::SceneObject wall = engine::MakeCutBox(name, low, high, 6);
+void AddWall(engine::SceneParts& world, const std::string& name, engine::Float3 low, engine::Float3 high) {
+    engine::SceneObject wall =
+        engine::MakeCutBox(name, low, high, 6);  // cut into cells, since light falls on vertices
     Paint(wall, {0.75f, 0.7f, 0.6f});
     world.Add(wall, {(low.x + high.x) / 2, (low.y + high.y) / 2, (low.z + high.z) / 2}, {});
 }
 
-World MakeWorld() {
-    World world;
+/// Writes data/world.bin and data/world.atr.
+void WriteWorld(const std::string& data) {
+    engine::SceneParts world;
     // The player comes first: eyes, body, and the place to start from. It looks north, along +y.
-    const engine::PlayerParts player = engine::MakePlayer({0, {60, -24, 0}});
-    world.objects = player.objects;
-    world.attributes = player.attributes;
+    world.Add(engine::MakePlayer({0, {60, -24, 0}}));
 
     engine::SceneObject floor = engine::MakeGrid("Floor", {20, -40, 0}, {80, 0, 0}, {0, 80, 0}, 16, 16, 10);
     world.Add(floor, {60, 0, 0}, {"*TEXTURE data\\tiles.tga"});
@@ -85,9 +69,7 @@ World MakeWorld() {
     sky.ambient = {0.2f, 0.2f, 0.25f, 1.0f};
     sky.diffuse = {0.4f, 0.4f, 0.45f, 1.0f};
     sky.position = {0.3f, -0.4f, 0.8f, 0};  // with a 0 at its end a direction, and no place
-    world.attributes +=
-        engine::AttributeBlock("GLOBALS", {engine::LightLine(lamp), engine::LightLine(sky)});
-    return world;
+    world.Write(data + "world.bin", {lamp, sky});
 }
 
 }  // namespace
@@ -95,9 +77,7 @@ World MakeWorld() {
 int main(int argumentCount, char** arguments) {
     const std::string data = std::string(argumentCount > 1 ? arguments[1] : ".") + "/data/";
     try {
-        const World world = MakeWorld();
-        WriteSceneFile(data + "world.bin", world.objects);
-        engine::WriteBytes(data + "world.atr", world.attributes);
+        WriteWorld(data);
         WriteTga(data + "tiles.tga", MakeTiles());
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "make_world: %s\n", failure.what());

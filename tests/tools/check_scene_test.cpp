@@ -39,7 +39,7 @@ struct Parts {
         AddMarkers(crate, {10, 10, 5.1f});
         engine::SceneObject wedge = engine::MakeWedge("Ramp", {20, -6, 0}, {30, 10, 6}, 4);
         AddMarkers(wedge, {25, 2, 3});
-        const engine::PlayerParts player = engine::MakePlayer({0, {0, -20, 0}});
+        const engine::SceneParts player = engine::MakePlayer({0, {0, -20, 0}});
         objects = player.objects;
         attributes += player.attributes;
         objects.insert(objects.end(), {floor, crate, wedge});
@@ -87,7 +87,7 @@ void TurnInsideOut(engine::SceneObject& object) {
 }
 
 void AddSecondPlayer(Parts& parts) {
-    const engine::PlayerParts second = engine::MakePlayer({1, {20, -20, 0}});
+    const engine::SceneParts second = engine::MakePlayer({1, {20, -20, 0}});
     parts.objects.insert(parts.objects.end(), second.objects.begin(), second.objects.end());
     parts.attributes += second.attributes;
     parts.settings = engine::SettingsText(

@@ -5,6 +5,7 @@
 
 #include "scene_writer/cut_shapes.h"
 #include "scene_writer/image_file.h"
+#include "scene_writer/player_parts.h"
 #include "scene_writer/shapes.h"
 #include "scene_writer/texture_mapping.h"
 #include "support/temporary_folder.h"
@@ -21,6 +22,12 @@ engine::SceneObject MarkedCrate() {
     engine::SceneObject crate = Crate();
     AddMarkers(crate, {0, 0, 1});
     return crate;
+}
+
+/// A crate of side 2 on the ground, in a block with these keys.
+void AddCrate(float centreHeight, const std::vector<std::string>& keys) {
+    engine::SceneParts world;
+    world.Add(Crate(), {0, 0, centreHeight}, keys);
 }
 
 /// @param spoil what is done to a crate before it is written
@@ -89,6 +96,23 @@ TEST(SceneWriter, RefusesWhatMakesNoShape) {
             engine::SceneObject crate = Crate();
             AddMarkers(crate, {}, {1, 0, 0}, {1, 0, 0});
         },
+        [] {
+            AddCrate(1, {"*COLLIDER", "*PHYSICS 1 0.5 0.1"});
+        },
+        [] { AddCrate(1, {"COLLIDER"}); },
+        [] { AddCrate(1, {"*COLLIDER }"}); },
+        [] {
+            engine::SceneParts world;
+            world.Add(engine::MakePlayer({}));
+            world.Add(engine::MakePlayer({}));
+        },
+        [] {
+            engine::MakePlayer({-1, {}});
+        },
+        [] { engine::AttributeBlock("GLOBALS", std::vector(9, engine::LightLine({}))); },
+        [] { engine::LightLine({.spotCutoff = 120}); },
+        [] { engine::SettingsText({"*SAFE }"}); },
+        [] { engine::SceneParts().Write("world.dat", {}); },
         [] { engine::Image(0, 8, 3); },
         [] { WriteSgi("wall.rgb", engine::Image(8, 8, 5)); },
         [] { engine::Image(8, 8, 3).At(8, 0, 0) = 1; },
@@ -96,6 +120,8 @@ TEST(SceneWriter, RefusesWhatMakesNoShape) {
         [] { WriteTga("wall.tga", engine::Image(8, 12, 3)); },
         [] { WriteTga("wall.tga", engine::Image(8, 8, 1)); },
     };
+    AddCrate(5, {"*COLLIDER", "*PHYSICS 1 0.5 0.1"});
+    AddCrate(1, {"*COLLIDER *PHYSICS 0 0 0"});
     int number = 0;
     for (const auto mistake : mistakes) {
         EXPECT_THROW(mistake(), std::invalid_argument) << "mistake " << number;
