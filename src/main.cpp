@@ -10,6 +10,7 @@
 #include "process/close_request.h"
 #include "process/command_line.h"
 #include "process/frame_limit.h"
+#include "process/options.h"
 #include "process/save_file.h"
 
 /// The process entry: does what the command line asks for around the program's own entry. The layer starts

@@ -1,33 +1,24 @@
 #include "process/command_line.h"
 
-#include <getopt.h>
-
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
+
+#include "process/options.h"
 
 namespace {
 
-constexpr int usual = 0;            // exit code
 constexpr int defaultFrames = 100;  // what falls at the start has come to rest by then
 
-constexpr const char* help =
+constexpr const char* beforeOptions =
     R"(usage: engine [FOLDER]
        engine [FOLDER] [--screenshot FILE] [--frames N] [--from X,Y,Z --to X,Y,Z]
 
 Walks through the world that settings.atr in FOLDER, or in the present folder, describes. The log of the
 run, defaultlog.txt, is written there. Escape ends the program.
 
-  --frames N         end after N frames
-  --screenshot FILE  write the last of these frames to FILE as a PNG image; N is 100 unless --frames tells
-  --from X,Y,Z       take the picture from this place, in the world's coordinates and over the whole window,
-  --to X,Y,Z         and look at that one
-  --help             show this text
-  --version          show the version
+)";
 
+constexpr const char* afterOptions = R"(
 With --frames or --screenshot nobody has to be there: messages go to the standard error stream and not into
 boxes, and mouse and joystick are left alone.
 
@@ -41,97 +32,59 @@ Examples:
   xvfb-run -a -s "-screen 0 1280x1024x24" engine worlds/castle --screenshot castle.png --frames 1
 )";
 
-CommandLine End(int exitCode) {
-    CommandLine ended;
-    ended.exitCode = exitCode;
-    return ended;
-}
-
-CommandLine Refuse(const char* reason, const char* argument) {
-    std::fprintf(stderr, "engine: error: %s%s\n", reason, argument);
-    std::fputs("engine --help tells what can be given.\n", stderr);
-    return End(wrongUsage);
-}
-
-bool ReadNumber(const char* text, int& number) {
-    const char* end = text + std::strlen(text);
-    const auto [stop, failure] = std::from_chars(text, end, number);
-    return failure == std::errc() && stop == end;
-}
-
-/// Three numbers with commas between them.
-bool ReadPoint(const char* text, float (&point)[3]) {
-    for (int axis = 0; axis < 3; axis++) {
-        const auto [stop, failure] = std::from_chars(text, text + std::strlen(text), point[axis]);
-        if (failure != std::errc() || !std::isfinite(point[axis]) || *stop != (axis < 2 ? ',' : '\0')) {
-            return false;
-        }
-        text = stop + 1;
-    }
-    return true;
+/// A place of the viewpoint; `isGiven` is set with it.
+StoreOption IntoPlace(float (&place)[3], bool& isGiven) {
+    return [&isGiven, store = IntoPoint(place[0], place[1], place[2])](const std::string& value) {
+        isGiven = true;
+        return store(value);
+    };
 }
 
 }  // namespace
 
 CommandLine ReadCommandLine(int count, char** arguments) {
-    enum : int { framesOption = 256, screenshotOption, fromOption, toOption, helpOption, versionOption };
-    const option options[] = {{"frames", required_argument, nullptr, framesOption},
-                              {"screenshot", required_argument, nullptr, screenshotOption},
-                              {"from", required_argument, nullptr, fromOption},
-                              {"to", required_argument, nullptr, toOption},
-                              {"help", no_argument, nullptr, helpOption},
-                              {"version", no_argument, nullptr, versionOption},
-                              {nullptr, 0, nullptr, 0}};
     CommandLine commandLine;
     Viewpoint viewpoint;
     bool hasFrom = false;
     bool hasTo = false;
-    opterr = 0;
-    for (int found; (found = getopt_long(count, arguments, ":", options, nullptr)) != -1;) {
-        switch (found) {
-            case framesOption:
-                if (!ReadNumber(optarg, commandLine.frames) || commandLine.frames < 1) {
-                    return Refuse("--frames takes a number from 1 on, not ", optarg);
-                }
-                break;
-            case screenshotOption:
-                // The program may change into another folder before it writes.
-                commandLine.screenshot = std::filesystem::absolute(optarg).string();
-                break;
-            case fromOption:
-            case toOption:
-                if (!ReadPoint(optarg, found == fromOption ? viewpoint.from : viewpoint.to)) {
-                    return Refuse("a place is X,Y,Z, three numbers with commas, and not ", optarg);
-                }
-                (found == fromOption ? hasFrom : hasTo) = true;
-                break;
-            case helpOption:
-                std::fputs(help, stdout);
-                return End(usual);
-            case versionOption:
-                std::puts("Engine " ENGINE_VERSION);
-                return End(usual);
-            case ':':
-                return Refuse("a value is missing behind ", arguments[optind - 1]);
-            default:
-                return Refuse("unknown or ambiguous option ", arguments[optind - 1]);
-        }
+    const Program program{
+        "engine",
+        beforeOptions,
+        {{"frames", "N", "end after N frames", Into(commandLine.frames, 1)},
+         {"screenshot", "FILE",
+          "write the last of these frames to FILE as a PNG image; N is 100 unless --frames says so",
+          Into(commandLine.screenshot)},
+         {"from", "X,Y,Z",
+          "take the picture from this place, in the world's coordinates and over the whole window,",
+          IntoPlace(viewpoint.from, hasFrom)},
+         {"to", "X,Y,Z", "and look at that one", IntoPlace(viewpoint.to, hasTo)}},
+        afterOptions};
+    const auto refuse = [&](const std::string& reason) {
+        commandLine.exitCode = RefuseArguments(program, reason);
+        return commandLine;
+    };
+    const Arguments rest = ReadArguments(program, count, arguments);
+    commandLine.exitCode = rest.exitCode;
+    if (rest.exitCode >= 0) {
+        return commandLine;
     }
-    if (count - optind > 1) {
-        return Refuse("more than one folder: ", arguments[optind + 1]);
+    if (rest.plain.size() > 1) {
+        return refuse("more than one folder: " + rest.plain[1]);
     }
-    if (optind < count) {
-        commandLine.folder = arguments[optind];
+    if (!rest.plain.empty()) {
+        commandLine.folder = rest.plain[0];
     }
     if (hasFrom || hasTo) {
         if (!hasFrom || !hasTo || commandLine.screenshot.empty() ||
             std::ranges::equal(viewpoint.from, viewpoint.to)) {
-            return Refuse("--from and --to need each other, two places and ", "--screenshot");
+            return refuse("--from and --to need each other, two places and --screenshot");
         }
         commandLine.viewpoint = viewpoint;
     }
-    if (!commandLine.screenshot.empty() && commandLine.frames == 0) {
-        commandLine.frames = defaultFrames;
+    if (!commandLine.screenshot.empty()) {
+        // The program may change into another folder before it writes.
+        commandLine.screenshot = std::filesystem::absolute(commandLine.screenshot).string();
+        commandLine.frames = commandLine.frames == 0 ? defaultFrames : commandLine.frames;
     }
     return commandLine;
 }

@@ -5,8 +5,6 @@
 
 #include "process/viewpoint.h"
 
-inline constexpr int wrongUsage = 2;  ///< the exit code for arguments that can't be right
-
 /// What the user asked for when starting the program.
 struct CommandLine {
     std::string folder;                  ///< to run in; empty: the present one

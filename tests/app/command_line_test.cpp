@@ -36,8 +36,12 @@ TEST(CommandLine, AnswersAndRefuses) {
     TemporaryFolder folder;
     EXPECT_EQ(Engine("--help").exitCode, 0);
     EXPECT_TRUE(Contains(Engine("--help").output, "usage: engine [FOLDER]"));
-    EXPECT_EQ(Engine("--version").output.rfind("Engine ", 0), 0u);
-    for (const char* wrong : {"--colour", "--frames", "--frames 0", "--frames 1x", "one two", "nowhere",
+    for (const std::string program : {ENGINE_PROGRAM, CHECK_SCENE_PROGRAM}) {
+        EXPECT_TRUE(RunCommand(program + " --version").output.starts_with("Engine "));
+        EXPECT_TRUE(RunCommand(program + " -h").output.starts_with("usage: "));
+        EXPECT_EQ(RunCommand(program + " -- --help 2>&1").exitCode, 2) << "a folder of that name";
+    }
+    for (const char* wrong : {"--colour", "--frames", "--frames 0", "--frames=1.5", "--frames 1x", "one two", "nowhere",
                               "--from 1,2,3 --to 4,5,6", "--screenshot x.png --from 1,2,3",
                               "--screenshot x.png --from 1,2 --to 4,5,6"}) {
         const CommandResult refused = Engine(wrong);

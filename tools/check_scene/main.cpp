@@ -7,23 +7,22 @@
 #include "check_scene/obj_export.h"
 #include "check_scene/report.h"
 #include "check_scene/world.h"
+#include "process/options.h"
 
 // Tells an author what is wrong with a world, before the world runs.
 
 namespace {
 
-constexpr const char* helpText =
+constexpr const char* beforeOptions =
     R"(usage: check_scene [options] [FOLDER | SETTINGS]
 
 Loads the world of a folder as the engine does, without a display, and tells what is wrong with it:
 file:line: error or warning: what it is and what to do. FOLDER is the present one by default; SETTINGS is
 a settings file of another name than settings.atr.
 
-  --list          print the world: players, objects with sizes, markers and keys, textures, lights, groups
-  --obj OUT.obj   write the geometry for other programs, with OUT.mtl and the textures as PNG beside it
-  --json          print the findings as JSON, for editors
-  --help          this text
+)";
 
+constexpr const char* afterOptions = R"(
 Exit code: 0 nothing was found, 1 something was, 2 wrong usage.
 
 Examples:
@@ -35,40 +34,35 @@ Examples:
 
 constexpr int clean = 0;
 constexpr int found = 1;
-constexpr int wrongUsage = 2;
 
 struct Options {
     bool list = false;
     bool json = false;
-    bool help = false;
     std::string obj;
     std::string world = ".";
 };
 
-/// False, and a text, if the arguments can't be understood.
-bool ReadArguments(int count, char** arguments, Options& options) {
-    bool hasWorld = false;
-    for (int i = 1; i < count; i++) {
-        const std::string argument = arguments[i];
-        if (argument == "--list") {
-            options.list = true;
-        } else if (argument == "--json") {
-            options.json = true;
-        } else if (argument == "--help") {
-            options.help = true;
-        } else if (argument == "--obj" && i + 1 < count) {
-            options.obj = arguments[++i];
-        } else if (!argument.starts_with("-") && !hasWorld) {
-            options.world = argument;
-            hasWorld = true;
-        } else {
-            std::cerr << "check_scene: " << argument
-                      << (argument == "--obj" ? " needs the name of a file" : " isn't understood")
-                      << "; --help tells the usage\n";
-            return false;
-        }
+/// Gives the exit code to end with at once, as everything has been said; below 0: go on.
+int ReadOptions(Options& options, int count, char** arguments) {
+    const Program program{
+        "check_scene",
+        beforeOptions,
+        {{"list", nullptr,
+          "print the world: players, objects with sizes, markers and keys, textures, lights, groups",
+          Into(options.list)},
+         {"obj", "OUT.obj",
+          "write the geometry for other programs, with OUT.mtl and the textures as PNG beside it",
+          Into(options.obj)},
+         {"json", nullptr, "print the findings as JSON, for editors", Into(options.json)}},
+        afterOptions};
+    const Arguments rest = ReadArguments(program, count, arguments);
+    if (rest.plain.size() > 1) {
+        return RefuseArguments(program, "more than one world: " + rest.plain[1]);
     }
-    return true;
+    if (!rest.plain.empty()) {
+        options.world = rest.plain[0];
+    }
+    return rest.exitCode;
 }
 
 /// Enters the folder of the world, as the engine wants it, and gives the name of the settings there.
@@ -155,17 +149,14 @@ int Run(const Options& options) {
 
 int main(int argumentCount, char** arguments) {
     Options options;
-    if (!ReadArguments(argumentCount, arguments, options)) {
-        return wrongUsage;
-    }
-    if (options.help) {
-        std::cout << helpText;
-        return clean;
+    const int exitCode = ReadOptions(options, argumentCount, arguments);
+    if (exitCode >= 0) {
+        return exitCode;
     }
     try {
         return Run(options);
     } catch (const std::exception& failure) {
-        std::cerr << "check_scene: " << failure.what() << "\n";
+        std::cerr << "check_scene: error: " << failure.what() << "\n";
         return wrongUsage;
     }
 }

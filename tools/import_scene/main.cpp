@@ -59,15 +59,6 @@ int RunGuarded(const Options& options) {
 
 int main(int argumentCount, char** arguments) {
     Options options;
-    try {
-        options = ParseOptions(argumentCount, arguments);
-    } catch (const std::invalid_argument& wrong) {
-        std::fprintf(stderr, "import_scene: error: %s; import_scene --help tells more\n", wrong.what());
-        return 2;
-    }
-    if (options.help) {
-        std::fputs(helpText, stdout);
-        return 0;
-    }
-    return RunGuarded(options);
+    const int exitCode = ReadOptions(options, argumentCount, arguments);
+    return exitCode >= 0 ? exitCode : RunGuarded(options);
 }

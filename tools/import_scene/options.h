@@ -30,13 +30,9 @@ struct Options {
 
     bool settings = false;
     bool dryRun = false;
-    bool help = false;
 
     bool IsForTexture() const { return output.ends_with(".tga") || output.ends_with(".rgb"); }
 };
 
-/// The text of --help.
-extern const char* const helpText;
-
-/// Throws std::invalid_argument that says what is wrong with the arguments.
-Options ParseOptions(int argumentCount, const char* const* arguments);
+/// Gives the exit code to end with at once, as everything has been said; below 0: go on.
+int ReadOptions(Options& options, int argumentCount, char** arguments);
