@@ -14,7 +14,8 @@ void LookFrom(Scene& scene, const Viewpoint& viewpoint, int width, int height) {
     std::copy_n(viewpoint.to, 3, camera.vertices.get() + 3);
 
     for (int i = 0; i < scene.playerCount; i++) {
-        scene.players[i].cameraObject = -1;
+        scene.players[i].viewportWidth = 0;
+        scene.players[i].viewportHeight = 0;
     }
     scene.AddPlayers(1);
     Player& viewer = scene.players[scene.playerCount - 1];

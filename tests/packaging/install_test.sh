@@ -28,7 +28,7 @@ for program in "$folder"/usr/bin/*; do
     done
 done
 
-# A program of somebody else's finds the scene writer and makes a world with it.
+# A program of somebody else's, the recipes of the page, finds the scene writer and makes a world with it.
 mkdir "$folder/maker"
 cat >"$folder/maker/CMakeLists.txt" <<'EOF'
 cmake_minimum_required(VERSION 3.23)
@@ -38,21 +38,12 @@ find_package(Engine 1.0 REQUIRED)
 add_executable(maker maker.cpp)
 target_link_libraries(maker PRIVATE Engine::scene_writer)
 EOF
-cat >"$folder/maker/maker.cpp" <<'EOF'
-#include <scene_writer/shapes.h>
-
-int main() {
-    engine::SceneObject crate = engine::MakeBox("Crate", {-2, -2, 0}, {2, 2, 4});
-    AddMarkers(crate, {0, 0, 2});
-    engine::WriteSceneFile("crate.bin", {crate});
-}
-EOF
+sed -n '/^```cpp$/,/^```$/{/^```/d;p}' "$source/docs/recipes.md" >"$folder/maker/maker.cpp"
 cd "$folder/maker"
 cmake -G Ninja -S . -B build -D CMAKE_PREFIX_PATH="$folder/usr" >/dev/null
 cmake --build build >output.txt || Fail "the maker doesn't build: $(cat output.txt)"
-build/maker
-# 24 corners of six sides with colours, 5 markers, 12 triangles.
-[ -s crate.bin ] || Fail "the maker wrote nothing"
+build/maker "$folder/recipes"
+check_scene "$folder/recipes" >output.txt || Fail "the world of the recipes isn't clean: $(cat output.txt)"
 
 # What the menu starts is a demo world, and closing it is a success.
 command=$(sed -n 's/^Exec=//p' "$folder/usr/share/applications/engine-demo.desktop" | head -n 1)

@@ -25,7 +25,7 @@ void CheckTracks(Findings& findings, const World& world, std::int32_t id) {
     for (std::int32_t i = 0; i < object.keyTrackCount; i++) {
         const KeyTrack& track = object.keyTracks[i];
         const std::string name = Named(object) + ": key track " + std::to_string(i);
-        if (track.keyCount == 0) {
+        if (track.keyCount == 0 && i + 1 == object.keyTrackCount) {  // others keep a later one in its place
             findings.Warn(world.At(id), name + " is empty");
         }
         for (std::int32_t key = 0; key < track.keyCount; key++) {
