@@ -5,6 +5,7 @@
 #include <numbers>
 #include <vector>
 
+#include "scene_writer/cut_shapes.h"
 #include "scene_writer/shapes.h"
 
 namespace {
@@ -55,30 +56,7 @@ void AddQuad(SceneObject& object, Float3 a, Float3 b, Float3 c, Float3 d) {
 }  // namespace
 
 SceneObject MakeBlock(const std::string& name, Float3 low, Float3 high, float cell, unsigned sides) {
-    const Float3 x{high.x - low.x, 0.0f, 0.0f};
-    const Float3 y{0.0f, high.y - low.y, 0.0f};
-    const Float3 z{0.0f, 0.0f, high.z - low.z};
-    SceneObject block;
-    block.name = name;
-    if (sides & top) {
-        Append(block, Face(low + z, x, y, cell));
-    }
-    if (sides & bottom) {
-        Append(block, Face(low + y, x, y * -1.0f, cell));
-    }
-    if (sides & south) {
-        Append(block, Face(low, x, z, cell));
-    }
-    if (sides & north) {
-        Append(block, Face(low + x + y, x * -1.0f, z, cell));
-    }
-    if (sides & east) {
-        Append(block, Face(low + x, y, z, cell));
-    }
-    if (sides & west) {
-        Append(block, Face(low + y, y * -1.0f, z, cell));
-    }
-    return block;
+    return engine::MakeCutBox(name, low, high, cell, 0.0f, sides);
 }
 
 SceneObject MakeLeanTo(const std::string& name, Float3 low, Float3 high, float topAtLow, float topAtHigh,

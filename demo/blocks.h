@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "scene_writer/scene_file.h"
+#include "scene_writer/cut_shapes.h"
 
 using engine::Float3;
 using engine::SceneObject;
@@ -10,21 +10,10 @@ using engine::SceneObject;
 // Solid pieces of masonry. Their sides are divided into cells, since the engine lights corners only: a
 // lamp in the middle of a large face would not show. No textures and no markers yet.
 
-/// The sides of a block, to be combined. East is towards +x, north towards +y.
-enum Side : unsigned {
-    south = 1,
-    north = 2,
-    west = 4,
-    east = 8,
-    top = 16,
-    bottom = 32,
-    upright = south | north | west | east,
-    allSides = upright | top | bottom
-};
+using engine::allSides, engine::upright, engine::Side;
+using engine::south, engine::north, engine::west, engine::east, engine::top, engine::bottom;
 
-/// A block between two corners.
-/// @param cell about how large the parts of its sides are, in world units
-/// @param sides those that can be seen or met; the others are left out
+/// A block between two corners, as `engine::MakeCutBox`.
 SceneObject MakeBlock(const std::string& name, Float3 low, Float3 high, float cell,
                       unsigned sides = allSides);
 

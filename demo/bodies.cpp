@@ -2,6 +2,7 @@
 #include <string>
 
 #include "courtyard.h"
+#include "scene_writer/player_parts.h"
 #include "scene_writer/shapes.h"
 
 // Every collider is the same ellipsoid, 4 wide and 10 high. A body that stands on the ground thus has its
@@ -11,7 +12,7 @@
 
 namespace {
 
-constexpr Float3 footToCentre{0.0f, 0.0f, 5.05f};
+constexpr Float3 footToCentre{0.0f, 0.0f, engine::standingHeight};
 
 struct Drop {
     Float3 foot;

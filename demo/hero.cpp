@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "scene_writer/player_parts.h"
 #include "scene_writer/shapes.h"
 
 // The figure is modelled at the origin, facing -y as its own Y axis demands, with its feet at height 0. It
@@ -9,8 +10,7 @@
 
 namespace {
 
-constexpr float standing = 5.05f;  ///< height of the centre of a body that stands
-constexpr Float3 bodyCentre{0.0f, 0.0f, standing};
+constexpr Float3 bodyCentre{0.0f, 0.0f, engine::standingHeight};
 constexpr Float3 skin{0.86f, 0.66f, 0.52f};
 constexpr Float3 hair{0.3f, 0.2f, 0.12f};
 constexpr Float3 leather{0.28f, 0.19f, 0.13f};

@@ -15,8 +15,7 @@ int Cells(Float3 edge, float cell) {
     if (!(cell > 0.0f)) {
         Refuse("cut shape", "its cells need a size above 0");
     }
-    const float length = std::sqrt(edge.x * edge.x + edge.y * edge.y + edge.z * edge.z);
-    return std::max(1, static_cast<int>(std::lround(length / cell)));
+    return std::max(1, static_cast<int>(std::lround(Length(edge) / cell)));
 }
 
 /// A side of a shape, seen from where u x v points to.
@@ -56,20 +55,25 @@ void TurnOver(SceneObject& mesh) {
 
 }  // namespace
 
-SceneObject MakeCutBox(const std::string& name, Float3 low, Float3 high, float cell, float tiles) {
+SceneObject MakeCutBox(const std::string& name, Float3 low, Float3 high, float cell, float tiles,
+                       unsigned sides) {
     DemandCorners(name, low, high);
     const Float3 x{high.x - low.x, 0.0f, 0.0f};
     const Float3 y{0.0f, high.y - low.y, 0.0f};
     const Float3 z{0.0f, 0.0f, high.z - low.z};
-    const Float3 back{-x.x, 0.0f, 0.0f};
-    const Float3 down{0.0f, -y.y, 0.0f};
-    SceneObject box = MakeSide({low.x, low.y, high.z}, x, y, cell, tiles);  // top
+    SceneObject box;
     box.name = name;
-    Append(box, MakeSide({low.x, high.y, low.z}, x, down, cell, tiles));   // bottom
-    Append(box, MakeSide(low, x, z, cell, tiles));                         // towards -y
-    Append(box, MakeSide({high.x, high.y, low.z}, back, z, cell, tiles));  // towards +y
-    Append(box, MakeSide({high.x, low.y, low.z}, y, z, cell, tiles));      // towards +x
-    Append(box, MakeSide({low.x, high.y, low.z}, down, z, cell, tiles));   // towards -x
+    const auto add = [&](Side side, Float3 corner, Float3 u, Float3 v) {
+        if (sides & side) {
+            Append(box, MakeSide(corner, u, v, cell, tiles));
+        }
+    };
+    add(top, low + z, x, y);
+    add(bottom, low + y, x, y * -1.0f);
+    add(south, low, x, z);
+    add(north, low + x + y, x * -1.0f, z);
+    add(east, low + x, y, z);
+    add(west, low + y, y * -1.0f, z);
     return box;
 }
 

@@ -10,7 +10,6 @@ namespace engine {
 
 namespace {
 
-constexpr float standing = 5.05f;  ///< height of the centre of a body that stands
 constexpr float eyeHeight = 8.5f;
 constexpr int stepFrames = 40;
 
@@ -38,7 +37,7 @@ SceneParts MakePlayer(const ScenePlayer& player) {
     const Float3 forward{-std::sin(player.heading), std::cos(player.heading), 0.0f};
     const Float3 yAxis{-forward.x, -forward.y, 0.0f};
     const Float3 xAxis{-forward.y, forward.x, 0.0f};
-    const Float3 centre{feet.x, feet.y, feet.z + standing};
+    const Float3 centre{feet.x, feet.y, feet.z + standingHeight};
     const Float3 eye{feet.x, feet.y, feet.z + eyeHeight};
 
     SceneObject eyes = MakeCamera("Eyes" + number, eye, {eye.x + forward.x, eye.y + forward.y, eye.z});

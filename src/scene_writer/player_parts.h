@@ -4,6 +4,9 @@
 
 namespace engine {
 
+/// Height of the centre of a body that stands, above its floor.
+inline constexpr float standingHeight = 5.05f;
+
 /// A player who walks: a body, a camera at its eyes that nods while they walk, and a place to start from.
 struct ScenePlayer {
     int index = 0;                    ///< as in the settings, from 0

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
+#include <utility>
 
+#include "scene_writer/cut_shapes.h"
 #include "scene_writer/refusal.h"
 
 namespace engine {
@@ -56,6 +59,36 @@ Int3 Shifted(Int3 face, std::int32_t by) {
     return {face.a + by, face.b + by, face.c + by};
 }
 
+/// Joins the ends of the rows of a grid, one row for each ring, so that no edge is seen at the seam of the
+/// texture. A ring without a radius becomes a point; triangles that have no area then, and those between
+/// equal rings, go.
+void CloseRings(SceneObject& grid, const std::vector<LathePoint>& profile, int sides) {
+    const std::vector<Int3> faces = std::exchange(grid.faces, {});
+    const std::vector<Int3> texFaces = std::exchange(grid.texFaces, {});
+    for (std::size_t i = 0; i < faces.size(); i++) {
+        const std::size_t row = i / (2 * static_cast<std::size_t>(sides));
+        if (profile[row].radius == profile[row + 1].radius &&
+            profile[row].height == profile[row + 1].height) {
+            continue;
+        }
+        Int3 face = faces[i];
+        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
+            const std::int32_t ring = *corner / (sides + 1);
+            const std::int32_t first = ring * (sides + 1);
+            if (*corner == first + sides || profile[static_cast<std::size_t>(ring)].radius == 0.0f) {
+                *corner = first;
+            }
+        }
+        if (face.a == face.b || face.b == face.c || face.c == face.a) {
+            continue;
+        }
+        grid.faces.push_back(face);
+        if (!texFaces.empty()) {
+            grid.texFaces.push_back(texFaces[i]);
+        }
+    }
+}
+
 /// Texture faces that all use one new texture vertex, for a part that has none among parts that do.
 void AddPlainTexFaces(SceneObject& object) {
     const std::int32_t plain = Count(object.texVertices);
@@ -67,8 +100,7 @@ void AddPlainTexFaces(SceneObject& object) {
 
 SceneObject MakeGrid(const std::string& name, Float3 corner, Float3 u, Float3 v, int columns, int rows,
                      float tiles) {
-    const Float3 area{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
-    if (columns < 1 || rows < 1 || !(Dot(area, area) > 0.0f)) {
+    if (columns < 1 || rows < 1 || !(Length(Cross(u, v)) > 0.0f)) {
         Refuse("object \"" + name + "\"", "a grid needs edges, columns and rows, or it has no triangles");
     }
     SceneObject grid;
@@ -92,17 +124,7 @@ SceneObject MakeGrid(const std::string& name, Float3 corner, Float3 u, Float3 v,
 }
 
 SceneObject MakeBox(const std::string& name, Float3 low, Float3 high, float tiles) {
-    DemandCorners(name, low, high);
-    const Float3 x{high.x - low.x, 0.0f, 0.0f};
-    const Float3 y{0.0f, high.y - low.y, 0.0f};
-    const Float3 z{0.0f, 0.0f, high.z - low.z};
-    SceneObject box = MakeGrid(name, low + z, x, y, 1, 1, tiles);           // top
-    Append(box, MakeGrid(name, low + y, x, y * -1.0f, 1, 1, tiles));        // bottom
-    Append(box, MakeGrid(name, low, x, z, 1, 1, tiles));                    // towards -y
-    Append(box, MakeGrid(name, low + (x + y), x * -1.0f, z, 1, 1, tiles));  // towards +y
-    Append(box, MakeGrid(name, low + x, y, z, 1, 1, tiles));                // towards +x
-    Append(box, MakeGrid(name, low + y, y * -1.0f, z, 1, 1, tiles));        // towards -x
-    return box;
+    return MakeCutBox(name, low, high, std::numeric_limits<float>::infinity(), tiles);
 }
 
 SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, float height, int sides,
@@ -114,14 +136,7 @@ SceneObject MakeCylinder(const std::string& name, Float3 base, float radius, flo
         const float angle = vertex.x * 2.0f * std::numbers::pi_v<float>;
         vertex = {radius * std::cos(angle), radius * std::sin(angle), vertex.z * height};
     }
-    // Faces meet in one vertex behind the seam, so that no edge is seen there.
-    for (Int3& face : cylinder.faces) {
-        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
-            if (*corner % (sides + 1) == sides) {
-                *corner -= sides;
-            }
-        }
-    }
+    CloseRings(cylinder, {{radius, 0.0f}, {radius, height}}, sides);
     for (const bool top : {false, true}) {
         SceneObject cap;
         AddVertex(cap, {0.0f, 0.0f, top ? height : 0.0f}, 0.5f, 0.5f, tiles);
@@ -151,77 +166,31 @@ SceneObject MakeBall(const std::string& name, Float3 centre, float radius, int r
         vertex = {radius * std::cos(latitude) * std::cos(longitude),
                   radius * std::cos(latitude) * std::sin(longitude), radius * std::sin(latitude)};
     }
-    for (Int3& face : ball.faces) {
-        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
-            if (*corner % (sides + 1) == sides) {
-                *corner -= sides;  // the seam
-            }
-            if (*corner < sides) {
-                *corner = 0;  // lower pole
-            }
-            if (*corner >= rings * (sides + 1)) {
-                *corner = rings * (sides + 1);  // upper pole
-            }
-        }
+    std::vector<LathePoint> profile(static_cast<std::size_t>(rings) + 1, {radius, 0.0f});
+    for (std::size_t ring = 0; ring < profile.size(); ring++) {
+        profile[ring].height = static_cast<float>(ring);
     }
-    // At the poles one triangle of each cell has shrunk to a line.
-    SceneObject whole = ball;
-    whole.faces.clear();
-    whole.texFaces.clear();
-    for (std::size_t i = 0; i < ball.faces.size(); i++) {
-        const Int3 face = ball.faces[i];
-        if (face.a == face.b || face.b == face.c || face.c == face.a) {
-            continue;
-        }
-        whole.faces.push_back(face);
-        if (!ball.texFaces.empty()) {
-            whole.texFaces.push_back(ball.texFaces[i]);
-        }
-    }
-    Move(whole, centre);
-    return whole;
+    profile.front().radius = profile.back().radius = 0.0f;  // the poles
+    CloseRings(ball, profile, sides);
+    Move(ball, centre);
+    return ball;
 }
 
 SceneObject MakeLathe(const std::string& name, Float3 base, const std::vector<LathePoint>& profile,
                       int sides, float tiles) {
     DemandRound(name, profile.size() > 1, sides);
     const int rings = static_cast<int>(profile.size()) - 1;
-    SceneObject grid = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, rings, tiles);
+    SceneObject lathe = MakeGrid(name, {}, {1.0f, 0.0f, 0.0f}, {0.0f, 0.0f, 1.0f}, sides, rings, tiles);
     for (int row = 0; row <= rings; row++) {
         for (int column = 0; column <= sides; column++) {
             const float angle =
                 2.0f * std::numbers::pi_v<float> * static_cast<float>(column) / static_cast<float>(sides);
             const float radius = profile[row].radius;
-            grid.vertices[row * (sides + 1) + column] = {radius * std::cos(angle), radius * std::sin(angle),
-                                                         profile[row].height};
+            lathe.vertices[row * (sides + 1) + column] = {radius * std::cos(angle),
+                                                          radius * std::sin(angle), profile[row].height};
         }
     }
-    SceneObject lathe = grid;
-    lathe.faces.clear();
-    lathe.texFaces.clear();
-    for (std::size_t i = 0; i < grid.faces.size(); i++) {
-        Int3 face = grid.faces[i];
-        const int row = static_cast<int>(i) / (2 * sides);
-        const LathePoint lower = profile[row];
-        const LathePoint upper = profile[row + 1];
-        if (lower.radius == upper.radius && lower.height == upper.height) {
-            continue;
-        }
-        for (std::int32_t* corner : {&face.a, &face.b, &face.c}) {
-            const std::int32_t first = *corner / (sides + 1) * (sides + 1);
-            // The seam, and a ring that has shrunk to a point.
-            if (*corner == first + sides || profile[first / (sides + 1)].radius == 0.0f) {
-                *corner = first;
-            }
-        }
-        if (face.a == face.b || face.b == face.c || face.c == face.a) {
-            continue;
-        }
-        lathe.faces.push_back(face);
-        if (!grid.texFaces.empty()) {
-            lathe.texFaces.push_back(grid.texFaces[i]);
-        }
-    }
+    CloseRings(lathe, profile, sides);
     if (lathe.faces.empty()) {
         Refuse(Named(lathe), "its rings make no triangles");
     }
@@ -277,9 +246,7 @@ void Stretch(SceneObject& object, Float3 centre, Float3 factors) {
         Refuse(Named(object), "factors have to be above 0, or its triangles look inwards");
     }
     for (Float3& vertex : object.vertices) {
-        vertex.x = centre.x + (vertex.x - centre.x) * factors.x;
-        vertex.y = centre.y + (vertex.y - centre.y) * factors.y;
-        vertex.z = centre.z + (vertex.z - centre.z) * factors.z;
+        vertex = centre + (vertex - centre) * factors;
     }
 }
 

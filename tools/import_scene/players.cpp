@@ -4,12 +4,13 @@
 #include <cmath>
 #include <numbers>
 
+#include "scene_writer/player_parts.h"
 #include "scene_writer/shapes.h"
 
 namespace {
 
-/// At rest the centre of a body is 5.05 above the floor; a little more, so that it doesn't begin in it.
-constexpr float standing = 5.1f;
+/// A little more, so that the body doesn't begin in the floor.
+constexpr float standing = engine::standingHeight + 0.05f;
 constexpr float eyeAboveCentre = 3.0f;
 /// A camera that is moved up or down by more than this looks at its subject anew.
 constexpr float smallMove = 3.0f;
