@@ -6,12 +6,34 @@
 #include <cstring>
 
 #include "platform/entry.h"
+#include "platform/run.h"
 #include "platform/window.h"
 #include "process/close_request.h"
 #include "process/command_line.h"
 #include "process/frame_limit.h"
 #include "process/options.h"
 #include "process/save_file.h"
+
+namespace {
+
+/// Records or replays, if that is asked for; false, and a message, if the file isn't fit for it.
+bool StartRun(const CommandLine& commandLine) {
+    std::string wrong;
+    if (!commandLine.record.empty()) {
+        wrong = RecordRun(commandLine.record);
+    } else if (!commandLine.replay.empty()) {
+        wrong = ReplayRun(commandLine.replay, commandLine.verify     ? ReplayEnd::Verify
+                                              : commandLine.thenPlay ? ReplayEnd::ThenPlay
+                                                                     : ReplayEnd::Close);
+    }
+    if (!wrong.empty()) {
+        std::fprintf(stderr, "%s%s: error: %s\n", commandLine.record.c_str(), commandLine.replay.c_str(),
+                     wrong.c_str());
+    }
+    return wrong.empty();
+}
+
+}  // namespace
 
 /// The process entry: does what the command line asks for around the program's own entry. The layer starts
 /// what it needs when it is first asked for.
@@ -31,6 +53,9 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "%s: error: can't be written: %s\n", picture.c_str(), reason.c_str());
         return wrongUsage;
     }
+    if (!StartRun(commandLine)) {
+        return wrongUsage;
+    }
     if (commandLine.frames > 0) {
         LimitFrames(commandLine.frames, commandLine.screenshot);
     }
@@ -41,6 +66,9 @@ int main(int count, char** arguments) {
     const std::string undone = WhatIsUndone();
     if (!undone.empty()) {
         std::fprintf(stderr, "%s\n", undone.c_str());
+    }
+    if (!commandLine.replay.empty() && !commandLine.thenPlay && !FramesAreLimited()) {
+        return ReplayExitCode();
     }
     return FramesAreLimited() && undone.empty() ? 0 : exitCode;
 }

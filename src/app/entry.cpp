@@ -5,11 +5,13 @@
 #include <new>
 
 #include "app/free_camera.h"
+#include "app/motion_checksum.h"
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/display_mode.h"
 #include "platform/entry.h"
 #include "platform/message_box.h"
+#include "platform/run.h"
 #include "platform/windows1250.h"
 #include "process/viewpoint.h"
 #include "render/gl_state.h"
@@ -48,6 +50,12 @@ void RunFrameLoop() {
     while (PumpMessages()) {
         theEngine->SampleInput();
         theScene->StepWorld();
+        if (RunIsOn()) {
+            EndRunFrame(MotionChecksum(*theScene));
+        }
+        if (!FramesAreShown()) {
+            continue;
+        }
         if (theEngine->safeMode) {
             theScene->RenderFrameSafe(*theEngine);
         } else {

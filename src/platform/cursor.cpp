@@ -3,7 +3,10 @@
 #include <SDL.h>
 #include <SDL_syswm.h>
 
+#include <utility>
+
 #include "platform/input_devices.h"
+#include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 
@@ -13,6 +16,8 @@ int displayCounter = 0;
 
 bool placed = false;  // by the callers: until then nobody knows where a made-up position is
 POINT madeUpPosition;
+
+bool forgotten = false;
 
 bool AskServer(POINT& point) {
 #ifdef SDL_VIDEO_DRIVER_X11
@@ -36,6 +41,22 @@ bool AskServer(POINT& point) {
 #endif
 }
 
+BOOL AskCursor(POINT* point) {
+    if (!VideoRuns() || std::exchange(forgotten, false)) {
+        return FALSE;
+    }
+    if (!CursorCanBeMoved()) {
+        if (placed) {
+            *point = madeUpPosition;
+        }
+        return placed ? TRUE : FALSE;
+    }
+    if (!AskServer(*point)) {
+        SDL_GetGlobalMouseState(&point->x, &point->y);
+    }
+    return TRUE;
+}
+
 }  // namespace
 
 void SetCursorMadeUp(bool madeUp) {
@@ -46,6 +67,10 @@ void SetCursorMadeUp(bool madeUp) {
 void MoveCursor(int x, int y) {
     madeUpPosition.x += x;
     madeUpPosition.y += y;
+}
+
+void ForgetCursorPosition() {
+    forgotten = true;
 }
 
 int ShowCursor(BOOL show) {
@@ -66,23 +91,18 @@ BOOL ClipCursor(const RECT*) {
 }
 
 BOOL GetCursorPos(POINT* point) {
-    if (!VideoRuns()) {
-        return FALSE;
+    const auto [known, x, y, unused] = ThroughRun(RunItemKind::CursorPlace, []() -> RunValues {
+        POINT place;
+        return AskCursor(&place) ? RunValues{TRUE, place.x, place.y} : RunValues{};
+    });
+    if (known) {
+        *point = {x, y};
     }
-    if (!CursorCanBeMoved()) {
-        if (placed) {
-            *point = madeUpPosition;
-        }
-        return placed ? TRUE : FALSE;
-    }
-    if (!AskServer(*point)) {
-        SDL_GetGlobalMouseState(&point->x, &point->y);
-    }
-    return TRUE;
+    return known;
 }
 
 BOOL SetCursorPos(int x, int y) {
-    if (!VideoRuns()) {
+    if (!VideoRuns() || RunIsReplayed()) {
         return FALSE;
     }
     if (CursorCanBeMoved()) {

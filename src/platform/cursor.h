@@ -7,3 +7,5 @@
 void SetCursorMadeUp(bool madeUp);
 /// The mouse has moved; of no effect if the cursor is real.
 void MoveCursor(int x, int y);
+/// The next question for the position finds it unknown: wherever it is, nobody has moved it there.
+void ForgetCursorPosition();

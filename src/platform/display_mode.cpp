@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "platform/display_guard.h"
+#include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/xwayland.h"
@@ -110,6 +111,9 @@ bool IsGiven(const SDL_DisplayMode& mode) {
 }  // namespace
 
 LONG ChangeDisplaySettingsA(const DEVMODEA* mode, DWORD) {
+    if (!FramesAreShown()) {
+        return DISP_CHANGE_SUCCESSFUL;
+    }
     if (mode != nullptr) {
         if (!FindMode(*mode, askedMode) || !IsGiven(askedMode)) {
             return DISP_CHANGE_BADMODE;

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "platform/run.h"
+
 namespace {
 
 bool Exists(const std::string& path) {
@@ -88,7 +90,8 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
     std::string knownMode = mode;
     std::erase(knownMode, 't');
 
-    std::FILE* file = std::fopen(ResolveFileName(fileName).c_str(), knownMode.c_str());
+    const std::string name = ResolveFileName(fileName);
+    std::FILE* file = std::fopen(name.c_str(), knownMode.c_str());
     if (file == nullptr) {
         return nullptr;
     }
@@ -96,6 +99,9 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
     if (fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
         std::fclose(file);
         return nullptr;
+    }
+    if (knownMode.starts_with('r')) {
+        NoteRunFile(name);
     }
     return file;
 }

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "process/frame_limit.h"
@@ -16,16 +17,22 @@ constexpr const char* noDisplay =
     "engine: error: no display can be opened: set DISPLAY or WAYLAND_DISPLAY to that of a running desktop, "
     "or start a virtual one with xvfb-run.\n";
 
+// A context's handle is SDL's.
+HGLRC Handle(SDL_GLContext context) {
+    return static_cast<HGLRC>(context);
+}
+
+/// Where nothing is shown there is a context in name alone, and GL's calls do nothing.
+HGLRC ContextInName() {
+    static char context;
+    return Handle(&context);
+}
+
 SDL_Window* SystemWindow(HDC deviceContext) {
     if (deviceContext == nullptr || !IsTheWindow(deviceContext->window)) {
         return nullptr;
     }
     return deviceContext->window->system;
-}
-
-// A context's handle is SDL's.
-HGLRC Handle(SDL_GLContext context) {
-    return static_cast<HGLRC>(context);
 }
 
 }  // namespace
@@ -41,6 +48,9 @@ int ReleaseDC(HWND window, HDC deviceContext) {
 int ChoosePixelFormat(HDC deviceContext, const PIXELFORMATDESCRIPTOR* descriptor) {
     if (deviceContext == nullptr || descriptor == nullptr) {
         return 0;
+    }
+    if (!FramesAreShown()) {
+        return onlyFormat;
     }
     if (!StartVideo()) {
         std::fputs(noDisplay, stderr);
@@ -58,6 +68,11 @@ BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* 
         return FALSE;  // a window has one format for good
     }
 
+    deviceContext->pixelFormat = *descriptor;
+    if (!FramesAreShown()) {
+        return TRUE;
+    }
+
     const bool fewColours = descriptor->cColorBits <= 16;
     SDL_GL_ResetAttributes();
     SDL_GL_SetAttribute(SDL_GL_RED_SIZE, fewColours ? 5 : 8);
@@ -70,12 +85,11 @@ BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* 
     window.system = SDL_CreateWindow(window.title.c_str(), window.position.x, window.position.y,
                                      window.clientWidth, window.clientHeight, flags);
     SDL_GL_UnloadLibrary();  // which the choice of the format has loaded, and the window keeps
-    deviceContext->pixelFormat = *descriptor;
     return window.system != nullptr ? TRUE : FALSE;
 }
 
 int DescribePixelFormat(HDC deviceContext, int format, UINT, PIXELFORMATDESCRIPTOR* descriptor) {
-    if (SystemWindow(deviceContext) == nullptr || format != onlyFormat) {
+    if (format != onlyFormat || (SystemWindow(deviceContext) == nullptr && FramesAreShown())) {
         return 0;
     }
     // What was asked for: the format has that at least, and how much more only its context can tell.
@@ -84,11 +98,17 @@ int DescribePixelFormat(HDC deviceContext, int format, UINT, PIXELFORMATDESCRIPT
 }
 
 HGLRC wglCreateContext(HDC deviceContext) {
+    if (!FramesAreShown()) {
+        return ContextInName();
+    }
     SDL_Window* window = SystemWindow(deviceContext);
     return window != nullptr ? Handle(SDL_GL_CreateContext(window)) : nullptr;
 }
 
 BOOL wglMakeCurrent(HDC deviceContext, HGLRC context) {
+    if (!FramesAreShown()) {
+        return TRUE;
+    }
     SDL_Window* window = SystemWindow(deviceContext);
     if (window == nullptr && context != nullptr) {
         return FALSE;

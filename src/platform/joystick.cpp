@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "platform/input_devices.h"
+#include "platform/run.h"
 
 namespace {
 
@@ -43,15 +44,30 @@ SDL_Joystick* Joystick() {
 
 /// An axis at rest rarely reads 0, hence the dead zone. Beyond it the position leaves the centre without
 /// a step and reaches both ends of the range.
-DWORD Position(int axis) {
+std::int32_t Position(int axis) {
     if (std::abs(axis) <= deadZone) {
         return centre;
     }
     if (axis > 0) {
-        return static_cast<DWORD>(centre + (axis - deadZone) * (largestPosition - centre) /
-                                               (SDL_JOYSTICK_AXIS_MAX - deadZone));
+        return centre + (axis - deadZone) * (largestPosition - centre) / (SDL_JOYSTICK_AXIS_MAX - deadZone);
     }
-    return static_cast<DWORD>(centre + (axis + deadZone) * centre / (-SDL_JOYSTICK_AXIS_MIN - deadZone));
+    return centre + (axis + deadZone) * centre / (-SDL_JOYSTICK_AXIS_MIN - deadZone);
+}
+
+RunValues AskJoystick() {
+    SDL_Joystick* device = Joystick();
+    if (device == nullptr) {
+        return {JOYERR_UNPLUGGED};
+    }
+    DWORD buttons = 0;
+    const int buttonCount = std::min(SDL_JoystickNumButtons(device), mostButtons);
+    for (int i = 0; i < buttonCount; i++) {
+        if (SDL_JoystickGetButton(device, i)) {
+            buttons |= DWORD{1} << i;
+        }
+    }
+    return {JOYERR_NOERROR, Position(SDL_JoystickGetAxis(device, 0)),
+            Position(SDL_JoystickGetAxis(device, 1)), static_cast<std::int32_t>(buttons)};
 }
 
 }  // namespace
@@ -60,21 +76,13 @@ UINT joyGetPosEx(UINT joystick, JOYINFOEX* info) {
     if (joystick != JOYSTICKID1) {
         return MMSYSERR_NODRIVER;
     }
-    SDL_Joystick* device = Joystick();
-    if (device == nullptr) {
-        return JOYERR_UNPLUGGED;
+    const auto [error, x, y, buttons] = ThroughRun(RunItemKind::Joystick, AskJoystick);
+    if (error == JOYERR_NOERROR) {
+        info->dwXpos = static_cast<DWORD>(x);
+        info->dwYpos = static_cast<DWORD>(y);
+        info->dwButtons = static_cast<DWORD>(buttons);
     }
-
-    info->dwXpos = Position(SDL_JoystickGetAxis(device, 0));
-    info->dwYpos = Position(SDL_JoystickGetAxis(device, 1));
-    info->dwButtons = 0;
-    const int buttonCount = std::min(SDL_JoystickNumButtons(device), mostButtons);
-    for (int i = 0; i < buttonCount; i++) {
-        if (SDL_JoystickGetButton(device, i)) {
-            info->dwButtons |= DWORD{1} << i;
-        }
-    }
-    return JOYERR_NOERROR;
+    return static_cast<UINT>(error);
 }
 
 UINT joyGetDevCapsA(UINT joystick, JOYCAPSA* capabilities, UINT) {

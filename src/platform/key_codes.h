@@ -8,6 +8,7 @@ struct SDL_Keysym;
 inline constexpr BYTE keyLeftButton = 0x01;
 inline constexpr BYTE keyRightButton = 0x02;
 inline constexpr BYTE keyMiddleButton = 0x04;
+inline constexpr BYTE keyEscape = 0x1B;
 inline constexpr BYTE keyF4 = 0x73;
 inline constexpr BYTE keyF10 = 0x79;
 

@@ -8,6 +8,7 @@
 
 #include "platform/fonts.h"
 #include "platform/key_releases.h"
+#include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/windows1250.h"
@@ -281,7 +282,7 @@ int MessageBoxA(HWND, const char* text, const char* caption, UINT) {
     text = text != nullptr ? text : "";
     caption = caption != nullptr ? caption : "";
     Print(caption, text);
-    const bool somebodyIsThere = !CloseIsRequested() && !FramesAreLimited();
+    const bool somebodyIsThere = !CloseIsRequested() && !FramesAreLimited() && FramesAreShown();
     if (somebodyIsThere && StartVideo()) {
         ShowBox(caption, text);
     }

@@ -7,6 +7,7 @@
 #include "platform/cursor.h"
 #include "platform/key_codes.h"
 #include "platform/key_releases.h"
+#include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/xwayland.h"
@@ -153,6 +154,33 @@ void FollowMoves() {
     }
 }
 
+/// Whether the message leads to the end of the program, at once or by the key's meaning.
+bool EndsTheProgram(UINT message, WPARAM wParam) {
+    return message == WM_CLOSE || message == WM_DESTROY || (message == WM_KEYDOWN && wParam == keyEscape) ||
+           (message == WM_SYSKEYDOWN && wParam == keyF4);
+}
+
+/// While a run is replayed, that alone of what has happened counts.
+void KeepWhatEndsTheProgram() {
+    const MSG* end = std::remove_if(queue, queue + waiting, [](const MSG& message) {
+        return !EndsTheProgram(message.message, message.wParam);
+    });
+    waiting = static_cast<std::size_t>(end - queue);
+}
+
+void GatherFromSdl() {
+    PumpEvents();
+    SDL_Event event;
+    // No event makes more than one message.
+    while (waiting < queueCapacity &&
+           SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1) {
+        if (TheWindow() != nullptr) {
+            TakeEvent(event);
+        }
+    }
+    FollowMoves();
+}
+
 /// The virtual key code that a press or release is about; 0 for other messages.
 BYTE KeyCode(const MSG& message) {
     switch (message.message) {
@@ -171,6 +199,22 @@ BYTE KeyCode(const MSG& message) {
         default:
             return 0;
     }
+}
+
+/// Posts the releases of all keys and buttons whose press was handed out, and the window's size and place:
+/// what was handed out so far came from a run.
+void PostPresentState() {
+    for (int code = 0; code < 256; code++) {
+        if (keyStates[code] != KeyState::Up) {
+            const UINT release = code == keyLeftButton     ? WM_LBUTTONUP
+                                 : code == keyRightButton  ? WM_RBUTTONUP
+                                 : code == keyMiddleButton ? WM_MBUTTONUP
+                                                           : WM_KEYUP;
+            PostMessageA(TheWindow(), release, static_cast<WPARAM>(code), 0);
+        }
+    }
+    PostMessageA(TheWindow(), WM_SIZE, 0, 0);
+    PostMessageA(TheWindow(), WM_MOVE, 0, 0);
 }
 
 bool IsRelease(UINT message) {
@@ -199,6 +243,10 @@ bool FindMessage(MSG& message) {
     if (!quitPosted && waiting == 0) {
         GatherEvents();
     }
+    if (!quitPosted && waiting == 0 && RunIsReplayed()) {
+        queue[0] = {TheWindow(), 0, 0, 0};
+        waiting = TakeRunMessage(queue[0].message, queue[0].wParam) ? 1 : 0;
+    }
     if (quitPosted) {
         message = {nullptr, WM_QUIT, static_cast<WPARAM>(quitCode), 0};
         return true;
@@ -214,19 +262,16 @@ bool FindMessage(MSG& message) {
 }  // namespace
 
 void GatherEvents() {
-    if (!VideoRuns()) {
-        return;
+    if (VideoRuns()) {
+        GatherFromSdl();
     }
-    PumpEvents();
-    SDL_Event event;
-    // No event makes more than one message.
-    while (waiting < queueCapacity &&
-           SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1) {
-        if (TheWindow() != nullptr) {
-            TakeEvent(event);
-        }
+    if (TakeHandover()) {
+        PostPresentState();
+        ForgetCursorPosition();
     }
-    FollowMoves();
+    if (RunIsReplayed()) {
+        KeepWhatEndsTheProgram();
+    }
     if (TheWindow() != nullptr && waiting < queueCapacity && TakeCloseRequest()) {
         Queue(WM_CLOSE);
     }
@@ -254,6 +299,11 @@ BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
         return 0;
     }
     NoteKey(*message);
+    if (EndsTheProgram(message->message, message->wParam)) {
+        EndRecording();
+    } else {
+        NoteRunMessage(message->message, message->wParam);
+    }
     std::copy(queue + 1, queue + waiting, queue);
     waiting--;
     return 1;

@@ -9,6 +9,7 @@
 #include "platform/display_mode.h"
 #include "platform/key_codes.h"
 #include "platform/message_queue.h"
+#include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
 #include "platform/windows1250.h"
@@ -60,6 +61,41 @@ void Send(HWND window, UINT message) {
     if (IsTheWindow(window)) {
         window->procedure(window, message, 0, 0);
     }
+}
+
+RunValues AskClientSize(const PlatformWindow& window) {
+    int width = window.clientWidth;
+    int height = window.clientHeight;
+    if (IsMinimised(window)) {
+        return {};
+    }
+    if (window.system != nullptr) {
+        SDL_GL_GetDrawableSize(window.system, &width, &height);
+    }
+    return {width, height};
+}
+
+RunValues AskOuterRectangle(PlatformWindow& window) {
+    int left = window.position.x;
+    int top = window.position.y;
+    int width = window.clientWidth;
+    int height = window.clientHeight;
+    RECT frame;
+    if (SDL_Window* system = window.system) {
+        SDL_GetWindowPosition(system, &left, &top);
+        if (RunsOnXwayland() && AskOrigin(system, window.origin)) {
+            left = window.origin.x;
+            top = window.origin.y;
+        }
+        SDL_GetWindowSize(system, &width, &height);
+        SDL_GetWindowBordersSize(system, &frame.top, &frame.left, &frame.bottom, &frame.right);
+    }
+    return {left - frame.left, top - frame.top, left + width + frame.right, top + height + frame.bottom};
+}
+
+/// A picture doesn't depend on where the mouse lies: there nobody is active.
+bool HasKeyboard(const PlatformWindow& window) {
+    return window.system != nullptr && !FramesAreLimited() && SDL_GetKeyboardFocus() == window.system;
 }
 
 void RemoveTheWindow() {
@@ -187,12 +223,8 @@ BOOL GetClientRect(HWND window, RECT* rectangle) {
     if (!IsTheWindow(window)) {
         return FALSE;
     }
-    *rectangle = {0, 0, window->clientWidth, window->clientHeight};
-    if (IsMinimised(*window)) {
-        *rectangle = {};
-    } else if (window->system != nullptr) {
-        SDL_GL_GetDrawableSize(window->system, &rectangle->right, &rectangle->bottom);
-    }
+    const RunValues size = ThroughRun(RunItemKind::ClientSize, [window] { return AskClientSize(*window); });
+    *rectangle = {0, 0, size[0], size[1]};
     return TRUE;
 }
 
@@ -200,34 +232,20 @@ BOOL GetWindowRect(HWND window, RECT* rectangle) {
     if (!IsTheWindow(window)) {
         return FALSE;
     }
-    int left = window->position.x;
-    int top = window->position.y;
-    int width = window->clientWidth;
-    int height = window->clientHeight;
-    RECT frame;
-    if (SDL_Window* system = window->system) {
-        SDL_GetWindowPosition(system, &left, &top);
-        if (RunsOnXwayland() && AskOrigin(system, window->origin)) {
-            left = window->origin.x;
-            top = window->origin.y;
-        }
-        SDL_GetWindowSize(system, &width, &height);
-        SDL_GetWindowBordersSize(system, &frame.top, &frame.left, &frame.bottom, &frame.right);
-    }
-    *rectangle = {left - frame.left, top - frame.top, left + width + frame.right,
-                  top + height + frame.bottom};
+    const auto [left, top, right, bottom] =
+        ThroughRun(RunItemKind::OuterRectangle, [window] { return AskOuterRectangle(*window); });
+    *rectangle = {left, top, right, bottom};
     return TRUE;
 }
 
 HWND GetActiveWindow() {
     const HWND window = TheWindow();
-    if (window == nullptr || window->system == nullptr) {
+    if (window == nullptr) {
         return nullptr;
     }
-    if (FramesAreLimited()) {
-        return nullptr;  // a picture doesn't depend on where the mouse lies
-    }
-    return SDL_GetKeyboardFocus() == window->system ? window : nullptr;
+    const RunValues active =
+        ThroughRun(RunItemKind::Activity, [window] { return RunValues{HasKeyboard(*window) ? 1 : 0}; });
+    return active[0] != 0 ? window : nullptr;
 }
 
 HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
@@ -235,7 +253,8 @@ HDC BeginPaint(HWND window, PAINTSTRUCT* paint) {
         return nullptr;
     }
     window->invalid = false;
-    GetClientRect(window, &paint->rcPaint);
+    const RunValues size = AskClientSize(*window);  // of no effect on the run
+    paint->rcPaint = {0, 0, size[0], size[1]};
     return &window->deviceContext;
 }
 

@@ -12,6 +12,8 @@ constexpr int defaultFrames = 100;  // what falls at the start has come to rest 
 constexpr const char* beforeOptions =
     R"(usage: engine [FOLDER]
        engine [FOLDER] [--screenshot FILE] [--frames N] [--from X,Y,Z --to X,Y,Z]
+       engine [FOLDER] --record RUN
+       engine [FOLDER] --replay RUN [--then-play | --verify | --screenshot FILE | --frames N]
 
 Walks through the world that settings.atr in FOLDER, or in the present folder, describes. The log of the
 run, defaultlog.txt, is written there. Escape ends the program.
@@ -23,11 +25,14 @@ With --frames or --screenshot nobody has to be there: messages go to the standar
 boxes, and mouse and joystick are left alone.
 
 Exit codes: 1 when the program has ended, as by Escape; 0 when the frames of --frames or --screenshot have
-been shown, and the picture is written; 2 for arguments that can't be right.
+been shown, and the picture is written, or when all of RUN was played and everything moved as recorded; 2 for
+a damaged RUN and for arguments that can't be right.
 
 Examples:
   engine worlds/castle
   engine worlds/castle --screenshot castle.png
+  engine worlds/castle --record fall.run
+  engine worlds/castle --replay fall.run --verify
   engine worlds/castle --screenshot plan.png --from 0,0,300 --to 0,0,0
   xvfb-run -a -s "-screen 0 1280x1024x24" engine worlds/castle --screenshot castle.png --frames 1
 )";
@@ -57,7 +62,15 @@ CommandLine ReadCommandLine(int count, char** arguments) {
          {"from", "X,Y,Z",
           "take the picture from this place, in the world's coordinates and over the whole window,",
           IntoPlace(viewpoint.from, hasFrom)},
-         {"to", "X,Y,Z", "and look at that one", IntoPlace(viewpoint.to, hasTo)}},
+         {"to", "X,Y,Z", "and look at that one", IntoPlace(viewpoint.to, hasTo)},
+         {"record", "RUN", "write what keyboard, mouse and joystick give into the file RUN",
+          Into(commandLine.record)},
+         {"replay", "RUN", "play that again, up to its end or to Escape", Into(commandLine.replay)},
+         {"then-play", nullptr, "go on from its end with the real devices", Into(commandLine.thenPlay)},
+         {"verify", nullptr,
+          "show nothing, as fast as it goes and without a display: does everything still\n"
+          "move as it did when RUN was recorded?",
+          Into(commandLine.verify)}},
         afterOptions};
     const auto refuse = [&](const std::string& reason) {
         commandLine.exitCode = RefuseArguments(program, reason);
@@ -81,9 +94,19 @@ CommandLine ReadCommandLine(int count, char** arguments) {
         }
         commandLine.viewpoint = viewpoint;
     }
+    const bool limited = !commandLine.screenshot.empty() || commandLine.frames > 0;
+    if (commandLine.replay.empty() && (commandLine.thenPlay || commandLine.verify)) {
+        return refuse("--then-play and --verify are about the run of --replay");
+    }
+    if ((commandLine.verify && (commandLine.thenPlay || limited)) ||
+        (!commandLine.replay.empty() && (!commandLine.record.empty() || commandLine.viewpoint))) {
+        return refuse("with --replay, --record and --from don't go, nor with --verify any of the others");
+    }
+    // The program may change into another folder before it reads and writes.
+    for (std::string* path : {&commandLine.screenshot, &commandLine.record, &commandLine.replay}) {
+        *path = path->empty() ? "" : std::filesystem::absolute(*path).string();
+    }
     if (!commandLine.screenshot.empty()) {
-        // The program may change into another folder before it writes.
-        commandLine.screenshot = std::filesystem::absolute(commandLine.screenshot).string();
         commandLine.frames = commandLine.frames == 0 ? defaultFrames : commandLine.frames;
     }
     return commandLine;

@@ -10,6 +10,10 @@ struct CommandLine {
     std::string folder;                  ///< to run in; empty: the present one
     std::string screenshot;              ///< the picture's file, with its whole path; empty: none
     std::optional<Viewpoint> viewpoint;  ///< of the picture, in place of the players'
+    std::string record;                  ///< the file that takes a record of the run, with its whole path
+    std::string replay;                  ///< the record that is played, with its whole path
+    bool thenPlay = false;               ///< after it the user plays on
+    bool verify = false;                 ///< nothing of it is shown
     int frames = 0;                      ///< after which to end; 0: when the user ends it
     int exitCode = -1;  ///< to end with at once, as everything has been said; below 0: go on
 };

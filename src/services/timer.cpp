@@ -1,6 +1,7 @@
 #include "services/timer.h"
 
 #include "platform/clock.h"
+#include "platform/run.h"
 
 Timer::Timer() : lastLoopTick(timeGetTime()), lastTick(lastLoopTick) {}
 
@@ -12,7 +13,9 @@ void Timer::TickFrame() {
 
 void Timer::TickLoop() {
     const std::uint32_t now = timeGetTime();
-    loopTime = static_cast<std::int32_t>(now - lastLoopTick);
+    loopTime = ThroughRun(RunItemKind::TurnTime, [&] {
+        return RunValues{static_cast<std::int32_t>(now - lastLoopTick)};
+    })[0];  // it is to be seen in the picture
     lastLoopTick = now;
 }
 

@@ -20,7 +20,7 @@ struct EngineProcess {
     pid_t id = -1;
 
     /// @param shellPrefix put in front of the program, such as "ulimit -v 200000;"
-    explicit EngineProcess(const std::string& shellPrefix = "") {
+    explicit EngineProcess(const std::string& shellPrefix = "", const std::string& arguments = "") {
         if (std::filesystem::is_regular_file("defaultlog.txt")) {
             std::filesystem::remove("defaultlog.txt");
         }
@@ -34,7 +34,7 @@ struct EngineProcess {
         // The engine's own exit code is 1, so a finding of the sanitizers takes another. The scene is left
         // to the end of the process by design, and would count as leaked.
         setenv("ASAN_OPTIONS", "exitcode=99:detect_leaks=0", 1);
-        const std::string command = shellPrefix + " exec " + ENGINE_PROGRAM;
+        const std::string command = shellPrefix + " exec " + ENGINE_PROGRAM + " " + arguments;
         execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
         _exit(127);
     }
