@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/run_file.h"
 #include "scene_input.h"
 #include "scene_writer/bytes.h"
 #include "scene_writer/image_file.h"
@@ -33,6 +34,17 @@ int main(int argumentCount, char** arguments) {
     write("scene/empty", scene("", {}));
     write("scene/hero", scene(heroBlock, {HeroObject(), FloorObject()}));
     write("scene/all", JoinSceneInput(ValidSceneInput()));
+
+    std::string run = RunHeadBytes("1.0", {{"settings.atr", 7}});
+    RunCoder coder;
+    for (const RunItem& item :
+         {RunItem{RunItemKind::OuterRectangle, {0, 0, 640, 480}}, RunItem{RunItemKind::Message, {256, 38}},
+          RunItem{RunItemKind::CursorPlace, {1, 320, 240}}, RunItem{RunItemKind::EndOfFrame, {123456789}},
+          RunItem{RunItemKind::TurnTime, {20}}, RunItem{RunItemKind::EndOfFrame, {-1}},
+          RunItem{RunItemKind::EndOfRun, {}}}) {
+        coder.Append(run, item);
+    }
+    write("run/two_frames", run);
 
     for (int channels = 1; channels <= 4; channels++) {
         engine::Image image(4, 2, channels);

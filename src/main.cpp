@@ -18,19 +18,19 @@ namespace {
 
 /// Records or replays, if that is asked for; false, and a message, if the file isn't fit for it.
 bool StartRun(const CommandLine& commandLine) {
-    std::string wrong;
-    if (!commandLine.record.empty()) {
-        wrong = RecordRun(commandLine.record);
-    } else if (!commandLine.replay.empty()) {
-        wrong = ReplayRun(commandLine.replay, commandLine.verify     ? ReplayEnd::Verify
-                                              : commandLine.thenPlay ? ReplayEnd::ThenPlay
-                                                                     : ReplayEnd::Close);
-    }
-    if (!wrong.empty()) {
-        std::fprintf(stderr, "%s%s: error: %s\n", commandLine.record.c_str(), commandLine.replay.c_str(),
-                     wrong.c_str());
-    }
-    return wrong.empty();
+    const ReplayEnd end = commandLine.verify     ? ReplayEnd::Verify
+                          : commandLine.thenPlay ? ReplayEnd::ThenPlay
+                                                 : ReplayEnd::Close;
+    const auto goesWell = [](const std::string& path, const std::string& wrong) {
+        if (!wrong.empty()) {
+            std::fprintf(stderr, "%s: error: %s\n", path.c_str(), wrong.c_str());
+        }
+        return wrong.empty();
+    };
+    // The replayed one has been read when the recorded one, which may be the same, is begun.
+    return (commandLine.replay.empty() ||
+            goesWell(commandLine.replay, ReplayRun(commandLine.replay, end))) &&
+           (commandLine.record.empty() || goesWell(commandLine.record, RecordRun(commandLine.record)));
 }
 
 }  // namespace

@@ -120,6 +120,11 @@ void EndReplay() {
     handedOver = true;
 }
 
+/// Who records a run anew wants all of it.
+bool StopsAtDifference() {
+    return replay->end == ReplayEnd::Verify && recording == nullptr;
+}
+
 void EndReplayedFrame(std::uint32_t motion) {
     if (replay->frameCount == replay->run.frameCount) {
         return;  // the program is about to close
@@ -139,7 +144,7 @@ void EndReplayedFrame(std::uint32_t motion) {
                      replay->path.c_str(), static_cast<long long>(replay->frameCount));
     }
     TakeReadings();
-    if (replay->frameCount == replay->run.frameCount || (differs && replay->end == ReplayEnd::Verify)) {
+    if (replay->frameCount == replay->run.frameCount || (differs && StopsAtDifference())) {
         EndReplay();
     }
 }

@@ -19,7 +19,8 @@ std::string RecordRun(const std::string& path);
 enum class ReplayEnd {
     Close,     ///< the window is closed after the last frame
     ThenPlay,  ///< the living player goes on from there
-    Verify,    ///< as `Close`, and the first frame whose motion differs is the last; nothing is shown
+    Verify,  ///< as `Close`, and nothing is shown; the first frame whose motion differs is the last, unless
+             ///< the run is recorded anew
 };
 /// From now on the file's run is what the devices give. The real ones can but close the window.
 /// @return empty, or what is wrong with the file
@@ -58,10 +59,7 @@ void NoteRunValues(RunItemKind kind, const RunValues& values);
 /// What `ask` finds, or the run has found in its place.
 template <typename Ask>
 RunValues ThroughRun(RunItemKind kind, Ask ask) {
-    if (RunIsReplayed()) {
-        return ReplayedValues(kind);
-    }
-    const RunValues values = ask();
+    const RunValues values = RunIsReplayed() ? ReplayedValues(kind) : ask();
     NoteRunValues(kind, values);
     return values;
 }

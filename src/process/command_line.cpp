@@ -13,7 +13,7 @@ constexpr const char* beforeOptions =
     R"(usage: engine [FOLDER]
        engine [FOLDER] [--screenshot FILE] [--frames N] [--from X,Y,Z --to X,Y,Z]
        engine [FOLDER] --record RUN
-       engine [FOLDER] --replay RUN [--then-play | --verify | --screenshot FILE | --frames N]
+       engine [FOLDER] --replay RUN [--record RUN] [--then-play | --verify | --screenshot FILE | --frames N]
 
 Walks through the world that settings.atr in FOLDER, or in the present folder, describes. The log of the
 run, defaultlog.txt, is written there. Escape ends the program.
@@ -99,8 +99,9 @@ CommandLine ReadCommandLine(int count, char** arguments) {
         return refuse("--then-play and --verify are about the run of --replay");
     }
     if ((commandLine.verify && (commandLine.thenPlay || limited)) ||
-        (!commandLine.replay.empty() && (!commandLine.record.empty() || commandLine.viewpoint))) {
-        return refuse("with --replay, --record and --from don't go, nor with --verify any of the others");
+        (!commandLine.replay.empty() && commandLine.viewpoint)) {
+        return refuse(
+            "--from doesn't go with --replay, nor do --then-play, --frames and --screenshot with --verify");
     }
     // The program may change into another folder before it reads and writes.
     for (std::string* path : {&commandLine.screenshot, &commandLine.record, &commandLine.replay}) {
