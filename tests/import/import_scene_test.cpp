@@ -206,8 +206,9 @@ TEST(ImportScene, WhatCantBeReadIsToldAndLeavesNothingBehind) {
         EXPECT_NE(result.output.find(std::string(model) + ": error: "), std::string::npos) << result.output;
         EXPECT_FALSE(std::filesystem::exists("data") || std::filesystem::exists("settings.atr")) << model;
     }
-    for (const char* arguments : {"", "one", "a b c", "a b --scale", "a b --scale x", "a b --high",
-                                  "a data/my_world", "a data/cabin", "a b --texture-size 100"}) {
+    for (const char* arguments :
+         {"", "one", "a b c", "a b --scale", "a b --scale x", "a b --high", "a data/my_world",
+          "a data/cabin", "a b --texture-size 100", "a b --set PLAYERCOUNT"}) {
         EXPECT_EQ(RunImport(arguments).exitCode, 2) << arguments;
     }
     WriteWholeFile("missing.obj",
@@ -244,7 +245,12 @@ TEST(ImportScene, MergedSceneryKeepsItsTrianglesInSmallPieces) {
 // The world that Blender exported: bodies, groups, a track, a player who walks.
 TEST(ImportScene, TheWorldFromBlenderIsWalkedThrough) {
     ImportedScene world;
-    world.Import(BLENDER_WORLD, "--settings");
+    world.Import(BLENDER_WORLD, "--set \"RESOLUTION 1280 720 32\" --set \"PLAYERCONTROLLER 1 3\"");
+    const std::string settings = ReadWholeFile("settings.atr");
+    for (const char* part : {"*RESOLUTION 1280 720 32\n", "*PLAYERCONTROLLER 0 1\n",
+                             "*PLAYERCONTROLLER 1 3\n", "*PLAYERVIEWPORT 0 0 0 1280 720\n"}) {
+        EXPECT_NE(settings.find(part), std::string::npos) << settings;
+    }
     Scene& scene = world.scene;
     PlayerControl control;
     scene.StepWorld();

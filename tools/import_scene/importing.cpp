@@ -174,7 +174,7 @@ void ImportModel(const Options& options) {
     }
     const int playerCount = PlayerCount(objects);
     const std::string settings =
-        MakeSettings(objects, target.folderInTexts + target.name + ".bin", options.framesPerSecond);
+        MakeSettings(objects, target.folderInTexts + target.name + ".bin", options);
     AssembledScene scene =
         AssembleScene(std::move(objects), lights, textures.textures, target.folderInTexts);
     PrintSummary(options, scene, textures.textures, lights.size(), playerCount, report);

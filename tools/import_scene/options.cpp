@@ -1,5 +1,8 @@
 #include "import_scene/options.h"
 
+#include <algorithm>
+#include <cstdio>
+
 #include "process/options.h"
 
 namespace {
@@ -48,6 +51,30 @@ StoreOption IntoScale(std::optional<float>& scale) {
     };
 }
 
+/// The importer itself counts the players and names the scene.
+StoreOption IntoSettings(Options& options) {
+    return [&options](const std::string& value) -> std::string {
+        const std::string line = (value.starts_with('*') ? "" : "*") + value;
+        const std::string key = line.substr(1, line.find(' ') - 1);
+        if (key.empty() || key.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") != std::string::npos ||
+            key == "PLAYERCOUNT" || key == "LOADMESH" || line.find_first_of("{}\n") != std::string::npos) {
+            return "takes a line of settings.atr, as \"PLAYERCONTROLLER 0 2\", but no PLAYERCOUNT or "
+                   "LOADMESH";
+        }
+        constexpr int mostPixels = 32767;
+        if (key == "RESOLUTION" &&
+            (std::sscanf(line.c_str(), "*RESOLUTION %d %d", &options.windowWidth, &options.windowHeight) !=
+                 2 ||
+             std::clamp(options.windowWidth, 1, mostPixels) != options.windowWidth ||
+             std::clamp(options.windowHeight, 1, mostPixels) != options.windowHeight)) {
+            return "takes width, height and colour bits, as \"RESOLUTION 1280 720 32\"";
+        }
+        options.settings = true;
+        options.settingLines.push_back(line);
+        return "";
+    };
+}
+
 std::vector<Option> Table(Options& options) {
     return {
         {nullptr, nullptr, "Place and size. A person is 10 units high.", nullptr},
@@ -85,6 +112,10 @@ std::vector<Option> Table(Options& options) {
         {nullptr, nullptr, "Output", nullptr},
         {"settings", nullptr, "also writes a settings.atr that starts, into the folder above OUT's",
          Into(options.settings)},
+        {"set", "LINE",
+         "--settings with this line in place of the importer's own, as \"RESOLUTION 1280 720 32\"; may be "
+         "repeated",
+         IntoSettings(options)},
         {"dry-run", nullptr, "reads and reports, and writes nothing", Into(options.dryRun)},
     };
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "scene_writer/scene_file.h"
 
@@ -29,6 +30,9 @@ struct Options {
     bool sprites = false;   ///< leave the engine's own sprites to be seen
 
     bool settings = false;
+    std::vector<std::string> settingLines;  ///< as in settings.atr, in place of those of the same subject
+    int windowWidth = 800;                  ///< pixels
+    int windowHeight = 600;
     bool dryRun = false;
 
     bool IsForTexture() const { return output.ends_with(".tga") || output.ends_with(".rgb"); }

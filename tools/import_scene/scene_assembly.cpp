@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 #include "import_scene/names.h"
 #include "import_scene/players.h"
@@ -11,8 +12,6 @@
 namespace {
 
 constexpr std::size_t longestObjectName = 49;
-constexpr int windowWidth = 800;
-constexpr int windowHeight = 600;
 /// A body is 2 from a wall at least, so that this cuts off nothing.
 constexpr float nearPlane = 0.3f;
 constexpr float leastFarPlane = 500.0f;
@@ -101,11 +100,14 @@ std::vector<std::string> LinesOf(const Properties& properties, std::int32_t eye,
 
 /// The window in as many parts as there are players with a camera.
 struct Viewports {
+    int windowWidth;
+    int windowHeight;
     int columns = 1;
     int rows = 1;
     int next = 0;
 
-    explicit Viewports(int count) {
+    Viewports(const Options& options, int count)
+        : windowWidth(options.windowWidth), windowHeight(options.windowHeight) {
         columns = count > 1 ? static_cast<int>(std::ceil(std::sqrt(static_cast<float>(count)))) : 1;
         rows = std::max(1, (count + columns - 1) / columns);
     }
@@ -119,6 +121,25 @@ struct Viewports {
                " " + std::to_string(width) + " " + std::to_string(height);
     }
 };
+
+/// What a line of the settings is about: its key, and for a player's key the player.
+std::string_view SubjectOf(std::string_view line) {
+    std::size_t end = line.find(' ');
+    if (line.starts_with("*PLAYER") && end != std::string_view::npos) {
+        end = line.find(' ', end + 1);
+    }
+    return line.substr(0, end);
+}
+
+void PutInPlace(std::vector<std::string>& lines, const std::string& line) {
+    const auto isTwin = [&](const std::string& other) { return SubjectOf(other) == SubjectOf(line); };
+    const auto twin = std::find_if(lines.begin(), lines.end(), isTwin);
+    if (twin == lines.end()) {
+        lines.push_back(line);
+    } else {
+        *twin = line;
+    }
+}
 
 }  // namespace
 
@@ -182,7 +203,7 @@ WorldObject MakeSpriteVeil(std::vector<SceneTexture>& textures, const std::strin
 }
 
 std::string MakeSettings(const std::vector<WorldObject>& objects, const std::string& scenePath,
-                         int framesPerSecond) {
+                         const Options& options) {
     Bounds bounds = BoundsOf(objects);
     std::vector<bool> hasCamera(PlayerCount(objects));
     for (const WorldObject& object : objects) {
@@ -194,13 +215,14 @@ std::string MakeSettings(const std::vector<WorldObject>& objects, const std::str
     const float farPlane =
         bounds.IsEmpty() ? leastFarPlane : std::max(leastFarPlane, bounds.Size().Length() * 1.2f);
     std::vector<std::string> lines{
-        "*RESOLUTION " + std::to_string(windowWidth) + " " + std::to_string(windowHeight) + " 32",
-        NumberedKey("FRAMERATELIMIT", framesPerSecond),
+        "*RESOLUTION " + std::to_string(options.windowWidth) + " " + std::to_string(options.windowHeight) +
+            " 32",
+        NumberedKey("FRAMERATELIMIT", options.framesPerSecond),
         "*NEARCLIPPINGPLANE " + NumberText(nearPlane * std::max(1.0f, farPlane / 10000.0f)),
         NumberedKey("FARCLIPPINGPLANE", static_cast<int>(farPlane)),
         "*MOUSESENSITIVITY 0.003",
         NumberedKey("PLAYERCOUNT", static_cast<int>(hasCamera.size()))};
-    Viewports viewports(static_cast<int>(std::count(hasCamera.begin(), hasCamera.end(), true)));
+    Viewports viewports(options, static_cast<int>(std::count(hasCamera.begin(), hasCamera.end(), true)));
     // The mouse for the first, the keyboard for the second, a joystick for the third; others look on.
     constexpr int devices[] = {1, 0, 2, 3};
     for (int player = 0; player < static_cast<int>(hasCamera.size()); player++) {
@@ -210,6 +232,9 @@ std::string MakeSettings(const std::vector<WorldObject>& objects, const std::str
         if (hasCamera[player]) {
             lines.push_back(viewports.TakeFor(player));
         }
+    }
+    for (const std::string& line : options.settingLines) {
+        PutInPlace(lines, line);
     }
     lines.push_back("*LOADMESH " + scenePath);
     return engine::SettingsText(lines);

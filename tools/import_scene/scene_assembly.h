@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "import_scene/options.h"
 #include "import_scene/textures.h"
 #include "import_scene/world_object.h"
 #include "scene_writer/attribute_text.h"
@@ -25,7 +26,7 @@ AssembledScene AssembleScene(std::vector<WorldObject> objects,
 /// triangles. Its texture goes to the end of the list.
 WorldObject MakeSpriteVeil(std::vector<SceneTexture>& textures, const std::string& prefix);
 
-/// A settings file for the scene.
+/// A settings file for the scene, with the lines of the options in place of its own.
 /// @param scenePath as the engine is to find it
 std::string MakeSettings(const std::vector<WorldObject>& objects, const std::string& scenePath,
-                         int framesPerSecond);
+                         const Options& options);
