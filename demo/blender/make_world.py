@@ -170,8 +170,9 @@ ramp.materials.append(brick)
 link("Ramp", ramp)
 box("Terrace", (6, 0, 0), (10, 5, 2), brick, step=0.5, metres=2)
 
-# A crate that falls, with a picture on it that shows which way is up.
-crate = box("Crate.001", (-5.5, -5.5, 3), (-4.7, -4.7, 3.8), sign, metres=0.8, origin=(-5.1, -5.1, 3.4))
+# A crate that falls, with a picture on it that shows which way is up. Its origin, the middle
+# of its body, lies 5 units above its lowest point: 0.91 m.
+crate = box("Crate.001", (-5.5, -5.5, 3), (-4.7, -4.7, 3.8), sign, metres=0.8, origin=(-5.1, -5.1, 3.91))
 crate["COLLIDER"] = True
 crate["PHYSICS"] = [1.0, 0.5, 0.1]
 

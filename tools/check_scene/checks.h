@@ -13,6 +13,8 @@ void CheckMeshes(Findings& findings, const World& world);
 void CheckMarkers(Findings& findings, const World& world);
 void CheckPlayers(Findings& findings, const World& world);
 void CheckSpawnPoints(Findings& findings, const World& world);
+void CheckBodies(Findings& findings, const World& world);
+void CheckLamps(Findings& findings, const World& world);
 void CheckLights(Findings& findings, const World& world);
 void CheckGroups(Findings& findings, const World& world);
 void CheckKeyTracks(Findings& findings, const World& world);

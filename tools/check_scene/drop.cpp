@@ -13,8 +13,6 @@ namespace {
 constexpr float columnReach = 15.0f;
 constexpr std::int64_t mostFrames = 1500;
 constexpr std::int64_t leastFrames = 60;
-/// So many triangles are looked at in all frames together: it takes about a tenth of a second.
-constexpr std::int64_t triangleBudget = 20'000'000;
 /// A body that moves less than this in a frame, for so many frames, rests.
 constexpr float stillness = 0.01f;
 constexpr int framesOfRest = 12;
@@ -180,7 +178,7 @@ float LowestVertex(const Scene& column) {
 
 }  // namespace
 
-Drop DropBody(const Scene& scene, std::int32_t objectId) {
+Drop DropBody(const Scene& scene, std::int32_t objectId, std::int64_t triangleBudget) {
     const Object& original = scene.objects[objectId];
     const float* m = original.transform.m;
     Drop drop;

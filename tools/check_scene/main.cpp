@@ -106,7 +106,9 @@ void Judge(Findings& findings, World& world) {
     CheckMarkers(findings, world);
     CheckPlayers(findings, world);
     CheckSpawnPoints(findings, world);
+    CheckBodies(findings, world);
     CheckLights(findings, world);
+    CheckLamps(findings, world);
     CheckGroups(findings, world);
     CheckKeyTracks(findings, world);
     findings.Sort();
