@@ -14,18 +14,18 @@ float Larger(float a, float b) {
     return a > b ? a : b;
 }
 
+/// @param v no NaN in it
 float LargestComponent(Vector v) {
     return Larger(Larger(std::fabs(v.x), std::fabs(v.y)), std::fabs(v.z));
 }
 
-/// Comparisons with NaN are false, hence the way round.
+/// Of NaN nothing is within a limit.
+bool IsWithin(Vector v, float limit) {
+    return std::fabs(v.x) < limit && std::fabs(v.y) < limit && std::fabs(v.z) < limit;
+}
+
 bool IsOrdinary(const Bound& bound) {
-    const auto within = [](float value, float limit) { return value > -limit && value < limit; };
-    const Vector c = bound.centre;
-    const Vector s = bound.size;
-    return within(c.x, largestCoordinate) && within(c.y, largestCoordinate) &&
-           within(c.z, largestCoordinate) && within(s.x, INFINITY) && within(s.y, INFINITY) &&
-           within(s.z, INFINITY);
+    return IsWithin(bound.centre, largestCoordinate) && IsWithin(bound.size, INFINITY);
 }
 
 /// What bounds some things in a row.
@@ -202,7 +202,7 @@ bool BoundTree::Covers(const Reach& question) const {
     const Vector scale = question.scale;
     // The scaled coordinates then stay below 1e8, so that no square overflows.
     return within(scale.x, 1e-5f, 1e5f) && within(scale.y, 1e-5f, 1e5f) && within(scale.z, 1e-5f, 1e5f) &&
-           within(LargestComponent(question.origin), -1.0f, 1e7f) && within(question.reach, 1e-6f, 1e7f) &&
+           IsWithin(question.origin, largestCoordinate) && within(question.reach, 1e-6f, 1e7f) &&
            largest * LargestComponent(scale) < 5e7f;
 }
 

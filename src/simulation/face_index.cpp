@@ -61,14 +61,12 @@ IdMarks* FaceIndex::FindCandidates(const Object& mesh, const Collider& body, flo
         faces = mesh.faces.get();
         faceCount = mesh.faceValueCount / 3;
     }
-    if (passes < mostPassesToBuild) {
-        passes++;
-    }
-    if (!built) {
-        if (passes <= passesToBuild) {
-            return nullptr;
-        }
+    if (!built && passes >= passesToBuild) {
         Build();
+    }
+    passes = std::min(passes + 1, mostPassesToBuild);
+    if (!built) {
+        return nullptr;
     }
     // `FaceFilter` calls a face far if 0.999 distance² >= (radius + reach)², where its reach is travel + 1
     // and a third of a thousandth of the origin's size; radius and distance are those of the face's

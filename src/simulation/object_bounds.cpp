@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 
@@ -203,18 +204,20 @@ IdMarks& ObjectBounds::FindNear(const Scene& scene, const Object& body) {
     const Collider& collider = *body.collider;
     const Vector radii = collider.radii;
     const float travel = collider.sweepVelocity.Length();
-    // The mesh test compares the distance of the centres with radius + reach, in this order of adding. Of
-    // a larger distance by a thousandth no rounding makes a smaller one.
+    // The mesh test compares the distance of the centres with radius + travel + the largest half-axis. Of a
+    // larger distance by a thousandth no rounding makes a smaller one, as long as the three add up and
+    // don't cancel each other out.
+    const float halfAxis = std::max({radii.x, radii.y, radii.z});
     Reach question;
     body.GetVertex(question.origin, body.centreVertex);
-    question.reach = travel + std::max({radii.x, radii.y, radii.z});
-    if (tree.Covers(question)) {
-        tree.FindNear(question, found);
-    } else {
+    question.reach = travel + halfAxis;
+    if (!(halfAxis >= 0.0f) || !tree.Covers(question)) {
         for (std::int32_t id = 0; id < objectCount; id++) {
             found.Add(id);
         }
+        return found;
     }
+    tree.FindNear(question, found);
     FindListedMeshes(question.origin, question.reach);
     FindBodies(collider, travel);
     listedInVain += stillListed;
@@ -227,16 +230,17 @@ void ObjectBounds::FindListedMeshes(const Vector& centre, float reach) {
     const float* z = meshes.z.get();
     const float* radius = meshes.reach.get();
     const float reachSquared = reach * reach;
-    // As in the tree. Nothing that isn't a number is out of reach, nor is anything if the squares are too
-    // small to be told from 0.
-    const std::int32_t sensible = Is(reachSquared > 1e-30f);
+    // As in the tree, and what isn't a number isn't out of reach. Of two squares that overflow the right
+    // one does so only for a radius of 1e11 and more. Beside that the reach is less than the thousandth by
+    // which the distance then exceeds the radius.
+    assert(reach > 1e-6f && reach < 1e7f);
     ForEachNear(
         meshes.count,
         [=](std::int32_t i) {
             const Vector away(x[i] - centre.x, y[i] - centre.y, z[i] - centre.z);
             const float radiusSquared = radius[i] * radius[i];
             const float rest = away.Dot(away) * 0.998f - (radiusSquared + reachSquared);
-            return sensible & Is(rest >= 0.0f) & Is(rest * rest >= 4.0f * reachSquared * radiusSquared);
+            return Is(rest >= 0.0f) & Is(rest * rest >= 4.0f * reachSquared * radiusSquared);
         },
         [this](std::int32_t i) { found.Add(meshes.ids[i]); });
 }
@@ -244,31 +248,37 @@ void ObjectBounds::FindListedMeshes(const Vector& centre, float reach) {
 void ObjectBounds::FindBodies(const Collider& body, float travel) {
     const float* x = bodies.x.get();
     const float* y = bodies.y.get();
+    const float* z = bodies.z.get();
     const float* largest = bodies.reach.get();
     const float scaleX = 1.0f / body.radii.x;
     const float scaleY = 1.0f / body.radii.y;
+    const float scaleZ = 1.0f / body.radii.z;
     const float scale = std::max(scaleX, scaleY);
     const float originX = body.sweepOrigin.x;
     const float originY = body.sweepOrigin.y;
+    const float originZ = body.sweepOrigin.z;
     // A contact with the wall of a cylinder lies where the line enters it, at most `travel` from the
     // origin, hence no farther from the axis than radius + travel as seen from above. Where the line enters
     // is found by a root and divisions by the line's slope, which rounding takes less than a hundredth off,
-    // however steep the line is. The limits on all figures keep them from overflowing.
+    // but where the squares of the slope are too small for a float and still more than 0. The limits on all
+    // figures keep them from overflowing; heights, which count nothing else here, make NaN if they do.
+    const float slope = std::max(std::fabs(body.sweepVelocity.x), std::fabs(body.sweepVelocity.y)) / travel;
     const float reach = travel + 1e-3f * (std::fabs(originX) + std::fabs(originY) + 1.0f);
     const float reachSquared = reach * reach;
-    const std::int32_t sensible =
-        Is(scaleX > 1e-5f && scaleX < 1e5f && scaleY > 1e-5f && scaleY < 1e5f && reach < 1e4f);
+    const std::int32_t sensible = Is(scaleX > 1e-5f && scaleX < 1e5f && scaleY > 1e-5f && scaleY < 1e5f &&
+                                     reach < 1e4f && (slope < 1e-23f || slope > 1e-18f));
     ForEachNear(
         bodies.count,
         [=](std::int32_t i) {
             const float awayX = x[i] * scaleX - originX;
             const float awayY = y[i] * scaleY - originY;
+            const float awayZ = z[i] * scaleZ - originZ;
             const float radius = largest[i] * scale;
             const float radiusSquared = radius * radius;
             const float distanceSquared = awayX * awayX + awayY * awayY;
             const float rest = distanceSquared * 0.98f - (radiusSquared + reachSquared);
             return sensible & Is(rest >= 0.0f) & Is(rest * rest >= 4.0f * reachSquared * radiusSquared) &
-                   Is(distanceSquared < 1e16f);
+                   Is(distanceSquared < 1e16f) & Is(std::fabs(awayZ) < 1e30f);
         },
         [this](std::int32_t i) { found.Add(bodies.ids[i]); });
 }

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "simulation/face_index.h"
 #include "simulation/plain_step.h"
 #include "simulation/random_numbers.h"
 
@@ -260,6 +261,15 @@ TEST(LargeWorlds, FindFacesAtTheLimitOfReach) {
     EXPECT_GT(contacts, 10000);
 }
 
+/// One sweep of object 0 in both, the second with the plain steps.
+void CompareMove(Scene (&scenes)[2], Vector from, Vector move) {
+    for (Scene& scene : scenes) {
+        scene.objects[0].SetVertex(from, 0);
+    }
+    ASSERT_TRUE(Same(scenes[0].MoveWithCollision(0, from, move), PlainMove(scenes[1], 0, from, move)));
+    ASSERT_TRUE(Same(scenes[0], scenes[1]));
+}
+
 TEST(LargeWorlds, FindObjectsAtTheLimitOfReach) {
     RandomNumbers random(4);
     long contacts = 0;
@@ -295,16 +305,63 @@ TEST(LargeWorlds, FindObjectsAtTheLimitOfReach) {
             for (Scene& scene : scenes) {
                 scene.objects[id].transform.Translate(shift.x, shift.y, shift.z);
                 scene.objects[id].ApplyTransform();
-                scene.objects[0].SetVertex(CentreOf(scene.objects[id]) + away, 0);
             }
-            const Vector from = CentreOf(scenes[0].objects[0]);
-            ASSERT_TRUE(
-                Same(scenes[0].MoveWithCollision(0, from, move), PlainMove(scenes[1], 0, from, move)));
-            ASSERT_TRUE(Same(scenes[0], scenes[1])) << "world " << world << ", sweep " << sweep;
+            CompareMove(scenes, CentreOf(scenes[0].objects[id]) + away, move);
             contacts += 1 - scenes[1].objects[0].collider->airborne;
         }
     }
     EXPECT_GT(contacts, 3000);
+}
+
+TEST(LargeWorlds, FindWhatNoInequalityHoldsFor) {
+    // Half-axes of less than nothing, which all but cancel the way and leave it to rounding what is near.
+    RandomNumbers random(5);
+    Scene meshes[2];
+    for (Scene& scene : meshes) {
+        AddBody(scene, Vector());
+        AddRectangle(scene, Vector(), Vector(0.2f, 0, 0), Vector(0, 0.2f, 0));
+    }
+    for (int sweep = 0; sweep < 1000; sweep++) {
+        const Vector radii = Vector(-1e6f, -1e6f, -1e6f) + random.RandomVector(0.2f);
+        for (Scene& scene : meshes) {
+            scene.objects[0].collider->radii = radii;
+        }
+        CompareMove(meshes, random.RandomVector(0.3f), Vector(0, 0, -1e12f));
+    }
+    // Walls far away that are met because their height makes NaN of the distance, and one near by because
+    // the slope's square, all but too small for a float, comes out half as large again.
+    const float slope = 3e-23f;
+    for (const float z : {NAN, INFINITY, 3e38f, 0.0f}) {
+        Scene bodies[2];
+        for (Scene& scene : bodies) {
+            AddBody(scene, Vector());
+            scene.objects[0].collider->radii.z = 0.5f;
+            AddBody(scene, z == 0.0f ? Vector(2, 2e-24f, 0) : Vector(1000, 0, z));
+            scene.objects[1].collider->radii.x = 2.0f * (slope / std::sqrt(slope * slope));
+            scene.objects[1].collider->radii.y = 0.0f;
+        }
+        CompareMove(bodies, Vector(), z == 0.0f ? Vector(0, slope, -0.25f) * 0.0625f : Vector(1, 0, 0));
+        EXPECT_EQ(bodies[1].objects[0].collider->airborne, 0);
+    }
+}
+
+TEST(LargeWorlds, SortTheFacesOfAMeshThatHasOftenMovedInVain) {
+    Object body;
+    body.MakeCollider();
+    Object mesh;
+    mesh.ResizeVertices(1);
+    mesh.SetVertex(Vector(), 0);
+    mesh.ResizeFaces(FaceIndex::fewestFaces);
+    std::fill_n(mesh.faces.get(), mesh.faceValueCount, 0);
+    FaceIndex index;
+    for (int i = 0; i < 10; i++) {
+        int sweeps = 0;
+        while (index.FindCandidates(mesh, *body.collider, 1.0f) == nullptr && sweeps < 2000) {
+            sweeps++;
+        }
+        EXPECT_EQ(sweeps, FaceIndex::buildCost << std::min(i, 6));
+        mesh.MeshChanged();
+    }
 }
 
 TEST(LargeWorlds, FindAMeshHoweverItIsMoved) {
