@@ -124,6 +124,18 @@ std::size_t DecodeRow(const std::uint8_t* packet, const std::uint8_t* end, std::
     return filled;
 }
 
+/// Whether the row is told to be the same bytes of the file as the one below it.
+bool RepeatsRowBelow(RgbImage& image, std::int32_t y, std::int32_t z) {
+    const std::size_t index = static_cast<std::size_t>(y) + std::size_t{image.ysize} * z;
+    if (!image.isEncoded || y == 0 || index >= std::size_t{image.ysize} * image.zsize) {
+        return false;
+    }
+    const auto isRepeated = [&](std::size_t table) {
+        return TableEntry(image, table, index) == TableEntry(image, table, index - 1);
+    };
+    return isRepeated(headerSize) && isRepeated(headerSize + image.tableSize);
+}
+
 }  // namespace
 
 void SwapShorts(std::uint16_t* values, std::size_t count) {
@@ -172,7 +184,9 @@ std::unique_ptr<RgbImage> OpenRgbImage(const char* path) {
         if (2 * image->tableSize > maxImageMemory) {
             EndWithoutMemory();
         }
-        image->damaged = image->damaged || image->byteCount < headerSize + 2 * image->tableSize;
+        // Without rows there are no tables to be missing.
+        image->damaged = image->damaged ||
+                         (image->tableSize > 0 && image->byteCount < headerSize + 2 * image->tableSize);
     }
     return image;
 }
@@ -265,7 +279,9 @@ std::unique_ptr<std::uint8_t[]> ReadRgbTexture(const char* path, std::int32_t& w
     const std::int32_t channelCount = std::clamp<std::int32_t>(components, 1, maxChannels);
     for (std::int32_t y = 0; y < height; y++) {
         for (std::int32_t z = 0; z < channelCount; z++) {
-            ReadRgbRow(*image, channels[z], y, z);
+            if (!RepeatsRowBelow(*image, y, z)) {
+                ReadRgbRow(*image, channels[z], y, z);
+            }
         }
         std::uint8_t* pixels = rgba.get() + 4 * rowSize * y;
         if (channelCount == 4) {

@@ -211,6 +211,15 @@ TEST_F(ImageTest, SgiDropsWhatDoesNotFitAndPutsZeroForWhatIsMissing) {
         // A length too large still has its row.
         expectRows(std::string(good).replace(512 + 8, 4, value), {6, 6, 6, 6}, true);
     }
+    // Three rows, of which the second is the bytes of the first.
+    std::string shared = GreyRows({{4, 6, 0}, {4, 7, 0}, {4, 5, 0}});
+    shared.replace(512 + 4, 4, shared, 512, 4);
+    engine::Image image(4, 3, 1);
+    image.samples = {6, 6, 6, 6, 6, 6, 6, 6, 5, 5, 5, 5};
+    EXPECT_EQ(Read(shared), Rgba(image));
+    // Of a height of 0: no rows, hence nothing that is missing.
+    EXPECT_EQ(Read(GreyRows({""}).substr(0, 100).replace(8, 2, 2, '\0')), Bytes());
+    EXPECT_FALSE(IsDamageLogged());
 }
 
 TEST_F(ImageTest, SgiOfAnySizeIsReadAndCutAnywhereGivesZeroForTheRest) {
