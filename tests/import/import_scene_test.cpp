@@ -220,6 +220,85 @@ TEST(ImportScene, WhatCantBeReadIsToldAndLeavesNothingBehind) {
         << missing.output;
 }
 
+TEST(ImportScene, AnFbxHasItsUnitAndMaterialsOfFewWordsAColour) {
+    ImportedScene world;
+    WriteWholeFile("wall.fbx", R"(; FBX 7.4.0 project file
+FBXHeaderExtension: {
+    FBXVersion: 7400
+}
+GlobalSettings: {
+    Properties70: {
+        P: "UpAxis", "int", "Integer", "",2
+        P: "UnitScaleFactor", "double", "Number", "",1
+    }
+}
+Objects: {
+    Geometry: 1, "Geometry::Wall", "Mesh" {
+        Vertices: *9 {
+            a: 0,0,0,1000,0,0,0,0,300
+        }
+        PolygonVertexIndex: *3 {
+            a: 0,1,-3
+        }
+    }
+    Model: 2, "Model::Wall", "Mesh" {
+        Properties70: {
+            P: "DefaultAttributeIndex", "int", "Integer", "",0
+            P: "COLIDER", "int", "Integer", "U",1
+        }
+    }
+    Material: 3, "Material::Plain", "" {
+    }
+}
+Connections: {
+    C: "OO",1,2
+    C: "OO",3,2
+    C: "OO",2,0
+}
+)");
+    world.Import("wall.fbx");
+    const Corner far = TrianglesOf(world.Get("Wall"))[0][1];
+    EXPECT_NEAR(far[0], 55.0f, 1e-3f) << "1000 of its centimetres";
+    EXPECT_GT(far[3], 0.5f) << "not black";
+    EXPECT_EQ(world.output.find("DefaultAttributeIndex"), std::string::npos) << world.output;
+    EXPECT_NE(world.output.find("COLIDER"), std::string::npos) << "the author's own";
+}
+
+TEST(ImportScene, ImagesComeFromTheModelsFolderOrOneThatIsNamed) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories("house/Textures");
+    std::filesystem::create_directories("art");
+    WriteCheckers("secret.tga");
+    WriteCheckers("house/Textures/Wall.TGA");
+    WriteCheckers("art/roof.tga");
+    const engine::Image huge(1, 1, 3);
+    std::string bytes = engine::TgaBytes(huge);
+    bytes[12] = bytes[14] = '\x30';
+    bytes[13] = bytes[15] = '\x75';  // 30,000 by 30,000
+    WriteWholeFile("house/huge.tga", bytes);
+    std::string model = "mtllib house.mtl\nv 0 0 0\nv 9 0 0\nv 0 9 0\nvt 0 0\n";
+    std::string materials;
+    const std::string absolute = std::filesystem::absolute("secret.tga").string();
+    for (const std::string& image : {std::string("wall.png"), std::string("roof"),
+                                     std::string("../secret.tga"), absolute, std::string("huge.tga")}) {
+        materials += "newmtl m" + image + "\nKd 0 0 0\nmap_Kd " + image + "\n";
+        model += "usemtl m" + image + "\nf 1/1 2/1 3/1\n";
+    }
+    WriteWholeFile("house/house.obj", model);
+    WriteWholeFile("house/house.mtl", materials);
+    const auto textures = [](const std::string& options) {
+        const CommandResult result = RunImport("house/house.obj data/world " + options);
+        std::vector<bool> found;
+        for (const char* name : {"Wall", "roof", "secret", "huge"}) {
+            found.push_back(std::filesystem::exists("data/world" + std::string(name) + ".tga"));
+        }
+        EXPECT_EQ(result.exitCode, 0) << result.output;
+        return found;
+    };
+    EXPECT_EQ(textures(""), (std::vector<bool>{true, false, false, false}));
+    EXPECT_EQ(textures("--images art"), (std::vector<bool>{true, true, false, false}));
+}
+
 TEST(ImportScene, MergedSceneryKeepsItsTrianglesInSmallPieces) {
     const auto count = [](const Scene& scene, int& most) {
         int triangles = 0;

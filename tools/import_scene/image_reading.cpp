@@ -1,6 +1,7 @@
 #include "import_scene/image_reading.h"
 
 #include <SDL2/SDL_image.h>
+#include <stb/stb_image.h>
 
 #include <algorithm>
 #include <cctype>
@@ -105,6 +106,14 @@ engine::Image ReadImageFile(const std::string& path) {
 engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format) {
     // A TGA image has no mark at its beginning, so nothing but its name tells it.
     const char* type = Lower(format).ends_with("tga") ? "TGA" : "";
+    int width = 0;
+    int height = 0;
+    int channels = 0;
+    // Before it takes gigabytes, as far as the kind of image can be asked.
+    if (stbi_info_from_memory(static_cast<const stbi_uc*>(bytes), static_cast<int>(size), &width, &height,
+                              &channels) != 0) {
+        CheckSize(width, height);
+    }
     return FromSurface(
         SurfacePointer(IMG_LoadTyped_RW(SDL_RWFromConstMem(bytes, static_cast<int>(size)), 1, type)));
 }

@@ -1,8 +1,10 @@
 // Makes a scene of a model: see --help.
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -41,6 +43,7 @@ int RunGuarded(const Options& options) {
         return Run(options);
     }
     if (worker == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);  // whoever ends the program means this one, too
         const int code = Run(options);
         std::fflush(nullptr);
         _exit(code);

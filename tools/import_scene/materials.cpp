@@ -55,7 +55,7 @@ Wrap WrapOf(const aiMaterial& material, aiTextureType type, const char* key) {
 }
 
 void ReadTexture(const Model& model, const aiMaterial& material, aiTextureType type, Surface& surface,
-                 TextureList& textures, Report& report) {
+                 TextureList& textures) {
     aiString path;
     unsigned channel = 0;
     if (material.GetTexture(type, 0, &path, nullptr, &channel) != AI_SUCCESS) {
@@ -76,26 +76,54 @@ void ReadTexture(const Model& model, const aiMaterial& material, aiTextureType t
     const aiMatrix3x3 halved(wrapX == Wrap::Mirror ? 0.5f : 1.0f, 0, 0, 0,
                              wrapY == Wrap::Mirror ? 0.5f : 1.0f, 0, 0, 0, 1);
     surface.toTexture = halved * surface.toTexture;
-    aiString alphaMode;
-    if (material.Get(AI_MATKEY_GLTF_ALPHAMODE, alphaMode) == AI_SUCCESS &&
-        std::string(alphaMode.C_Str()) != "OPAQUE") {
-        report.Warn("objects are drawn solid, whatever the alpha of their material", surface.name);
-    }
 }
 
-aiColor3D ColourOf(const aiMaterial& material, bool textured) {
-    aiColor4D base;
-    aiColor3D colour(0.8f, 0.8f, 0.8f);
-    if (material.Get(AI_MATKEY_BASE_COLOR, base) == AI_SUCCESS) {
-        colour = {base.r, base.g, base.b};
-    } else {
-        material.Get(AI_MATKEY_COLOR_DIFFUSE, colour);
-    }
+/// Values that fail to be read are left as they are: the library writes to its argument even then.
+template <typename Value, typename... Key>
+Value Read(const aiMaterial& material, Value absent, Key... key) {
+    Value value = absent;
+    return material.Get(key..., value) == AI_SUCCESS ? value : absent;
+}
+
+aiColor3D Clamped(aiColor3D colour) {
     for (float* part : {&colour.r, &colour.g, &colour.b}) {
         *part = std::isfinite(*part) ? std::clamp(*part, 0.0f, 1.0f) : 1.0f;
     }
-    // Where there is an image, black means that nobody set a colour.
-    return textured && colour.IsBlack() ? aiColor3D(1.0f, 1.0f, 1.0f) : colour;
+    return colour;
+}
+
+/// @param wantsImage the model has an image for it, which may be missing
+aiColor3D ColourOf(const aiMaterial& material, bool wantsImage, const Surface& surface, Report& report) {
+    const aiColor3D white(1.0f, 1.0f, 1.0f);
+    const aiColor3D grey(0.8f, 0.8f, 0.8f);
+    const aiColor3D diffuse = Read(material, grey, AI_MATKEY_COLOR_DIFFUSE);
+    const aiColor4D base =
+        Read(material, aiColor4D(diffuse.r, diffuse.g, diffuse.b, 1.0f), AI_MATKEY_BASE_COLOR);
+    const aiColor3D colour = Clamped({base.r, base.g, base.b});
+    if (surface.texture != -1) {
+        // Where there is an image, black means that nobody set a colour.
+        return colour.IsBlack() ? white : colour;
+    }
+    const aiColor3D emission = Clamped(Read(material, aiColor3D(), AI_MATKEY_COLOR_EMISSIVE));
+    if (!emission.IsBlack()) {
+        report.Warn("a material's own light is added to its colour, and lights nothing else", surface.name);
+        return Clamped(colour + emission);
+    }
+    return wantsImage && colour.IsBlack() ? grey : colour;
+}
+
+void TellLosses(const aiMaterial& material, const Surface& surface, Report& report) {
+    const aiColor4D base = Read(material, aiColor4D(1.0f, 1.0f, 1.0f, 1.0f), AI_MATKEY_BASE_COLOR);
+    const std::string alphaMode = Read(material, aiString("OPAQUE"), AI_MATKEY_GLTF_ALPHAMODE).C_Str();
+    if (alphaMode != "OPAQUE" || base.a < 1.0f || Read(material, 1.0f, AI_MATKEY_OPACITY) < 1.0f) {
+        report.Warn("objects are drawn solid, whatever the alpha of their material", surface.name);
+    }
+    if (Read(material, 0.0f, AI_MATKEY_METALLIC_FACTOR) > 0.5f) {
+        report.Warn("metal is drawn as its plain colour, since nothing is mirrored", surface.name);
+    }
+    if (Read(material, 0.0f, AI_MATKEY_TRANSMISSION_FACTOR) > 0.0f) {
+        report.Warn("glass is drawn solid, since no light goes through it", surface.name);
+    }
 }
 
 }  // namespace
@@ -111,9 +139,10 @@ std::vector<Surface> ReadSurfaces(const Model& model, TextureList& textures, Rep
         }
         const aiTextureType type = ColourTextureType(material);
         if (type != aiTextureType_NONE) {
-            ReadTexture(model, material, type, surface, textures, report);
+            ReadTexture(model, material, type, surface, textures);
         }
-        surface.colour = ColourOf(material, surface.texture != -1);
+        surface.colour = ColourOf(material, type != aiTextureType_NONE, surface, report);
+        TellLosses(material, surface, report);
         int twoSided = 0;
         material.Get(AI_MATKEY_TWOSIDED, twoSided);
         surface.twoSided = twoSided != 0;

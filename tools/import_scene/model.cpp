@@ -61,10 +61,10 @@ float KnownScale(const std::string& format, const aiScene& scene) {
     if (IsOneOf(format, {"gltf", "glb", "dae"})) {
         return unitsForOneMetre;
     }
-    double centimetres = 0.0;
+    float centimetres = 0.0f;
     if (format == "fbx" && scene.mMetaData != nullptr &&
-        scene.mMetaData->Get("UnitScaleFactor", centimetres) && centimetres > 0.0) {
-        return static_cast<float>(centimetres) * 0.01f * unitsForOneMetre;
+        scene.mMetaData->Get("UnitScaleFactor", centimetres) && centimetres > 0.0f) {
+        return centimetres * 0.01f * unitsForOneMetre;
     }
     return 0.0f;
 }

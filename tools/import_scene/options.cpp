@@ -95,6 +95,7 @@ std::vector<Option> Table(Options& options) {
          Into(options.merge)},
         {"piece", "N", "triangles of such a piece, at most. Default: 4000",
          Into(options.piece, 1, 10'000'000)},
+        {"images", "FOLDER", "where images are that the model's folder doesn't have", Into(options.images)},
         {"texture-size", "N", "longest side of a texture, a power of two up to 512. Default: 512",
          IntoSize(options.textureSize)},
         {nullptr, nullptr, "World", nullptr},

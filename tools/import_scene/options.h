@@ -17,6 +17,7 @@ struct Options {
     float turn = 0.0f;           ///< degrees about z, counter-clockwise as seen from above
     float crease = 50.0f;        ///< degrees; sharper edges of a model without normals stay hard
     bool oneSided = false;       ///< no back sides for two-sided materials
+    std::string images;          ///< a folder with images besides the model's own; empty: none
     int textureSize = 512;       ///< longest side of a texture
 
     bool merge = false;

@@ -105,7 +105,33 @@ std::size_t EditDistance(const std::string& a, const std::string& b) {
     return row[b.size()];
 }
 
+/// What exporters and the library write of their own accord.
+constexpr const char* foreignKeys[] = {"AspectH",
+                                       "AspectW",
+                                       "BackgroundMode",
+                                       "DefaultAttributeIndex",
+                                       "ForegroundTransparent",
+                                       "InheritType",
+                                       "IsInstance",
+                                       "MaxHandle",
+                                       "ResolutionMode",
+                                       "RotationActive",
+                                       "ScalingMax",
+                                       "ViewFrustum",
+                                       "author",
+                                       "currentUVSet",
+                                       "filmboxTypeID",
+                                       "lockInfluenceWeights",
+                                       "name"};
+
+bool IsForeign(const std::string& key) {
+    return std::ranges::find(foreignKeys, key) != std::end(foreignKeys) || key.starts_with("mr ");
+}
+
 void WarnOfUnknown(const std::string& key, const std::string& nodeName, Report& report) {
+    if (IsForeign(key)) {
+        return;
+    }
     std::string capitals = key.substr(0, 40);
     std::transform(capitals.begin(), capitals.end(), capitals.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });

@@ -31,22 +31,64 @@ fs::path EntryOf(const fs::path& folder, const std::string& name) {
     return {};
 }
 
-fs::path FindAlong(fs::path folder, const fs::path& relative) {
-    for (const fs::path& part : relative) {
-        if (part == "." || part.empty()) {
-            continue;
+bool IsFile(const fs::path& path) {
+    std::error_code error;
+    return !path.empty() && fs::is_regular_file(path, error);
+}
+
+/// The image under that name in a folder, or one that differs in its extension alone: converters often
+/// leave the old one in the model. Empty if there is none.
+fs::path ImageIn(const fs::path& folder, const fs::path& name) {
+    if (const fs::path found = EntryOf(folder, name.string()); IsFile(found)) {
+        return found;
+    }
+    for (const char* extension :
+         {".png", ".jpg", ".jpeg", ".tga", ".bmp", ".webp", ".tif", ".gif", ".rgb"}) {
+        // A name without an extension may have points in it.
+        for (const std::string& other : {name.string() + extension, name.stem().string() + extension}) {
+            if (const fs::path found = EntryOf(folder, other); IsFile(found)) {
+                return found;
+            }
         }
-        folder = part == ".." ? folder / part : EntryOf(folder, part.string());
+    }
+    return {};
+}
+
+/// The image at a path from the folder. What leads out of the folder isn't looked for.
+fs::path ImageAlong(fs::path folder, const fs::path& relative) {
+    const fs::path plain = relative.lexically_normal();
+    if (plain.is_absolute() || plain.empty() || *plain.begin() == "..") {
+        return {};
+    }
+    for (const fs::path& part : plain.parent_path()) {
+        folder = EntryOf(folder, part.string());
         if (folder.empty()) {
             return {};
         }
     }
-    return folder;
+    return ImageIn(folder, plain.filename());
 }
 
-bool IsFile(const fs::path& path) {
+/// The image at its path from the folder, or by its name alone there and in the folders within.
+fs::path ImageBelow(const fs::path& folder, const fs::path& wanted) {
+    if (const fs::path found = ImageAlong(folder, wanted); !found.empty()) {
+        return found;
+    }
+    if (wanted.filename().empty()) {
+        return {};
+    }
+    if (const fs::path found = ImageIn(folder, wanted.filename()); !found.empty()) {
+        return found;
+    }
     std::error_code error;
-    return !path.empty() && fs::is_regular_file(path, error);
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+        const fs::path found =
+            entry.is_directory(error) ? ImageIn(entry.path(), wanted.filename()) : fs::path();
+        if (!found.empty()) {
+            return found;
+        }
+    }
+    return {};
 }
 
 int HexDigit(char digit) {
@@ -74,38 +116,6 @@ std::string PlainPath(const std::string& path) {
 
 }  // namespace
 
-std::string FindBeside(const std::string& modelPath, const std::string& fileName) {
-    fs::path folder = fs::path(modelPath).parent_path();
-    if (folder.empty()) {
-        folder = ".";
-    }
-    const fs::path wanted = PlainPath(fileName);
-    for (const fs::path& candidate : {wanted, fs::path(fileName)}) {
-        const fs::path found = candidate.is_absolute() ? candidate : FindAlong(folder, candidate);
-        if (IsFile(found)) {
-            return found.string();
-        }
-    }
-    const std::string name = wanted.filename().string();
-    if (name.empty()) {
-        return {};
-    }
-    if (const fs::path found = EntryOf(folder, name); IsFile(found)) {
-        return found.string();
-    }
-    // Folders of images stand within the model's folder, or beside it.
-    std::error_code error;
-    for (const fs::path& place : {folder, folder / ".."}) {
-        for (const fs::directory_entry& entry : fs::directory_iterator(place, error)) {
-            const fs::path found = entry.is_directory(error) ? EntryOf(entry.path(), name) : fs::path();
-            if (IsFile(found)) {
-                return found.string();
-            }
-        }
-    }
-    return {};
-}
-
 engine::Image TextureList::Read(const std::string& path, std::string& name) const {
     if (const aiTexture* embedded = model.scene->GetEmbeddedTexture(path.c_str())) {
         const std::string ownName = embedded->mFilename.C_Str();
@@ -117,12 +127,18 @@ engine::Image TextureList::Read(const std::string& path, std::string& name) cons
         return ReadImagePixels(embedded->pcData, static_cast<int>(embedded->mWidth),
                                static_cast<int>(embedded->mHeight));
     }
-    const std::string found = FindBeside(model.path, path);
-    if (found.empty()) {
-        throw std::runtime_error("there is no such file beside the model");
+    const fs::path modelFolder = fs::path(model.path).parent_path();
+    for (const fs::path& folder :
+         {modelFolder.empty() ? fs::path(".") : modelFolder, fs::path(options.images)}) {
+        for (const fs::path& wanted : {fs::path(PlainPath(path)), fs::path(path)}) {
+            const fs::path found = folder.empty() ? fs::path() : ImageBelow(folder, wanted);
+            if (!found.empty()) {
+                name = found.stem().string();
+                return ReadImageFile(found.string());
+            }
+        }
     }
-    name = fs::path(found).stem().string();
-    return ReadImageFile(found);
+    throw std::runtime_error("there is no such file in the model's folder; --images names another one");
 }
 
 int TextureList::Add(const std::string& path, Wrap wrapX, Wrap wrapY, const std::string& material) {

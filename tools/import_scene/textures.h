@@ -30,7 +30,10 @@ public:
     TextureList(const Model& newModel, const Options& newOptions, std::string newPrefix, Report& newReport)
         : model(newModel), options(newOptions), prefix(std::move(newPrefix)), report(newReport) {}
 
-    /// @param path as the model has it: a file, or one of the images within the model
+    /// @param path as the model has it: a file, or one of the images within the model. Files are looked for
+    /// in the model's folder and in `Options::images` alone, as what is found goes into a world that may be
+    /// given away: at their path from there, and by their name there and in the folders within, without
+    /// regard to case
     /// @return the index of the texture; -1, with a warning, if the image can't be had
     int Add(const std::string& path, Wrap wrapX, Wrap wrapY, const std::string& material);
 
@@ -44,8 +47,3 @@ private:
     NameList names{150};
     std::map<std::string, int> known;
 };
-
-/// Looks for a file that a model names: at its path from the model's folder, without regard to upper and
-/// lower case, and by its name alone beside the model, in the folders there and in those beside the model's
-/// folder. Empty if it isn't there.
-std::string FindBeside(const std::string& modelPath, const std::string& fileName);
