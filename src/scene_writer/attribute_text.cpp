@@ -35,8 +35,9 @@ constexpr std::ptrdiff_t mostLights = 8;
 void DemandKeys(const std::string& subject, const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
         const std::size_t first = line.find_first_not_of(' ');
-        if (first == std::string::npos || line[first] != '*') {
-            Refuse(subject, "\"" + line + "\" is no key: keys begin with an asterisk");
+        const std::string key = first == std::string::npos ? "" : line.substr(first, 2);
+        if (key.size() < 2 || key[0] != '*' || key[1] < 'A' || key[1] > 'Z') {
+            Refuse(subject, "\"" + line + "\" is no key: keys begin with an asterisk and a capital letter");
         }
         if (line.find_first_of("{}") != std::string::npos) {
             Refuse(subject, "\"" + line + "\" holds a brace, which ends what is read");

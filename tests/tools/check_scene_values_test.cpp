@@ -28,23 +28,36 @@ struct Planted {
     Planted() { world.Add(engine::MakePlayer({0, {0, -20, 0}})); }
     /// A crate of side 4 with its lowest point at this place.
     /// @param centre above that point
-    void AddCrate(const std::string& name, Float3 place, float centre,
-                  const std::vector<std::string>& keys) {
+    void AddCrate(const std::string& name, Float3 place, float centre, const std::string& keys) {
         SceneObject crate = engine::MakeBox(name, place - Float3{2, 2, 0}, place + Float3{2, 2, 4});
         AddMarkers(crate, place + Float3{0, 0, centre});
-        // The writer would refuse some of these.
-        world.attributes += engine::AttributeBlock(name, keys);
+        world.attributes += name + " {\n" + keys + "\n}\n";
         world.objects.push_back(crate);
     }
+    SceneObject& Eyes() { return world.objects[0]; }
+    SceneObject& Body() { return world.objects[1]; }
     std::string Check() {
         world.Add(floor, {0, 0, 0}, floorKeys);
-        world.Write("data/world.bin", lights);
+        std::vector<std::string> lines;
+        for (const engine::SceneLight& light : lights) {
+            lines.push_back(engine::LightLine(light));
+        }
+        // The writer itself would refuse some of these.
+        engine::WriteBytes("data/world.bin", engine::SceneFileBytes(world.objects));
+        engine::WriteBytes("data/world.atr", world.attributes + engine::AttributeBlock("GLOBALS", lines));
         engine::WriteBytes("settings.atr", engine::SettingsText(settings));
         return RunCommand(CHECK_SCENE_PROGRAM " 2>&1").output;
     }
 };
 
-const std::vector<std::string> body{"*COLLIDER", "*PHYSICS 1 0.5 0.1"};
+/// Multiplies distances from the origin, markers' included.
+void Stretch(SceneObject& object, Float3 factors) {
+    for (Float3& vertex : object.vertices) {
+        vertex = vertex * factors;
+    }
+}
+
+const std::string body = "*COLLIDER *PHYSICS 1 0.5 0.1";
 
 engine::SceneLight LampAt(Float3 place, float brightness) {
     engine::SceneLight lamp;
@@ -66,12 +79,12 @@ const Plant plants[] = {
      },
      ""},
     {[](Planted& p) {
-         p.AddCrate("Crate", {10, 0, 9}, 5, {"*PHYSICS 1 0.5 0.1"});
+         p.AddCrate("Crate", {10, 0, 9}, 5, "*PHYSICS 1 0.5 0.1");
      },
      "has *PHYSICS and no *COLLIDER"},
     {[](Planted& p) { p.floorKeys = {"*PHYSICS 1 0.5 0.1"}; }, "\"Floor\" has *PHYSICS and no *COLLIDER"},
     {[](Planted& p) {
-         p.AddCrate("Crate", {10, 0, 9}, 5, {"*COLLIDER"});
+         p.AddCrate("Crate", {10, 0, 9}, 5, "*COLLIDER");
      },
      "has *COLLIDER and no *PHYSICS"},
     {[](Planted& p) {
@@ -106,11 +119,64 @@ const Plant plants[] = {
          p.lights[0].position = {20, 30, 12, 0};
      },
      "looks like a place"},
-    {[](Planted& p) { p.lights = {LampAt({0, 0, 900}, 1)}; }, "the lamp reaches nothing"},
     {[](Planted& p) {
          p.lights = {LampAt({0, 0, 900}, 1)};
      },
      "the lamp reaches nothing"},
+    {[](Planted& p) {
+         p.lights = {LampAt({0, 0, 900}, 1)};
+     },
+     "the lamp reaches nothing"},
+    {[](Planted& p) { std::swap(p.floor.faces[30].a, p.floor.faces[30].b); },
+     "1 triangle of it look to the other side than their neighbours, so that there are holes; the first is "
+     "triangle 30"},
+    {[](Planted& p) {
+         Paint(p.floor, {0, 0, 0});
+     },
+     "\"Floor\": all its colours are black"},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 9}, 5, "");
+         p.AddCrate("Twin", {10, 0, 9}, 5, "");
+     },
+     "\"Twin\" stands where object \"Crate\" stands"},
+    {[](Planted& p) {
+         Stretch(p.Body(), {10, 10, 1});
+     },
+     "and walks as a body of 4 x 4 x 10"},
+    {[](Planted& p) { p.Eyes().keyTracks[0][3].angle = 90; }, "angles are in radians"},
+    {[](Planted& p) { p.Eyes().keyTracks[0][3].translation.x = 2; }, "key track 0 ends 2 units"},
+    {[](Planted& p) { p.floorKeys = {"*GROUPMEMBER 0 *NOCOLLIDER *GROUPPARENT 1"}; },
+     "groups have one level"},
+    {[](Planted& p) {
+         p.AddCrate("One", {20, 0, 0}, 2, "*GROUPMEMBER 1 *GROUPPARENT 2 ");
+         p.AddCrate("Two", {30, 0, 0}, 2, "*GROUPMEMBER 2 *GROUPPARENT 1 ");
+     },
+     "lead each other"},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 9}, 5, "*COLLIDER PHYSICS 1 0 0");
+     },
+     "PHYSICS isn't read: an asterisk"},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 9}, 5, "* COLLIDER");
+     },
+     "COLLIDER isn't read: an asterisk"},
+    {[](Planted& p) { p.settings.push_back("*PLAYERKEYBOARDCONTROLS 0 37 39 33 34 27 40 188 190"); },
+     "the key code 27 is Escape"},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 9}, 5, "*COLLIDER *PHYSICS 9.81 0.5 0.1");
+     },
+     "the gravity is 9.81; sensible values are 0 to 3"},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 9}, 5, "*PLAYEROBJECT 0 " + body);
+     },
+     "*PLAYEROBJECT 0 stands in the block of object \"Body0\", too"},
+    {[](Planted& p) { std::swap(p.Eyes().vertices[0], p.Eyes().vertices[1]); },
+     "up and down are exchanged"},
+    {[](Planted& p) {
+         TurnAboutZ(p.Body(), {0, -20, 0}, 3.14f);
+     },
+     "player 0 walks backward"},
+    {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "most of the world isn't drawn"},
 };
 
 TEST(CheckSceneValues, FindsWhatCanNotBeMeant) {
@@ -124,6 +190,11 @@ TEST(CheckSceneValues, FindsWhatCanNotBeMeant) {
         EXPECT_NE(output.find(expected), std::string::npos) << number << "\n" << output;
         number++;
     }
+    Planted().Check();
+    engine::WriteBytes("data/world.bin", ReadWholeFile("data/world.bin") + std::string(12, 'x'));
+    EXPECT_NE(
+        RunCommand(CHECK_SCENE_PROGRAM " 2>&1").output.find("12 bytes stand after the last of 4 objects"),
+        std::string::npos);
 }
 
 }  // namespace

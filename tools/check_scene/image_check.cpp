@@ -102,6 +102,9 @@ std::string ImageFault(const KeptImage& image, bool& isError) {
     if (header[0] != 0) {
         return "carries an ID text behind its header, which shifts the pixels: save it without";
     }
+    if ((header[17] & 0x10) != 0) {
+        return "begins with its right column and is shown mirrored: save it from the left to the right";
+    }
     if ((header[17] & 0x20) != 0) {
         return "begins with its top row and is shown upside down: save it from the bottom up";
     }

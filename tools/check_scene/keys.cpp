@@ -74,7 +74,7 @@ std::vector<Key> MakeObjectKeys() {
         {"*PHYSICS",
          false,
          false,
-         {Real("gravity", -100, 100), Real("bounce", 0, 1), Real("friction", 0, 1)},
+         {Real("gravity", 0, 3), Real("bounce", 0, 1), Real("friction", 0, 1)},
          Repeat::LastWins},
         {"*CAMERAOBJECT", false, false, {player, vertex, vertex}, Repeat::LastWinsForItsNumber},
         {"*PLAYEROBJECT", false, false, {player}, Repeat::LastWinsForItsNumber},

@@ -107,6 +107,11 @@ void Judge(Findings& findings, World& world) {
     CheckPlayers(findings, world);
     CheckSpawnPoints(findings, world);
     CheckBodies(findings, world);
+    CheckSurfaces(findings, world);
+    CheckWords(findings, world);
+    CheckViews(findings, world);
+    CheckGroupLevels(findings, world);
+    CheckTrackValues(findings, world);
     CheckLights(findings, world);
     CheckLamps(findings, world);
     CheckGroups(findings, world);

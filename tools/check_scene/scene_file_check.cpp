@@ -45,6 +45,23 @@ void CheckScene(Findings& findings, const World& world, const SceneSource& sourc
     }
 }
 
+/// Bytes that no object accounts for: the count at the beginning is too small, or two files were joined.
+void CheckFileEnd(Findings& findings, const World& world, const SceneSource& source) {
+    const std::int32_t last = source.objectEnd - 1;
+    std::FILE* opened = OpenFile(source.path.c_str(), "rb");
+    if (last < source.firstObject || !world.Of(last).hasRecord || opened == nullptr) {
+        return;
+    }
+    const SceneFile file(opened);
+    const std::int64_t end = world.Of(last).head.endOffset;
+    if (file.BytesFrom(end) > 0) {
+        findings.Warn(source.AtByte(end),
+                      Counted(file.BytesFrom(end), "byte") + " stand after the last of " +
+                          Counted(source.objectEnd - source.firstObject, "object") +
+                          ", and aren't read: the count at the beginning may be too small");
+    }
+}
+
 /// Smallest and largest vertex index of the faces as the file has them.
 bool ReadIndexRange(const World& world, std::int32_t id, std::int32_t& least, std::int32_t& most) {
     std::FILE* opened = OpenFile(world.SourceOf(id).path.c_str(), "rb");
@@ -85,6 +102,7 @@ void CheckReports(Findings& findings, const World& world, std::int32_t id) {
 void CheckSceneFiles(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
         CheckScene(findings, world, source);
+        CheckFileEnd(findings, world, source);
     }
     for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
         CheckReports(findings, world, id);
