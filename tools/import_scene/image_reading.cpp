@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -26,6 +27,22 @@ using SurfacePointer = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 void CheckSize(std::int64_t width, std::int64_t height) {
     if (width < 1 || height < 1 || width * height > mostPixels) {
         throw std::runtime_error("its size is " + std::to_string(width) + " x " + std::to_string(height));
+    }
+}
+
+/// Asks for the size before the pixels take gigabytes, as far as the kind of image can be asked.
+void CheckHeader(const std::uint8_t* bytes, std::size_t size) {
+    int width = 0;
+    int height = 0;
+    int channels = 0;
+    if (stbi_info_from_memory(bytes, static_cast<int>(size), &width, &height, &channels) != 0) {
+        CheckSize(width, height);
+    } else if (size > 24 && std::memcmp(bytes, "\x89PNG", 4) == 0) {
+        // The library says nothing of the largest ones.
+        const auto number = [bytes](int at) {
+            return std::int64_t{bytes[at]} << 24 | bytes[at + 1] << 16 | bytes[at + 2] << 8 | bytes[at + 3];
+        };
+        CheckSize(number(16), number(20));
     }
 }
 
@@ -106,14 +123,7 @@ engine::Image ReadImageFile(const std::string& path) {
 engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format) {
     // A TGA image has no mark at its beginning, so nothing but its name tells it.
     const char* type = Lower(format).ends_with("tga") ? "TGA" : "";
-    int width = 0;
-    int height = 0;
-    int channels = 0;
-    // Before it takes gigabytes, as far as the kind of image can be asked.
-    if (stbi_info_from_memory(static_cast<const stbi_uc*>(bytes), static_cast<int>(size), &width, &height,
-                              &channels) != 0) {
-        CheckSize(width, height);
-    }
+    CheckHeader(static_cast<const std::uint8_t*>(bytes), size);
     return FromSurface(
         SurfacePointer(IMG_LoadTyped_RW(SDL_RWFromConstMem(bytes, static_cast<int>(size)), 1, type)));
 }
