@@ -1,10 +1,13 @@
+#include "loading/attribute_file.h"
+
 #include "fuzz_world.h"
 
 // The attribute file: blocks and all of their keys, on a scene of a few objects and players.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::string text(reinterpret_cast<const char*>(data), size);
+    std::string text(Characters(data, size));
     Defuse(text, ".rgb", ".tga");  // a missing image of that format ends the process
+    const MemoryFiles files({{"scene.atr", text}});
     FuzzWorld world;
     Scene& scene = *world.scene;
     scene.AddPlayers(2);
@@ -15,11 +18,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     scene.objects[3].ResizeVertices(0);
     scene.objects[3].ResizeFaces(0);
-    WriteFuzzFile("scene.atr", text.data(), text.size());
-    for (const char* name : names) {
-        scene.ReadObjectAttributes("scene.atr", name);
+    TextureIndex textures;
+    AttributeFile file("scene.atr", textures);
+    for (int i = 0; i < 4; i++) {
+        ApplyObjectAttributes(scene, file, i);
     }
-    scene.ReadGlobalAttributes("scene.atr");
+    ApplyGlobalAttributes(scene, file);
     scene.ReadObjectAttributes("scene.atr", "");
     scene.StepWorld();
     return 0;

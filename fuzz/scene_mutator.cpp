@@ -132,6 +132,6 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     }
     const std::string changed = JoinSceneInput(mutation.input);
     const std::size_t changedSize = std::min(changed.size(), maxSize);
-    std::memcpy(data, changed.data(), changedSize);
+    std::copy_n(changed.data(), changedSize, data);
     return changedSize;
 }

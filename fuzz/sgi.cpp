@@ -1,5 +1,7 @@
-#include "fuzz_world.h"
+#include <cstdint>
+
 #include "loading/sgi_image.h"
+#include "memory_files.h"
 
 // SGI images.
 
@@ -10,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             return -1;
         }
     }
-    WriteFuzzFile("image.rgb", reinterpret_cast<const char*>(data), size);
+    const MemoryFiles files({{"image.rgb", Characters(data, size)}});
     std::int32_t width = 0;
     std::int32_t height = 0;
     std::int32_t components = 0;

@@ -3,7 +3,7 @@
 // TGA images.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    WriteFuzzFile("image.tga", reinterpret_cast<const char*>(data), size);
+    const MemoryFiles files({{"image.tga", Characters(data, size)}});
     Texture texture;
     std::int32_t width = -1;
     std::int32_t height = -1;

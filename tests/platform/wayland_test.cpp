@@ -128,6 +128,7 @@ TEST_P(Xwayland, AModeIsTakenOnlyIfItIsGiven) {
 }  // namespace
 
 /// Asked by the leak check at the end. The libraries that SDL loads for Wayland leak, and are gone by then.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" int __lsan_is_turned_off() {
     return waylandWasUsed ? 1 : 0;
 }

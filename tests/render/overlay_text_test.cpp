@@ -19,7 +19,7 @@ struct OverlayTextTest : RenderTest {
         int count = 0;
         for (int y = bottom; y < bottom + height; y++) {
             for (int x = left; x < left + width; x++) {
-                count += Pixel(x, y) != colour;
+                count += Pixel(x, y) != colour ? 1 : 0;
             }
         }
         return count;

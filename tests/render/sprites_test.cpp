@@ -36,6 +36,7 @@ TEST_F(SpritesTest, ManySpritesKeepTheOrderOfAPlainSearch) {
                   -1);
     }
     std::vector<float> distances;
+    distances.reserve(scene.spriteCount);
     for (int i = 0; i < scene.spriteCount; i++) {
         distances.push_back(Vector(0, -eyeDistance, 0).Distance(scene.sprites[i].position));
     }

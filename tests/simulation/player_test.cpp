@@ -39,7 +39,7 @@ struct PlayerWorld {
         scene.StepWorld();
     }
     void Mouse(Vector delta, bool left, bool middle, bool right) {
-        const std::uint8_t buttons[3] = {left, middle, right};
+        const std::uint8_t buttons[3] = {std::uint8_t{left}, std::uint8_t{middle}, std::uint8_t{right}};
         control.ControlByMouse(scene, 0, delta, buttons);
     }
     void Joystick(Vector delta, DWORD buttons) {

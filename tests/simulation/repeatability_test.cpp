@@ -72,7 +72,7 @@ Outcome Play(int frames) {
     for (int frame = 0; frame < frames; frame++) {
         if (frame % 20 == 0) {
             for (const std::uint8_t key : scene.players[0].keys) {
-                keys[key] = random.Chance(3);
+                keys[key] = random.Chance(3) ? 1 : 0;
             }
             joystick.dwButtons = random.generator() % 4;
             turn = random.RandomVector(0.1f);
