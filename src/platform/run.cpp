@@ -46,6 +46,7 @@ std::string ReadFile(const std::string& path) {
 
 std::vector<RunFile> ChecksumFiles() {
     std::vector<RunFile> files;
+    files.reserve(filesRead.size());
     for (const std::string& name : filesRead) {
         files.push_back({name, ChecksumOf(ReadFile(name))});
     }

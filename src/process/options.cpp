@@ -135,8 +135,9 @@ Arguments ReadArguments(const Program& program, int count, char** arguments) {
         const std::string value = optarg == nullptr ? "" : optarg;
         const std::string takes = given.store(value);
         if (!takes.empty()) {
-            const std::string name = std::string("--") + given.name;
-            return {{}, RefuseArguments(program, name + " " + takes + ", not " + value)};
+            std::string refusal = "--";
+            refusal.append(given.name).append(" ").append(takes).append(", not ").append(value);
+            return {{}, RefuseArguments(program, refusal)};
         }
     }
     return {{arguments + optind, arguments + count}, -1};

@@ -98,6 +98,7 @@ void SceneParts::Write(const std::string& path, const std::vector<SceneLight>& l
         Refuse(path, "a scene file's name ends in .bin");
     }
     std::vector<std::string> lines;
+    lines.reserve(lights.size());
     for (const SceneLight& light : lights) {
         lines.push_back(LightLine(light));
     }
