@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -235,7 +236,7 @@ GlobalSettings: {
 Objects: {
     Geometry: 1, "Geometry::Wall", "Mesh" {
         Vertices: *9 {
-            a: 0,0,0,1000,0,0,0,0,300
+            a: 0,0,0,1000,0,0,0,0,3
         }
         PolygonVertexIndex: *3 {
             a: 0,1,-3
@@ -259,9 +260,58 @@ Connections: {
     world.Import("wall.fbx");
     const Corner far = TrianglesOf(world.Get("Wall"))[0][1];
     EXPECT_NEAR(far[0], 55.0f, 1e-3f) << "1000 of its centimetres";
+    WriteWholeFile("tiny.fbx", std::regex_replace(ReadWholeFile("wall.fbx"), std::regex("1000,"), "2,"));
+    const CommandResult tiny = RunImport("tiny.fbx data/tiny");
+    EXPECT_NE(tiny.output.find("--scale"), std::string::npos)
+        << "2 centimetres are made larger, and it says so";
     EXPECT_GT(far[3], 0.5f) << "not black";
     EXPECT_EQ(world.output.find("DefaultAttributeIndex"), std::string::npos) << world.output;
     EXPECT_NE(world.output.find("COLIDER"), std::string::npos) << "the author's own";
+}
+
+/// A box as an OBJ with y up, from the origin on, its faces outward or inward.
+std::string BoxModel(float width, float height, bool inward) {
+    std::string text;
+    for (int corner = 0; corner < 8; corner++) {
+        const auto number = [&](int bit, float size) {
+            return " " + std::to_string((corner >> bit & 1) != 0 ? size : 0.0f);
+        };
+        text += "v" + number(0, width) + number(1, height) + number(2, width) + "\n";
+    }
+    for (const std::array<int, 4>& face :
+         {std::array{1, 3, 4, 2}, std::array{5, 6, 8, 7}, std::array{1, 2, 6, 5}, std::array{3, 7, 8, 4},
+          std::array{1, 5, 7, 3}, std::array{2, 4, 8, 6}}) {
+        text += "f";
+        for (int i = 0; i < 4; i++) {
+            text += " " + std::to_string(face[inward ? 3 - i : i]);
+        }
+        text += "\n";
+    }
+    return text;
+}
+
+TEST(ImportScene, APlayerBeginsInRoomsOnGroundAndInFrontOfThings) {
+    const auto start = [](const std::string& model, bool& hasFloor) {
+        ImportedScene world;
+        WriteWholeFile("model.obj", model);
+        world.Import("model.obj");
+        hasFloor = world.scene.FindObject("LaidFloor") != -1;
+        const Object& body = world.Get("PlayerBody");
+        return VertexOf(body, body.centreVertex);
+    };
+    bool hasFloor = true;
+    const Vector inRoom = start(BoxModel(60, 30, true), hasFloor);
+    EXPECT_NEAR(inRoom.x, 30, 1e-3f);
+    EXPECT_NEAR(inRoom.y, -30, 1e-3f);
+    EXPECT_NEAR(inRoom.z, 5.1f, 0.01f) << "on the room's own floor";
+    EXPECT_FALSE(hasFloor);
+    const Vector onGround = start(BoxModel(400, 2, false), hasFloor);
+    EXPECT_NEAR(onGround.x, 200, 1e-3f);
+    EXPECT_NEAR(onGround.z, 7.1f, 0.01f) << "on the ground's upper side";
+    EXPECT_FALSE(hasFloor);
+    const Vector inFront = start(BoxModel(60, 30, false), hasFloor);
+    EXPECT_LT(inFront.y, -60) << "outside of the box";
+    EXPECT_TRUE(hasFloor);
 }
 
 TEST(ImportScene, ImagesComeFromTheModelsFolderOrOneThatIsNamed) {

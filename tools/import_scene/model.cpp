@@ -111,20 +111,23 @@ float LongestSide(const Model& model) {
     return low.x > high.x ? 0.0f : std::max({high.x - low.x, high.y - low.y, high.z - low.z});
 }
 
+/// Units count for worlds. A lone thing of another size than a person can look at is brought to one that he
+/// can, and so is a model without units.
 float ChooseScale(const Model& model, const Options& options, Report& report) {
     if (options.scale) {
         return *options.scale;
     }
-    if (const float known = KnownScale(model.format, *model.scene); known != 0.0f) {
-        return known;
+    const float known = KnownScale(model.format, *model.scene);
+    const float trueScale = known != 0.0f ? known : 1.0f;
+    const float side = LongestSide(model) * trueScale;
+    const bool isTooLarge = known == 0.0f && side > largestModel;
+    const bool isTooSmall = side < smallestModel && model.scene->mNumCameras == 0;
+    if (side == 0.0f || (!isTooLarge && !isTooSmall)) {
+        return trueScale;
     }
-    const float side = LongestSide(model);
-    if (side == 0.0f || (side >= smallestModel && side <= largestModel)) {
-        return 1.0f;
-    }
-    const float scale = usualModel / side;
-    report.Note("its longest side is " + std::to_string(side) + " long: taken with --scale " +
-                std::to_string(scale));
+    const float scale = trueScale * usualModel / side;
+    report.Note("its longest side is " + std::to_string(side) + " units long: taken with --scale " +
+                std::to_string(scale) + "; " + std::to_string(trueScale) + " leaves it as it is");
     return scale;
 }
 

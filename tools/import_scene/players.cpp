@@ -4,88 +4,23 @@
 #include <cmath>
 #include <numbers>
 
+#include "import_scene/standpoint.h"
 #include "scene_writer/player_parts.h"
 #include "scene_writer/shapes.h"
 
 namespace {
 
-/// A little more, so that the body doesn't begin in the floor.
-constexpr float standing = engine::standingHeight + 0.05f;
-constexpr float eyeAboveCentre = 3.0f;
 /// A camera that is moved up or down by more than this looks at its subject anew.
 constexpr float smallMove = 3.0f;
 /// Highest z of a view's direction: the engine's up is z, and its settings limit the head.
 constexpr float steepest = 0.85f;
 constexpr float floorCell = 8.0f;
+/// What is laid around a model: far from the origin places become coarse.
+constexpr float widestMargin = 1000.0f;
 constexpr int mostFloorCells = 48;
 /// Half the vertical field of view, and of what a window of four to three shows across.
 constexpr float tangentUp = 0.577f;
 constexpr float tangentAcross = 0.77f;
-
-aiVector3D At(const engine::SceneObject& mesh, std::int32_t vertex) {
-    const engine::Float3& place = mesh.vertices[vertex];
-    return {place.x, place.y, place.z};
-}
-
-/// The height of a triangle above a point of the ground, if it is above it and seen from above.
-std::optional<float> HeightOver(const engine::SceneObject& mesh, const engine::Int3& face, float x,
-                                float y) {
-    const aiVector3D a = At(mesh, face.a);
-    const aiVector3D b = At(mesh, face.b);
-    const aiVector3D c = At(mesh, face.c);
-    const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-    if (!(area > 0.0f)) {
-        return {};
-    }
-    const float shareB = ((x - a.x) * (c.y - a.y) - (y - a.y) * (c.x - a.x)) / area;
-    const float shareC = ((b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x)) / area;
-    if (shareB < 0.0f || shareC < 0.0f || shareB + shareC > 1.0f) {
-        return {};
-    }
-    return a.z + shareB * (b.z - a.z) + shareC * (c.z - a.z);
-}
-
-/// The highest floor below a point.
-std::optional<float> FloorBelow(const std::vector<WorldObject>& objects, const aiVector3D& point) {
-    std::optional<float> highest;
-    for (const WorldObject& object : objects) {
-        if (!object.IsSolid()) {
-            continue;
-        }
-        for (const engine::Int3& face : object.mesh.faces) {
-            const std::optional<float> height = HeightOver(object.mesh, face, point.x, point.y);
-            if (height && *height <= point.z && (!highest || *height > *highest)) {
-                highest = height;
-            }
-        }
-    }
-    return highest;
-}
-
-/// Distance to the first triangle that a ray from a point meets, from either side; or none.
-std::optional<float> DistanceAlong(const std::vector<WorldObject>& objects, const aiVector3D& from,
-                                   const aiVector3D& direction) {
-    std::optional<float> nearest;
-    for (const WorldObject& object : objects) {
-        for (const engine::Int3& face : object.mesh.faces) {
-            const aiVector3D a = At(object.mesh, face.a);
-            const aiVector3D ab = At(object.mesh, face.b) - a;
-            const aiVector3D ac = At(object.mesh, face.c) - a;
-            const aiVector3D across = direction ^ ac;
-            const float determinant = ab * across;
-            const aiVector3D offset = from - a;
-            const aiVector3D other = offset ^ ab;
-            const float u = (offset * across) / determinant;
-            const float v = (direction * other) / determinant;
-            const float distance = (ac * other) / determinant;
-            if (u >= 0.0f && v >= 0.0f && u + v <= 1.0f && distance > 0.0f &&
-                (!nearest || distance < *nearest)) {
-                nearest = distance;
-            }
-        }
-    }
-    return nearest;
-}
 
 /// Points the camera from an eye along a direction, as steep as a head may be, and upright.
 void PointCamera(WorldObject& camera, const aiVector3D& eye, aiVector3D direction) {
@@ -106,7 +41,8 @@ void PointCamera(WorldObject& camera, const aiVector3D& eye, aiVector3D directio
 
 /// A grey floor under everything, cut up so that lamps show on it.
 WorldObject MakeFloor(const Bounds& around, float height) {
-    const float side = 2.0f * std::max(around.Size().x, around.Size().y) + 40.0f;
+    const float longest = std::max(around.Size().x, around.Size().y);
+    const float side = longest + std::min(longest, widestMargin) + 40.0f;
     const int cells = std::clamp(static_cast<int>(side / floorCell), 4, mostFloorCells);
     const aiVector3D middle = around.Middle();
     WorldObject floor;
@@ -206,8 +142,21 @@ struct PlayerMaker {
         }
     }
 
-    /// From outside, with the whole model in view.
-    int AddCameraInFront() {
+    /// In the model if that is a place to be in, else from outside, with the whole of it in view.
+    int AddFirstCamera() {
+        WorldObject camera;
+        camera.name = "PlayerCamera";
+        camera.isCamera = true;
+        if (const std::optional<Standpoint> inside = FindStandpoint(objects)) {
+            PointCamera(camera, inside->eye, inside->direction);
+        } else {
+            PointInFront(camera);
+        }
+        objects.push_back(std::move(camera));
+        return static_cast<int>(objects.size()) - 1;
+    }
+
+    void PointInFront(WorldObject& camera) const {
         Bounds bounds = BoundsOf(objects);
         if (bounds.IsEmpty()) {
             bounds.Add({});
@@ -218,12 +167,7 @@ struct PlayerMaker {
             4.0f;
         const aiVector3D middle = bounds.Middle();
         const aiVector3D eye(middle.x, bounds.low.y - distance, bounds.low.z + standing + eyeAboveCentre);
-        WorldObject camera;
-        camera.name = "PlayerCamera";
-        camera.isCamera = true;
         PointCamera(camera, eye, middle - eye);
-        objects.push_back(std::move(camera));
-        return static_cast<int>(objects.size()) - 1;
     }
 
     /// Under the whole model, and under the point.
@@ -257,6 +201,14 @@ struct PlayerMaker {
         objects.push_back(std::move(start));
     }
 
+    /// Whether a walker's body below this eye is in nothing solid.
+    bool HasRoom(aiVector3D eye) const {
+        if (const std::optional<float> floor = FloorBelow(objects, eye)) {
+            eye.z = *floor + standing + eyeAboveCentre;
+        }
+        return IsFree(objects, eye);
+    }
+
     /// The body of a walker, with its eyes at the camera or, if there is a floor, where eyes are above it.
     void AddBody(int camera) {
         const aiVector3D eye = objects[camera].pose.origin;
@@ -272,7 +224,7 @@ struct PlayerMaker {
             const Bounds bounds = BoundsOf(objects);
             const float toMiddle = (bounds.Middle() - eye) * direction;
             const float distance =
-                DistanceAlong(objects, eye, direction).value_or(std::max(toMiddle, 10.0f));
+                FirstHit(objects, eye, direction).value_or(Hit{std::max(toMiddle, 10.0f)}).distance;
             newDirection = eye + direction * distance - newEye;
         }
         PointCamera(objects[camera], newEye, newDirection);
@@ -339,8 +291,14 @@ void AddPlayers(const Model& model, std::vector<WorldObject>& objects, GroupIds&
             maker.Find([](const WorldObject& object) { return object.properties.cameraObject == 0; });
         if (camera == -1 || !objects[camera].isCamera) {
             camera = maker.ChooseCamera();
+            if (camera != -1 && options.player.empty() && !maker.HasRoom(objects[camera].pose.origin)) {
+                report.Note(
+                    "the model's camera " + objects[camera].name +
+                    " is in something solid, or too near to it: another one is made (--player NAME)");
+                camera = -1;
+            }
         }
-        maker.AddBody(camera == -1 ? maker.AddCameraInFront() : camera);
+        maker.AddBody(camera == -1 ? maker.AddFirstCamera() : camera);
     }
 }
 
