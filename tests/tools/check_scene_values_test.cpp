@@ -197,4 +197,21 @@ TEST(CheckSceneValues, FindsWhatCanNotBeMeant) {
         std::string::npos);
 }
 
+TEST(CheckSceneValues, DrawsAPlanWithMarks) {
+    const TemporaryFolder folder;
+    Planted planted;
+    planted.AddCrate("Crate", {10, 0, 9}, 5, "*PHYSICS 1 0.5 0.1");
+    planted.Check();
+    const std::string output = RunCommand(CHECK_SCENE_PROGRAM " --picture plan.png").output;
+    EXPECT_NE(output.find("no *COLLIDER"), std::string::npos);
+    EXPECT_NE(output.find(" [1]\n"), std::string::npos) << output;
+    // 120 units are 1000 pixels within a margin of 30: the mark stands at 30 + 70 * 8.33 and 30 + 60
+    // * 8.33.
+    const auto pixel = [](const std::string& place) {
+        return RunCommand("pngtopnm plan.png | pamcut " + place + " 1 1 | tail -c 3").output;
+    };
+    EXPECT_EQ(pixel("607 530"), "\xC8\x14\x14");
+    EXPECT_EQ(pixel("300 300"), "\xFF\xFF\xFF") << "the floor is white";
+}
+
 }  // namespace

@@ -52,7 +52,8 @@ int Findings::ErrorCount() const {
     return static_cast<int>(std::ranges::count_if(list, &Finding::isError));
 }
 
-void PrintFindings(std::ostream& out, const Findings& findings) {
+void PrintFindings(std::ostream& out, const Findings& findings, bool isNumbered) {
+    int number = 0;
     for (const Finding& finding : findings.list) {
         const Place& place = finding.place;
         out << place.file << ':';
@@ -62,6 +63,10 @@ void PrintFindings(std::ostream& out, const Findings& findings) {
         out << ' ' << Severity(finding) << ": " << finding.text;
         if (place.byte >= 0) {
             out << " (at byte " << place.byte << ')';
+        }
+        number++;
+        if (isNumbered) {
+            out << " [" << number << ']';
         }
         out << '\n';
     }

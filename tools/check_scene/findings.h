@@ -33,7 +33,8 @@ struct Findings {
 };
 
 /// One line for each finding, as compilers write them.
-void PrintFindings(std::ostream& out, const Findings& findings);
+/// @param isNumbered whether the number of its mark in a plan stands at the end, from 1
+void PrintFindings(std::ostream& out, const Findings& findings, bool isNumbered = false);
 /// One JSON array of objects with "file", "line", "byte", "severity" and "text"; line and byte only where
 /// there is one.
 void PrintFindingsAsJson(std::ostream& out, const Findings& findings);

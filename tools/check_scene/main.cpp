@@ -5,9 +5,11 @@
 
 #include "check_scene/checks.h"
 #include "check_scene/obj_export.h"
+#include "check_scene/plan.h"
 #include "check_scene/report.h"
 #include "check_scene/world.h"
 #include "process/options.h"
+#include "process/save_file.h"
 
 // Tells an author what is wrong with a world, before the world runs.
 
@@ -30,6 +32,7 @@ Examples:
   check_scene demo/single          that of another one
   check_scene --list demo/single   what is in it
   check_scene --obj out.obj .      its geometry
+  check_scene --picture plan.png . a plan of it
 )";
 
 constexpr int clean = 0;
@@ -39,6 +42,7 @@ struct Options {
     bool list = false;
     bool json = false;
     std::string obj;
+    std::string picture;
     std::string world = ".";
 };
 
@@ -53,6 +57,8 @@ int ReadOptions(Options& options, int count, char** arguments) {
          {"obj", "OUT.obj",
           "write the geometry for other programs, with OUT.mtl and the textures as PNG beside it",
           Into(options.obj)},
+         {"picture", "FILE.png", "draw a plan of the world from above, with the findings as numbered marks",
+          Into(options.picture)},
          {"json", nullptr, "print the findings as JSON, for editors", Into(options.json)}},
         afterOptions};
     const Arguments rest = ReadArguments(program, count, arguments);
@@ -121,6 +127,8 @@ void Judge(Findings& findings, World& world) {
 
 int Run(const Options& options) {
     const std::string obj = options.obj.empty() ? "" : std::filesystem::absolute(options.obj).string();
+    const std::string picture =
+        options.picture.empty() ? "" : std::filesystem::absolute(options.picture).string();
     World world;
     const std::string settings = Enter(options.world, world);
     if (!world.ReadSettings(settings)) {
@@ -140,10 +148,15 @@ int Run(const Options& options) {
             return wrongUsage;
         }
     }
+    const std::string failed = picture.empty() ? "" : SaveFile(picture, DrawPlan(world, findings));
+    if (!failed.empty()) {
+        std::cerr << picture << ": error: can't be written: " << failed << "\n";
+        return wrongUsage;
+    }
     if (options.json) {
         PrintFindingsAsJson(std::cout, findings);
     } else {
-        PrintFindings(std::cout, findings);
+        PrintFindings(std::cout, findings, !picture.empty());
         PrintCost(std::cout, world);
         const int errors = findings.ErrorCount();
         std::cout << Counted(errors, "error") << ", "
