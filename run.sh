@@ -54,7 +54,7 @@ model)
     cmake --preset release >/dev/null
     Build release engine import_scene
     folder=$project/build/models/$name
-    build/release/tools/import_scene "$model" "$folder/data/world" --settings "$@"
+    build/release/tools/import_scene "$model" "$folder/data/world" --settings --force "$@"
     [ "$world" != blender ] || cat demo/blender/controls.txt
     ;;
 esac

@@ -349,6 +349,29 @@ TEST(ImportScene, ImagesComeFromTheModelsFolderOrOneThatIsNamed) {
     EXPECT_EQ(textures("--images art"), (std::vector<bool>{true, true, false, false}));
 }
 
+TEST(ImportScene, WhatWasChangedByHandIsKept) {
+    const TemporaryFolder folder;
+    const auto import = [](const std::string& model, const std::string& options) {
+        WriteWholeFile("model.obj", model + "f 1 2 3\n");
+        return RunImport("model.obj data/world " + options).exitCode;
+    };
+    const std::string first = "v 0 0 0\nv 9 0 0\nv 0 9 0\n";
+    const std::string second = "v 0 0 0\nv 8 0 0\nv 0 9 0\n";
+    ASSERT_EQ(import(first, "--settings"), 0);
+    EXPECT_EQ(import(second, "--settings"), 0);  // all is as it was written
+    const std::string scene = ReadWholeFile("data/world.bin");
+    WriteWholeFile("settings.atr", "mine");
+    EXPECT_EQ(import(first, "--settings"), 1);
+    EXPECT_EQ(ReadWholeFile("data/world.bin"), scene);
+    EXPECT_EQ(ReadWholeFile("settings.atr"), "mine");
+    EXPECT_EQ(import(first, ""), 0);  // leaves the settings alone
+    EXPECT_NE(ReadWholeFile("data/world.bin"), scene);
+    EXPECT_EQ(import(second, "--settings --force"), 0);
+    EXPECT_EQ(ReadWholeFile("data/world.bin"), scene);
+    EXPECT_NE(ReadWholeFile("settings.atr"), "mine");
+    EXPECT_EQ(import(first, "--settings"), 0);
+}
+
 TEST(ImportScene, MergedSceneryKeepsItsTrianglesInSmallPieces) {
     const auto count = [](const Scene& scene, int& most) {
         int triangles = 0;

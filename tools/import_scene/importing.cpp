@@ -193,7 +193,7 @@ void ImportModel(const Options& options) {
     if (options.settings) {
         files.push_back({target.settingsPath, settings});
     }
-    WriteAll(files);
+    WriteWorld(std::move(files), target.folderOfFiles + "imported.txt", options.force);
 }
 
 }  // namespace

@@ -117,6 +117,8 @@ std::vector<Option> Table(Options& options) {
          "--settings with this line in place of the importer's own, as \"RESOLUTION 1280 720 32\"; may be "
          "repeated",
          IntoSettings(options)},
+        {"force", nullptr, "writes over files that were changed by hand, or that it hasn't written itself",
+         Into(options.force)},
         {"dry-run", nullptr, "reads and reports, and writes nothing", Into(options.dryRun)},
     };
 }

@@ -34,6 +34,7 @@ struct Options {
     std::vector<std::string> settingLines;  ///< as in settings.atr, in place of those of the same subject
     int windowWidth = 800;                  ///< pixels
     int windowHeight = 600;
+    bool force = false;  ///< write over what was changed by hand
     bool dryRun = false;
 
     bool IsForTexture() const { return output.ends_with(".tga") || output.ends_with(".rgb"); }
