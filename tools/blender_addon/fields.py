@@ -74,8 +74,6 @@ def put(owner, key, value):
         owner.pop(key, None)
     else:
         owner[key] = value
-    if isinstance(owner, bpy.types.ID):
-        owner.update_tag()
 
 
 def role_of(thing):

@@ -3,7 +3,7 @@
 import os
 
 import bpy
-from bpy.props import EnumProperty, IntProperty, StringProperty
+from bpy.props import BoolProperty, EnumProperty, IntProperty, StringProperty
 
 from . import fields, findings, programs
 
@@ -12,16 +12,6 @@ keymaps = []
 
 def played_folder():
     return os.path.join(bpy.app.tempdir, "engine_world")
-
-
-def attempt(operator, work):
-    """Does the work, and tells the user if it fails."""
-    try:
-        work()
-    except programs.Failure as failure:
-        operator.report({"ERROR"}, str(failure))
-        return {"CANCELLED"}
-    return {"FINISHED"}
 
 
 def tell_early_end():
@@ -34,63 +24,67 @@ def tell_early_end():
     return 2.0 if programs.is_running() else None
 
 
-class ENGINE_OT_play(bpy.types.Operator):
+class Attempt:
+    """Does the work, and tells the user if it fails."""
+
+    def execute(self, context):
+        try:
+            self.work(context)
+        except programs.Failure as failure:
+            self.report({"ERROR"}, str(failure))
+            return {"CANCELLED"}
+        return {"FINISHED"}
+
+
+class ENGINE_OT_play(Attempt, bpy.types.Operator):
     """Export the scene and walk through it. While the engine's window is open, show it the scene as it is now"""
     bl_idname = "engine.play"
     bl_label = "Play"
 
-    def execute(self, context):
-        def work():
-            findings.replace_by(programs.export_world(context.scene, played_folder()))
-            programs.play(played_folder())
-            if not bpy.app.timers.is_registered(tell_early_end):
-                bpy.app.timers.register(tell_early_end, first_interval=2.0)
-        return attempt(self, work)
+    def work(self, context):
+        findings.replace_by(programs.export_world(context.scene, played_folder()))
+        programs.play(played_folder())
+        if not bpy.app.timers.is_registered(tell_early_end):
+            bpy.app.timers.register(tell_early_end, first_interval=2.0)
 
 
-class ENGINE_OT_stop(bpy.types.Operator):
+class ENGINE_OT_stop(Attempt, bpy.types.Operator):
     """Close the engine's window"""
     bl_idname = "engine.stop"
     bl_label = "Stop"
 
-    def execute(self, _context):
+    def work(self, _context):
         programs.stop()
-        return {"FINISHED"}
 
 
-class ENGINE_OT_check(bpy.types.Operator):
+class ENGINE_OT_check(Attempt, bpy.types.Operator):
     """List what is wrong with the scene as a world"""
     bl_idname = "engine.check"
     bl_label = "Check"
 
-    def execute(self, context):
-        def work():
-            folder = os.path.join(bpy.app.tempdir, "engine_check")
-            findings.replace_by(programs.export_world(context.scene, folder))
-            findings.check(folder)
-            count = len(context.window_manager.engine_findings)
-            self.report({"INFO"}, f"{count} finding{'' if count == 1 else 's'}")
-        return attempt(self, work)
+    def work(self, context):
+        folder = os.path.join(bpy.app.tempdir, "engine_check")
+        findings.replace_by(programs.export_world(context.scene, folder))
+        findings.check(folder)
+        count = len(context.window_manager.engine_findings)
+        self.report({"INFO"}, f"{count} finding{'' if count == 1 else 's'}")
 
 
-class ENGINE_OT_export_world(bpy.types.Operator):
+class ENGINE_OT_export_world(Attempt, bpy.types.Operator):
     """Write the scene as a world into a folder: settings.atr, and the scene with its textures in data"""
     bl_idname = "engine.export_world"
     bl_label = "Export world"
     directory: StringProperty(subtype="DIR_PATH", description="Folder of the world")
-    filter_folder: bpy.props.BoolProperty(default=True, options={"HIDDEN"})
+    filter_folder: BoolProperty(default=True, options={"HIDDEN"})
 
     def invoke(self, context, _event):
         context.window_manager.fileselect_add(self)
         return {"RUNNING_MODAL"}
 
-    def execute(self, context):
+    def work(self, context):
         folder = os.path.abspath(bpy.path.abspath(self.directory))
-
-        def work():
-            findings.replace_by(programs.export_world(context.scene, folder))
-            self.report({"INFO"}, f"The world is in {folder}")
-        return attempt(self, work)
+        findings.replace_by(programs.export_world(context.scene, folder))
+        self.report({"INFO"}, f"The world is in {folder}")
 
 
 class PlayerChoice:
@@ -122,11 +116,11 @@ class ENGINE_OT_set_keys(PlayerChoice, bpy.types.Operator):
 
 CLASSES = (ENGINE_OT_play, ENGINE_OT_stop, ENGINE_OT_check, ENGINE_OT_export_world, ENGINE_OT_set_device,
            ENGINE_OT_set_keys)
+register_classes, unregister_classes = bpy.utils.register_classes_factory(CLASSES)
 
 
 def register():
-    for shown in CLASSES:
-        bpy.utils.register_class(shown)
+    register_classes()
     keys = bpy.context.window_manager.keyconfigs.addon
     if keys:  # there are none without a display
         keymap = keys.keymaps.new(name="3D View", space_type="VIEW_3D")
@@ -139,5 +133,4 @@ def unregister():
     keymaps.clear()
     if bpy.app.timers.is_registered(tell_early_end):
         bpy.app.timers.unregister(tell_early_end)
-    for shown in reversed(CLASSES):
-        bpy.utils.unregister_class(shown)
+    unregister_classes()

@@ -55,7 +55,7 @@ class ENGINE_PT_world(EnginePanel, bpy.types.Panel):
         if 0 <= manager.engine_finding_index < len(manager.engine_findings):
             column = layout.column(align=True)
             column.scale_y = 0.7
-            letters = max(20, int(context.region.width / (7 * context.preferences.system.ui_scale)))
+            letters = max(20, int(context.region.width / (9 * context.preferences.system.ui_scale)))
             for line in textwrap.wrap(manager.engine_findings[manager.engine_finding_index].text, letters):
                 column.label(text=line)
 
@@ -120,13 +120,4 @@ class ENGINE_PT_settings(EnginePanel, bpy.types.Panel):
 
 
 CLASSES = (EnginePreferences, ENGINE_UL_findings, ENGINE_PT_world, ENGINE_PT_object, ENGINE_PT_settings)
-
-
-def register():
-    for shown in CLASSES:
-        bpy.utils.register_class(shown)
-
-
-def unregister():
-    for shown in reversed(CLASSES):
-        bpy.utils.unregister_class(shown)
+register, unregister = bpy.utils.register_classes_factory(CLASSES)
