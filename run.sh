@@ -5,10 +5,17 @@
 #   ./run.sh blender             a world made in Blender
 #   ./run.sh MODEL [OPTION...]   a model, made a world by import_scene with these options
 #   ./run.sh FOLDER              a folder with a settings.atr
+# With --watch as the last argument the world is taken in anew whenever something of it changes, its model or its
+# make.sh's sources included, and the play goes on where everything stands then.
 # Without a display it runs on a virtual one for some frames and leaves a screenshot.
 set -eu
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
+watch=""
+if [ "${*: -1}" = --watch ]; then
+    watch=--watch
+    set -- "${@:1:$#-1}"
+fi
 world=${1:-single}
 [ $# -eq 0 ] || shift
 name=${world%/}
@@ -31,6 +38,28 @@ else
     exit 2
 fi
 
+# Make: makes the world that is to be played, of its model or by its make.sh; nothing else has to be made.
+Make() {
+    case $kind in
+    folder) [ ! -x "$folder/make.sh" ] || ENGINE_BUILD=$project/build/release "$folder/make.sh" ;;
+    model) "$project/build/release/tools/import_scene" "$model" "$folder/data/world" --settings --force "$@" ;;
+    esac
+}
+# KeepMaking ARGUMENT...: makes it again each time when a source has changed; what goes wrong then is told, and the
+# old world stays.
+KeepMaking() {
+    local sources=$folder stamp
+    [ "$kind" != model ] || sources=$(dirname "$model")
+    stamp=$(mktemp)
+    while sleep 0.3; do
+        [ -n "$(find "$sources" -maxdepth 1 -type f ! -name defaultlog.txt ! -name "*.atr" -newer "$stamp" 2>/dev/null)" ] ||
+            continue
+        touch "$stamp"
+        sleep 0.2  # for who writes in several steps
+        (Make "$@") || echo "run.sh: the world stays as it was" >&2
+    done
+}
+
 cd "$project"
 . scripts/packages.sh
 packages=$run_packages
@@ -46,18 +75,18 @@ demo)
 folder)
     Configure release
     Build release engine scene_writer $([ ! -f "$folder/world.glb" ] || echo import_scene)
-    # Worlds of new_world.sh are made anew each time.
-    [ ! -x "$folder/make.sh" ] || ENGINE_BUILD=$project/build/release "$folder/make.sh"
+    Make  # those of new_world.sh, anew each time
     ;;
 model)
     # Configured anew, as the importer may have been left out before.
     cmake --preset release >/dev/null
     Build release engine import_scene
     folder=$project/build/models/$name
-    build/release/tools/import_scene "$model" "$folder/data/world" --settings --force "$@"
+    Make "$@"
     [ "$world" != blender ] || cat demo/blender/controls.txt
     ;;
 esac
+[ -z "$watch" ] || Build release check_scene  # whose findings come to the terminal
 engine=$project/build/release/engine
 screenshot=$project/build/screenshot-$name.png
 cd "$folder"
@@ -66,7 +95,11 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     # The engine ends with code 1 whenever it ends in order, and also when it gets no window. Then its log
     # lacks the end.
     code=0
-    "$engine" || code=$?
+    if [ -n "$watch" ] && [ "$kind" != demo ]; then
+        KeepMaking "$@" &
+        trap 'kill $! 2>/dev/null || true' EXIT
+    fi
+    "$engine" $watch || code=$?
     if [ "$code" -ne 1 ] || ! grep -q "Logging ended" defaultlog.txt; then
         echo "run.sh: error: the engine ended early (exit code $code); its log is $PWD/defaultlog.txt" >&2
         echo "Can the display be used (DISPLAY=${DISPLAY:-}, WAYLAND_DISPLAY=${WAYLAND_DISPLAY:-})?" \

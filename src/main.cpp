@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "app/reload.h"
 #include "platform/entry.h"
 #include "platform/run.h"
 #include "platform/window.h"
@@ -55,6 +56,9 @@ int main(int count, char** arguments) {
     }
     if (!StartRun(commandLine)) {
         return wrongUsage;
+    }
+    if (commandLine.watch) {
+        WatchWorld(commandLine.fromStart);
     }
     if (commandLine.frames > 0) {
         LimitFrames(commandLine.frames, commandLine.screenshot);

@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <new>
 
+#include "app/frame_step.h"
 #include "app/free_camera.h"
-#include "app/motion_checksum.h"
+#include "app/reload.h"
+#include "app/world_loading.h"
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/display_mode.h"
@@ -23,36 +25,9 @@
 namespace {
 
 constexpr int exitCode = 1;  // of every ending
-constexpr const char* settingsFile = "settings.atr";
-constexpr std::int32_t startSpriteCount = 20;
-constexpr std::int32_t additiveSprite = 3;
-
-/// The loop's message record. The teardown runs inside the pump and takes the engine's own along, so
-/// another one stands in for what the pump still receives then.
-MSG& LoopMessage() {
-    static MSG lateMessage;
-    return theEngine != nullptr ? theEngine->message : lateMessage;
-}
-
-/// Dispatches all that waits; false once the quit message has come.
-bool PumpMessages() {
-    while (PeekMessageA(&LoopMessage(), nullptr, 0, 0, PM_NOREMOVE) != FALSE) {
-        if (GetMessageA(&LoopMessage(), nullptr, 0, 0) == FALSE) {
-            return false;
-        }
-        TranslateMessage(&LoopMessage());
-        DispatchMessageA(&LoopMessage());
-    }
-    return true;
-}
 
 void RunFrameLoop() {
-    while (PumpMessages()) {
-        theEngine->SampleInput();
-        theScene->StepWorld();
-        if (RunIsOn()) {
-            EndRunFrame(MotionChecksum(*theScene));
-        }
+    while (StepFrame()) {
         if (!FramesAreShown()) {
             continue;
         }
@@ -63,6 +38,9 @@ void RunFrameLoop() {
         }
         UpdateWindow(theEngine->window);
         theTimer->LimitFrameRate();
+        if (WorldIsWatched()) {
+            ReloadIfChanged();
+        }
     }
 }
 
@@ -102,21 +80,6 @@ void TearDown() {
     theLog = nullptr;
 }
 
-void PlaceSprites() {
-    // A generator of our own, so that the layout is the same with every C library.
-    std::uint32_t state = 1;
-    const auto next = [&state] {
-        state = state * 214013u + 2531011u;  // linear congruential
-        return static_cast<std::int32_t>((state >> 16 & 0x7FFFu) % 10);
-    };
-    for (std::int32_t i = 0; i < startSpriteCount; i++) {
-        Vector& position = theScene->sprites[i].position;
-        position.x = static_cast<float>(-next());
-        position.y = static_cast<float>(-next());
-        position.z = static_cast<float>(next());
-    }
-}
-
 int WinMain(HINSTANCE instance, HINSTANCE previousInstance, char* commandLine, int showCommand) {
     std::set_new_handler(OutOfMemoryHandler);
     theTimer = new Timer;
@@ -138,12 +101,12 @@ int WinMain(HINSTANCE instance, HINSTANCE previousInstance, char* commandLine, i
         PostQuitMessage(0);  // reported already; there is nothing to run in
     }
     InitGlState();
+    if (WorldIsWatched()) {
+        KeepGlState();
+    }
     theScene->ReportGlCapabilities();
     theScene->BuildFont(*theEngine, theScene->fontName);
-    theEngine->LoadMeshes(settingsFile);
-    theScene->AddSprites(startSpriteCount);
-    PlaceSprites();
-    theScene->sprites[additiveSprite].blendMode = 0;
+    LoadWorld();
     if (theViewpoint) {
         const RECT& window = theEngine->windowRect;
         LookFrom(*theScene, *theViewpoint, window.right - window.left, window.bottom - window.top);

@@ -7,6 +7,3 @@
 /// What the closing of the window, or the Escape key, brings about: platform state back, context
 /// released, quit posted, engine, scene and log gone, in this order.
 void TearDown();
-
-/// Stands 20 sprites of the scene at the positions that the fixed seed of the generator gives.
-void PlaceSprites();

@@ -91,6 +91,9 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
     std::erase(knownMode, 't');
 
     const std::string name = ResolveFileName(fileName);
+    if (knownMode.starts_with('r')) {
+        NoteRunFile(name);
+    }
     std::FILE* file = std::fopen(name.c_str(), knownMode.c_str());
     if (file == nullptr) {
         return nullptr;
@@ -99,9 +102,6 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
     if (fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
         std::fclose(file);
         return nullptr;
-    }
-    if (knownMode.starts_with('r')) {
-        NoteRunFile(name);
     }
     return file;
 }

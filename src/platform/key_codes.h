@@ -10,6 +10,7 @@ inline constexpr BYTE keyRightButton = 0x02;
 inline constexpr BYTE keyMiddleButton = 0x04;
 inline constexpr BYTE keyEscape = 0x1B;
 inline constexpr BYTE keyF4 = 0x73;
+inline constexpr BYTE keyF5 = 0x74;
 inline constexpr BYTE keyF10 = 0x79;
 
 /// The virtual key code of a key; 0 if it has none. Letters and punctuation go by what the keyboard

@@ -17,6 +17,8 @@
 
 namespace {
 
+int boxCount = 0;
+
 // Pixels.
 constexpr int fontSize = 15;
 constexpr int lineHeight = 21;
@@ -278,9 +280,14 @@ void Print(const char* caption, const char* text) {
 
 }  // namespace
 
+int MessageBoxCount() {
+    return boxCount;
+}
+
 int MessageBoxA(HWND, const char* text, const char* caption, UINT) {
     text = text != nullptr ? text : "";
     caption = caption != nullptr ? caption : "";
+    boxCount++;
     Print(caption, text);
     const bool somebodyIsThere = !CloseIsRequested() && !FramesAreLimited() && FramesAreShown();
     if (somebodyIsThere && StartVideo()) {

@@ -12,3 +12,6 @@ inline constexpr UINT MB_ICONEXCLAMATION = 0x30;
 /// or empty caption means none. Both go to the standard error stream as well, in UTF-8, and nowhere else if
 /// the box can't be shown: without a display, without any font, or where nobody is there.
 int MessageBoxA(HWND owner, const char* text, const char* caption, UINT style);
+
+/// How many boxes have been asked for so far, shown or not.
+int MessageBoxCount();

@@ -240,6 +240,10 @@ bool EndsTurn() {
 
 /// False if there is none.
 bool FindMessage(MSG& message) {
+    if (RunCatchesUp()) {  // what has really happened waits
+        message = {TheWindow(), 0, 0, 0};
+        return PeekRunMessage(message.message, message.wParam);
+    }
     if (!quitPosted && waiting == 0) {
         GatherEvents();
     }
@@ -293,6 +297,10 @@ BOOL GetMessageA(MSG* message, HWND, UINT, UINT) {
             return -1;  // nothing could ever come
         }
         SDL_WaitEventTimeout(nullptr, eventWait);
+    }
+    if (RunCatchesUp()) {
+        TakeRunMessage(message->message, message->wParam);
+        return 1;
     }
     if (message->message == WM_QUIT) {
         quitPosted = false;

@@ -16,7 +16,8 @@ namespace {
 
 struct Recording {
     std::string path;
-    std::FILE* file = nullptr;
+    std::FILE* file = nullptr;  ///< null: what would be written is kept
+    std::string kept;
     std::string bytes;  ///< not written yet: the items of this frame
     RunCoder coder;
     std::int64_t frameCount = 0;
@@ -25,6 +26,7 @@ struct Recording {
 struct Replay {
     std::string path;
     ReplayEnd end = ReplayEnd::Close;
+    bool catchesUp = false;  ///< with the kept run
     RecordedRun run;
     std::string_view rest;  ///< of the items of the run
     RunCoder coder;
@@ -44,17 +46,13 @@ std::string ReadFile(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::vector<RunFile> ChecksumFiles() {
-    std::vector<RunFile> files;
-    files.reserve(filesRead.size());
-    for (const std::string& name : filesRead) {
-        files.push_back({name, ChecksumOf(ReadFile(name))});
-    }
-    return files;
-}
-
 /// Frame by frame, so that whatever ends the process leaves the run up to there.
 void WriteOut() {
+    if (recording->file == nullptr) {
+        recording->kept += recording->bytes;
+        recording->bytes.clear();
+        return;
+    }
     const bool written = std::fwrite(recording->bytes.data(), 1, recording->bytes.size(),
                                      recording->file) == recording->bytes.size() &&
                          std::fflush(recording->file) == 0;
@@ -70,8 +68,8 @@ void WriteOut() {
 void EndRecordedFrame(std::uint32_t motion) {
     recording->coder.Append(recording->bytes,
                             {RunItemKind::EndOfFrame, {static_cast<std::int32_t>(motion)}});
-    if (recording->frameCount == 0) {  // by now all files have been read
-        recording->bytes.insert(0, RunHeadBytes(ENGINE_VERSION, ChecksumFiles()));
+    if (recording->frameCount == 0 && recording->file != nullptr) {  // by now all files have been read
+        recording->bytes.insert(0, RunHeadBytes(ENGINE_VERSION, FilesRead()));
     }
     recording->frameCount++;
     WriteOut();
@@ -92,7 +90,7 @@ void TellOfOtherFiles() {
         std::fprintf(stderr, "%s: note: recorded by engine %s; this is " ENGINE_VERSION "\n", path,
                      replay->run.version.c_str());
     }
-    const std::vector<RunFile> files = ChecksumFiles();
+    const std::vector<RunFile> files = FilesRead();
     const auto find = [](const std::vector<RunFile>& among, const std::string& name) {
         return std::find_if(among.begin(), among.end(),
                             [&](const RunFile& file) { return file.name == name; });
@@ -112,6 +110,10 @@ void TellOfOtherFiles() {
 }
 
 void EndReplay() {
+    if (replay->catchesUp) {
+        replay.reset();
+        return;
+    }
     if (replay->end != ReplayEnd::ThenPlay) {
         RequestClose();
         return;
@@ -130,7 +132,7 @@ void EndReplayedFrame(std::uint32_t motion) {
     if (replay->frameCount == replay->run.frameCount) {
         return;  // the program is about to close
     }
-    if (replay->frameCount == 0) {
+    if (replay->frameCount == 0 && !replay->catchesUp) {
         replayExitCode = 0;
         TellOfOtherFiles();
     }
@@ -139,7 +141,7 @@ void EndReplayedFrame(std::uint32_t motion) {
     }
     replay->frameCount++;
     const bool differs = static_cast<std::uint32_t>(replay->next.values[0]) != motion;
-    if (differs && replayExitCode == 0) {
+    if (differs && replayExitCode == 0 && !replay->catchesUp) {
         replayExitCode = 1;
         std::fprintf(stderr, "%s: error: the motion of frame %lld differs from the recorded one\n",
                      replay->path.c_str(), static_cast<long long>(replay->frameCount));
@@ -207,8 +209,50 @@ int ReplayExitCode() {
     return replayExitCode;
 }
 
+void KeepRun() {
+    recording = std::make_unique<Recording>();
+}
+
+void DropRun() {
+    recording.reset();
+    filesRead.clear();
+}
+
+void CatchUpWithRun() {
+    if (recording->frameCount == 0) {
+        return;
+    }
+    replay = std::make_unique<Replay>();
+    replay->catchesUp = true;
+    replay->run.items = recording->kept;
+    replay->run.frameCount = recording->frameCount;
+    replay->rest = replay->run.items;
+    TakeReadings();
+}
+
+bool RunCatchesUp() {
+    return replay != nullptr && replay->catchesUp;
+}
+
+void ForgetRun() {
+    recording = std::make_unique<Recording>();
+}
+
+std::vector<RunFile> FilesRead() {
+    std::vector<RunFile> files;
+    files.reserve(filesRead.size());
+    for (const std::string& name : filesRead) {
+        files.push_back({name, ChecksumOf(ReadFile(name))});
+    }
+    return files;
+}
+
+void ForgetFilesRead() {
+    filesRead.clear();
+}
+
 bool FramesAreShown() {
-    return replay == nullptr || replay->end != ReplayEnd::Verify;
+    return replay == nullptr || (replay->end != ReplayEnd::Verify && !replay->catchesUp);
 }
 
 bool RunIsOn() {
@@ -216,7 +260,7 @@ bool RunIsOn() {
 }
 
 void EndRunFrame(std::uint32_t motion) {
-    if (recording != nullptr) {
+    if (recording != nullptr && !RunCatchesUp()) {
         EndRecordedFrame(motion);
     }
     if (replay != nullptr) {
@@ -239,12 +283,12 @@ void NoteRunMessage(UINT message, WPARAM wParam) {
 }
 
 void EndRecording() {
-    if (recording != nullptr && recording->frameCount > 0) {
+    if (recording != nullptr && recording->file != nullptr && recording->frameCount > 0) {
         recording->bytes.clear();
         recording->coder.Append(recording->bytes, {RunItemKind::EndOfRun, {}});
         WriteOut();
     }
-    if (recording != nullptr) {
+    if (recording != nullptr && recording->file != nullptr) {
         std::fclose(recording->file);
         recording.reset();
     }
@@ -254,14 +298,21 @@ bool TakeHandover() {
     return std::exchange(handedOver, false);
 }
 
-bool TakeRunMessage(UINT& message, WPARAM& wParam) {
+bool PeekRunMessage(UINT& message, WPARAM& wParam) {
     if (replay->next.kind != RunItemKind::Message || replay->frameCount == replay->run.frameCount) {
         return false;
     }
     message = static_cast<UINT>(replay->next.values[0]);
     wParam = static_cast<std::uint32_t>(replay->next.values[1]);
-    TakeReadings();
     return true;
+}
+
+bool TakeRunMessage(UINT& message, WPARAM& wParam) {
+    const bool found = PeekRunMessage(message, wParam);
+    if (found) {
+        TakeReadings();
+    }
+    return found;
 }
 
 const RunValues& ReplayedValues(RunItemKind kind) {
@@ -269,7 +320,8 @@ const RunValues& ReplayedValues(RunItemKind kind) {
 }
 
 void NoteRunValues(RunItemKind kind, const RunValues& values) {
-    if (recording != nullptr && recording->coder.last[static_cast<int>(kind)] != values) {
+    if (recording != nullptr && !RunCatchesUp() &&
+        recording->coder.last[static_cast<int>(kind)] != values) {
         recording->coder.Append(recording->bytes, {kind, values});
     }
 }

@@ -26,6 +26,9 @@ enum class ReplayEnd {
 /// @return empty, or what is wrong with the file
 std::string ReplayRun(const std::string& path, ReplayEnd end);
 bool RunIsReplayed();
+/// From now on the run is kept in memory, to be caught up with.
+void KeepRun();
+void DropRun();
 /// After the end of the program: 1 if the motion of a frame differed, or the run wasn't played to its end,
 /// 0 otherwise. Writes to the standard error stream how far it came.
 int ReplayExitCode();
@@ -39,9 +42,20 @@ bool RunIsOn();
 /// @param motion a checksum of all motion after the step; recorded, or compared with the recorded one
 void EndRunFrame(std::uint32_t motion);
 
+// For loading the world anew, while the run is kept.
+
+/// Replays the run so far, frame after frame, until it is over: nothing is shown meanwhile.
+void CatchUpWithRun();
+bool RunCatchesUp();
+/// The kept run begins anew, with the next frame.
+void ForgetRun();
+/// The files that were opened for reading since these were forgotten, there or not, as they are now.
+std::vector<RunFile> FilesRead();
+void ForgetFilesRead();
+
 // For the layer itself.
 
-/// A file has been opened for reading.
+/// A file is opened for reading, if it is there.
 void NoteRunFile(const std::string& name);
 /// A message has been handed out.
 void NoteRunMessage(UINT message, WPARAM wParam);
@@ -50,6 +64,8 @@ void EndRecording();
 /// True once after the end of a run from which the living player goes on.
 bool TakeHandover();
 /// The next message of the replayed frame; false if it has no more.
+bool PeekRunMessage(UINT& message, WPARAM& wParam);
+/// The same, which is then taken.
 bool TakeRunMessage(UINT& message, WPARAM& wParam);
 
 /// What the devices gave in the run that is replayed, as far as it has come.

@@ -12,6 +12,7 @@ constexpr int defaultFrames = 100;  // what falls at the start has come to rest 
 constexpr const char* beforeOptions =
     R"(usage: engine [FOLDER]
        engine [FOLDER] [--screenshot FILE] [--frames N] [--from X,Y,Z --to X,Y,Z]
+       engine [FOLDER] --watch [--from-start]
        engine [FOLDER] --record RUN
        engine [FOLDER] --replay RUN [--record RUN] [--then-play | --verify | --screenshot FILE | --frames N]
 
@@ -31,6 +32,7 @@ a damaged RUN and for arguments that can't be right.
 Examples:
   engine worlds/castle
   engine worlds/castle --screenshot castle.png
+  engine worlds/castle --watch
   engine worlds/castle --record fall.run
   engine worlds/castle --replay fall.run --verify
   engine worlds/castle --screenshot plan.png --from 0,0,300 --to 0,0,0
@@ -70,7 +72,12 @@ CommandLine ReadCommandLine(int count, char** arguments) {
          {"verify", nullptr,
           "show nothing, as fast as it goes and without a display: does everything still\n"
           "move as it did when RUN was recorded?",
-          Into(commandLine.verify)}},
+          Into(commandLine.verify)},
+         {"watch", nullptr,
+          "load the world anew when its files change, and go on where everything stands then;\n"
+          "F5 begins at the start",
+          Into(commandLine.watch)},
+         {"from-start", nullptr, "begin at the start at each change", Into(commandLine.fromStart)}},
         afterOptions};
     const auto refuse = [&](const std::string& reason) {
         commandLine.exitCode = RefuseArguments(program, reason);
@@ -102,6 +109,10 @@ CommandLine ReadCommandLine(int count, char** arguments) {
         (!commandLine.replay.empty() && commandLine.viewpoint)) {
         return refuse(
             "--from doesn't go with --replay, nor do --then-play, --frames and --screenshot with --verify");
+    }
+    const bool otherwiseBusy = limited || !commandLine.record.empty() || !commandLine.replay.empty();
+    if (commandLine.watch ? otherwiseBusy : commandLine.fromStart) {
+        return refuse("--watch goes with --from-start alone, and that with --watch");
     }
     // The program may change into another folder before it reads and writes.
     for (std::string* path : {&commandLine.screenshot, &commandLine.record, &commandLine.replay}) {

@@ -14,6 +14,8 @@ struct CommandLine {
     std::string replay;                  ///< the record that is played, with its whole path
     bool thenPlay = false;               ///< after it the user plays on
     bool verify = false;                 ///< nothing of it is shown
+    bool watch = false;                  ///< changes of the world's files are taken in while it is played
+    bool fromStart = false;              ///< and the play begins anew then
     int frames = 0;                      ///< after which to end; 0: when the user ends it
     int exitCode = -1;  ///< to end with at once, as everything has been said; below 0: go on
 };

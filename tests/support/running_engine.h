@@ -11,6 +11,7 @@
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/entry.h"
+#include "platform/run.h"
 #include "platform/video.h"
 #include "scene/scene.h"
 #include "services/log.h"
@@ -72,6 +73,9 @@ struct RunningEngine {
         }
         theEngine->SampleInput();
         theScene->StepWorld();
+        if (RunIsOn()) {
+            EndRunFrame(0);
+        }
         theScene->RenderFrame(*theEngine);
         return true;
     }

@@ -1,0 +1,36 @@
+#include "app/world_loading.h"
+
+#include <cstdint>
+
+#include "engine/engine.h"
+#include "engine/singletons.h"
+#include "scene/scene.h"
+
+namespace {
+
+constexpr std::int32_t startSpriteCount = 20;
+constexpr std::int32_t additiveSprite = 3;
+
+}  // namespace
+
+void LoadWorld() {
+    theEngine->LoadMeshes(settingsFile);
+    theScene->AddSprites(startSpriteCount);
+    PlaceSprites();
+    theScene->sprites[additiveSprite].blendMode = 0;
+}
+
+void PlaceSprites() {
+    // A generator of our own, so that the layout is the same with every C library.
+    std::uint32_t state = 1;
+    const auto next = [&state] {
+        state = state * 214013u + 2531011u;  // linear congruential
+        return static_cast<std::int32_t>((state >> 16 & 0x7FFFu) % 10);
+    };
+    for (std::int32_t i = 0; i < startSpriteCount; i++) {
+        Vector& position = theScene->sprites[i].position;
+        position.x = static_cast<float>(-next());
+        position.y = static_cast<float>(-next());
+        position.z = static_cast<float>(next());
+    }
+}
