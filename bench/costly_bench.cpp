@@ -2,7 +2,8 @@
 
 #include <memory>
 
-#include "costly_files.h"
+#include "common/windowless.h"
+#include "costly_files/costly_files.h"
 #include "paired_times.h"
 #include "support/temporary_folder.h"
 
@@ -15,7 +16,8 @@ void LoadCostly(benchmark::State& state, const CostlyFiles& files) {
     const TemporaryFolder folder;
     files.write(state.range(0));
     for (auto _ : state) {
-        const auto world = std::make_unique<LoadingWorld>();
+        const auto world = std::make_unique<Windowless>();
+        world->scene.AddPlayers(2);
         const double start = ThreadTime();
         files.load();
         state.SetIterationTime(ThreadTime() - start);

@@ -8,8 +8,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string text(Characters(data, size));
     Defuse(text, ".rgb", ".tga");  // a missing image of that format ends the process
     const MemoryFiles files({{"scene.atr", text}});
-    FuzzWorld world;
-    Scene& scene = *world.scene;
+    Windowless world;
+    Scene& scene = world.scene;
     scene.AddPlayers(2);
     scene.AddObjects(4);
     const char* const names[] = {"Box", "Box1", "Hero", "Start"};

@@ -11,8 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Defuse(input.text, ".rgb", ".tga");
     static const std::string image = TgaBytes(engine::Image(2, 4, 4));
     const MemoryFiles files({{"wall.tga", image}, {"scene.atr", input.text}, {"scene.bin", input.scene}});
-    FuzzWorld world;
-    Scene& scene = *world.scene;
+    Windowless world;
+    Scene& scene = world.scene;
     scene.AddPlayers(2);
     scene.LoadMesh("scene.bin");
     scene.AddSprites(3);
@@ -25,8 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         control.ControlByKeyboard(scene, 0, keys);
         control.ControlByKeyboard(scene, 1, keys);
         scene.StepWorld();
-        scene.RenderFrame(*world.engine);
-        scene.RenderFrameSafe(*world.engine);
+        scene.RenderFrame(world.engine);
+        scene.RenderFrameSafe(world.engine);
     }
     return 0;
 }

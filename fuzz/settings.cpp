@@ -15,8 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return -1;  // as many as are asked for, until the memory is exhausted
     }
     const MemoryFiles files({{"settings.atr", text}});
-    FuzzWorld world;
-    world.engine->ReadSettings("settings.atr");
-    world.engine->LoadMeshes("settings.atr");
+    Windowless world;
+    world.engine.ReadSettings("settings.atr");
+    world.engine.LoadMeshes("settings.atr");
     return 0;
 }

@@ -1,6 +1,6 @@
 # Read by the scripts at the top: installs the Debian packages that are missing.
 
-run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libpng-dev libgl-dev
+run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libgl-dev
     libglu1-mesa-dev libgl1-mesa-dri fonts-liberation libdecor-0-plugin-1-cairo"
 import_packages="libassimp-dev libsdl2-image-dev libstb-dev"
 display_packages="xvfb"

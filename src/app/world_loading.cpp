@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr std::int32_t startSpriteCount = 20;
 constexpr std::int32_t additiveSprite = 3;
 
 }  // namespace

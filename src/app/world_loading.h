@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+
+inline constexpr std::int32_t startSpriteCount = 20;
+
 /// Loads the scenes that the settings name, and adds what every world has: 20 sprites, one of them
 /// additive.
 void LoadWorld();

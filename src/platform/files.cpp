@@ -14,13 +14,8 @@ bool Exists(const std::string& path) {
     return access(path.c_str(), F_OK) == 0;
 }
 
-char LowerCase(char letter) {
+char SmallLetter(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool EqualButForCase(const std::string& left, const std::string& right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return LowerCase(a) == LowerCase(b); });
 }
 
 /// The entry of a folder with that name in any case, the first in the order of bytes if there are
@@ -58,6 +53,15 @@ void TellOfUtf16(const char* fileName, const std::string& text) {
 }
 
 }  // namespace
+
+std::string LowerCase(std::string text) {
+    std::ranges::transform(text, text.begin(), SmallLetter);
+    return text;
+}
+
+bool EqualButForCase(const std::string& left, const std::string& right) {
+    return std::ranges::equal(left, right, {}, SmallLetter, SmallLetter);
+}
 
 std::string ResolveFileName(const char* fileName) {
     std::string name = fileName;

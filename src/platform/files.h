@@ -8,6 +8,10 @@
 // exist as written is looked up once more without regard to case, component by component: scenes come
 // from machines where neither matters.
 
+/// With small letters for the capital ones of ASCII.
+std::string LowerCase(std::string text);
+bool EqualButForCase(const std::string& left, const std::string& right);
+
 /// The name under which the file exists on this machine, or, where none fits, the name with its
 /// backslashes turned.
 std::string ResolveFileName(const char* fileName);

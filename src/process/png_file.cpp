@@ -68,8 +68,8 @@ void AppendChunk(Bytes& file, const Bytes& type, const Bytes& content) {
 
 }  // namespace
 
-std::string PngFile(int width, int height, const std::uint8_t* pixels) {
-    const std::size_t rowSize = std::size_t{3} * static_cast<std::size_t>(width);
+std::string PngFile(int width, int height, const std::uint8_t* pixels, int channels) {
+    const std::size_t rowSize = static_cast<std::size_t>(channels) * static_cast<std::size_t>(width);
     Bytes rows;
     rows.reserve((rowSize + 1) * static_cast<std::size_t>(height));
     for (int row = height - 1; row >= 0; row--) {
@@ -81,7 +81,9 @@ std::string PngFile(int width, int height, const std::uint8_t* pixels) {
     Bytes header;
     AppendNumber(header, static_cast<std::uint32_t>(width));
     AppendNumber(header, static_cast<std::uint32_t>(height));
-    header.append("\x08\x02\0\0\0", 5);  // 8 bits of red, green and blue; the usual methods; not interlaced
+    header += '\x08';  // bits of a sample
+    header += channels == 4 ? '\x06' : '\x02';
+    header.append(3, '\0');  // the usual methods; not interlaced
     Bytes bytes("\x89PNG\r\n\x1A\n");
     AppendChunk(bytes, "IHDR", header);
     AppendChunk(bytes, "IDAT", Deflate(rows));

@@ -3,7 +3,7 @@
 
 #include "check_scene/checks.h"
 #include "check_scene/key_check.h"
-#include "check_scene/spelling.h"
+#include "common/spelling.h"
 #include "scene/scene.h"
 
 // Blocks of attribute files: who is given which, and why one is given to nobody.

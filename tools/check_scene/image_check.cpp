@@ -1,5 +1,6 @@
 #include "check_scene/image_check.h"
 
+#include <bit>
 #include <cstdio>
 #include <memory>
 
@@ -51,10 +52,6 @@ std::string TgaFault(const KeptImage& image, const std::uint8_t (&header)[header
     return "can't be read whole: the engine says \"" + image.trouble + "\"";
 }
 
-bool IsPower(int size) {
-    return size > 0 && (size & (size - 1)) == 0;
-}
-
 std::string SgiFault(const std::uint8_t (&header)[headerSize], bool& isError) {
     const int channels = 256 * header[10] + header[11];
     const int width = 256 * header[6] + header[7];
@@ -70,7 +67,8 @@ std::string SgiFault(const std::uint8_t (&header)[headerSize], bool& isError) {
         return "has " + std::to_string(channels) + " channels: 1 to 4 show something";
     }
     isError = false;
-    if (!IsPower(width) || !IsPower(height)) {
+    if (!std::has_single_bit(static_cast<unsigned>(width)) ||
+        !std::has_single_bit(static_cast<unsigned>(height))) {
         return "is " + Size(width, height) +
                ": not every display driver takes sides that are no powers of two";
     }
@@ -90,7 +88,10 @@ std::string ImageFault(const KeptImage& image, bool& isError) {
         return "can't be loaded, and the engine ends there: " + image.trouble;
     }
     if (isSgi) {
-        return SgiFault(header, isError);
+        const std::string fault = SgiFault(header, isError);
+        isError = isError || image.pixels == nullptr;
+        return isError && fault.empty() ? "can't be read: the engine says \"" + image.trouble + "\""
+                                        : fault;
     }
     if (image.pixels == nullptr) {
         const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenFile(image.path.c_str(), "r+b"),

@@ -5,7 +5,8 @@
 #include <cmath>
 #include <map>
 
-#include "check_scene/spelling.h"
+#include "common/spelling.h"
+#include "platform/files.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <limits>
 
+#include "scene/scene.h"
 #include "text/attribute_text.h"
 
 namespace {
@@ -64,7 +65,7 @@ std::vector<Key> MakeSettingsKeys() {
 }
 
 std::vector<Key> MakeObjectKeys() {
-    const Argument group = Whole("group id", 0, 65535);
+    const Argument group = Whole("group id", 0, maxGroupId);
     const Argument vertex = Whole("vertex", -1, any);
     return {
         {"*GROUPMEMBER", true, false, {group}, Repeat::LastWinsForItsNumber},

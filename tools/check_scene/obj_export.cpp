@@ -1,13 +1,13 @@
 #include "check_scene/obj_export.h"
 
-#include <png.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
 
 #include "check_scene/stand_ins.h"
+#include "process/png_file.h"
+#include "process/save_file.h"
 #include "scene/scene.h"
 
 namespace {
@@ -35,16 +35,6 @@ const KeptImage* ImageOf(const Scene& scene, const Object& object) {
 /// "data\wall.tga" becomes "data_wall.tga.png".
 std::string PngName(const KeptImage& image) {
     return Word(image.path) + ".png";
-}
-
-bool WritePng(const KeptImage& image, const std::string& path) {
-    png_image png{};
-    png.version = PNG_IMAGE_VERSION;
-    png.width = static_cast<png_uint_32>(image.width);
-    png.height = static_cast<png_uint_32>(image.height);
-    png.format = image.bytesPerPixel == 4 ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
-    const png_int_32 bottomUp = -image.width * image.bytesPerPixel;
-    return png_image_write_to_file(&png, path.c_str(), 0, image.pixels.get(), bottomUp, nullptr) != 0;
 }
 
 void WriteTriple(std::ofstream& out, const char* word, const float* values, int count) {
@@ -109,9 +99,11 @@ std::string ExportObj(const World& world, const std::string& path) {
             continue;
         }
         mtl << "newmtl " << Word(image->path) << "\nKd 1 1 1\nmap_Kd " << PngName(*image) << "\n";
-        const std::filesystem::path pngPath = objPath.parent_path() / PngName(*image);
-        if (!WritePng(*image, pngPath.string())) {
-            return pngPath.string();
+        const std::string pngPath = (objPath.parent_path() / PngName(*image)).string();
+        const std::string png =
+            PngFile(image->width, image->height, image->pixels.get(), image->bytesPerPixel);
+        if (!SaveFile(pngPath, png).empty()) {
+            return pngPath;
         }
     }
     obj.close();

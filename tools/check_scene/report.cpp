@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include "app/world_loading.h"
 #include "check_scene/mesh_facts.h"
 #include "check_scene/stand_ins.h"
 #include "engine/engine.h"
@@ -38,8 +39,7 @@ std::string Size(std::int64_t bytes) {
 
 /// One for each object that isn't invisible, and one for each sprite; for each player that sees.
 std::int64_t DrawCalls(const Scene& scene) {
-    constexpr std::int64_t sprites = 20;
-    std::int64_t calls = sprites;
+    std::int64_t calls = startSpriteCount;
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         calls += scene.objects[id].attributes[invisibleAttribute] == 1 ? 0 : 1;
     }

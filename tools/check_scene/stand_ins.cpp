@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "loading/image_memory.h"
 #include "loading/sgi_image.h"
 #include "platform/files.h"
 #include "platform/input_devices.h"
@@ -64,8 +65,8 @@ const char* DeadlyFault(const char* path) {
     std::uint8_t header[12] = {};
     const std::size_t read = std::fread(header, 1, sizeof header, file.get());
     const auto field = [&](int offset) { return std::size_t{256} * header[offset] + header[offset + 1]; };
-    constexpr std::size_t most = std::size_t{1} << 26;  // pixels and rows that no texture has
-    if (read == sizeof header && (field(6) * field(8) > most || field(8) * field(10) > most)) {
+    const std::size_t tableBytes = sizeof(std::uint32_t) * field(8) * field(10);
+    if (read == sizeof header && header[2] == 1 && 2 * tableBytes > maxImageMemory) {
         return "its header asks for more memory than any texture takes";
     }
     return nullptr;

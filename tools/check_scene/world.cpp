@@ -5,13 +5,8 @@
 #include <unordered_map>
 
 #include "check_scene/stand_ins.h"
-#include "engine/engine.h"
-#include "engine/singletons.h"
 #include "loading/attribute_file.h"
 #include "platform/files.h"
-#include "scene/scene.h"
-#include "services/log.h"
-#include "services/timer.h"
 #include "text/attribute_text.h"
 #include "text/block_index.h"
 
@@ -150,25 +145,6 @@ void AssignReports(const SceneSource& source, World& world) {
 }
 
 }  // namespace
-
-World::World() : engine(std::make_unique<Engine>()), scene(std::make_unique<Scene>()) {
-    theTimer = new Timer;
-    theLog = new Log;
-    theEngine = engine.get();
-    theScene = scene.get();
-    scene->SetTimer(theTimer);
-    scene->SetLog(theLog);
-    engine->SetLog(theLog);
-}
-
-World::~World() {
-    theEngine = nullptr;
-    theScene = nullptr;
-    delete theLog;
-    delete theTimer;
-    theLog = nullptr;
-    theTimer = nullptr;
-}
 
 std::string World::ShownName(const std::string& path) const {
     return shownFolder + ResolveFileName(path.c_str());

@@ -1,18 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "check_scene/keys.h"
 #include "check_scene/text_file.h"
+#include "common/windowless.h"
 #include "loading/scene_record.h"
-
-struct Engine;
-struct Object;
-struct Player;
-struct Scene;
 
 /// A block of an attribute file: an opening brace and what belongs to it.
 struct Block {
@@ -75,11 +70,9 @@ struct World {
     std::vector<SceneSource> scenes;
     std::vector<ObjectSource> objects;  ///< by object id
     std::vector<TextureUse> textureUses;
-    std::unique_ptr<Engine> engine;
-    std::unique_ptr<Scene> scene;
-
-    World();
-    ~World();
+    Windowless loaded;
+    Engine* const engine = &loaded.engine;
+    Scene* const scene = &loaded.scene;
 
     /// Reads the settings; false if there are none.
     bool ReadSettings(const std::string& name);

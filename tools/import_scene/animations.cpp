@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <optional>
+
+#include "platform/files.h"
 
 namespace {
 
@@ -152,8 +153,7 @@ engine::SceneKeyTrack MakeTrack(const Animation& animation, int node, const Pose
 
 /// The number that an action's name holds for its track: a word for a move, or "track" and a number.
 std::optional<int> TrackInName(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    name = LowerCase(name);
     constexpr std::array<const char*, 3> moves{"forward", "backward", "sideways"};
     for (std::size_t i = 0; i < moves.size(); i++) {
         if (name.find(moves[i]) != std::string::npos) {

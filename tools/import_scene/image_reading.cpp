@@ -4,7 +4,6 @@
 #include <stb/stb_image.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +12,7 @@
 #include <stdexcept>
 
 #include "loading/sgi_image.h"
+#include "platform/files.h"
 
 namespace {
 
@@ -78,12 +78,6 @@ engine::Image FromSurface(SurfacePointer surface) {
     return WithoutUselessAlpha(std::move(image));
 }
 
-std::string Lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return text;
-}
-
 /// The engine's own reader asks whoever sits there what to do without memory, so sizes are looked at first.
 engine::Image ReadSgi(const std::string& path, const std::string& bytes) {
     const auto number = [&](std::size_t at) {
@@ -122,7 +116,7 @@ engine::Image ReadImageFile(const std::string& path) {
 
 engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format) {
     // A TGA image has no mark at its beginning, so nothing but its name tells it.
-    const char* type = Lower(format).ends_with("tga") ? "TGA" : "";
+    const char* type = LowerCase(format).ends_with("tga") ? "TGA" : "";
     CheckHeader(static_cast<const std::uint8_t*>(bytes), size);
     return FromSurface(
         SurfacePointer(IMG_LoadTyped_RW(SDL_RWFromConstMem(bytes, static_cast<int>(size)), 1, type)));

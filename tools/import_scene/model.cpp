@@ -4,11 +4,12 @@
 #include <assimp/postprocess.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <numbers>
 #include <stdexcept>
+
+#include "platform/files.h"
 
 namespace {
 
@@ -20,9 +21,7 @@ constexpr float largestModel = 5000.0f;
 constexpr float usualModel = 60.0f;
 
 std::string ExtensionOf(const std::string& path) {
-    std::string extension = std::filesystem::path(path).extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    const std::string extension = LowerCase(std::filesystem::path(path).extension().string());
     return extension.empty() ? extension : extension.substr(1);
 }
 

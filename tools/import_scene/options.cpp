@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "loading/tga_image.h"
 #include "process/options.h"
 
 namespace {
@@ -31,7 +32,7 @@ Exit code: 0, 1 if the model can't be read or the scene not be written, 2 if the
 
 StoreOption IntoSize(int& size) {
     return [&size, store = Into(size, 2, 512)](const std::string& value) -> std::string {
-        const bool fits = store(value).empty() && (size & (size - 1)) == 0;
+        const bool fits = store(value).empty() && IsPowerOfTwo(size);
         return fits ? "" : "takes 2, 4, 8, 16, 32, 64, 128, 256 or 512";
     };
 }

@@ -7,12 +7,14 @@
 #include <cmath>
 #include <cstdint>
 
+#include "common/spelling.h"
+#include "scene/scene.h"
+
 namespace {
 
 constexpr const char* keyNames[] = {"COLLIDER",     "NOCOLLIDER",  "INVISIBLE",    "PHYSICS",
                                     "GROUPPARENT",  "GROUPMEMBER", "PLAYEROBJECT", "PLAYERSPAWNPOINT",
                                     "CAMERAOBJECT", "TRACK"};
-constexpr int highestGroup = 65535;
 constexpr int highestTrack = 999;
 constexpr int highestPlayer = 63;
 
@@ -88,23 +90,6 @@ bool IsSet(const aiMetadataEntry& entry) {
     return text != "false" && text != "False" && text != "no";
 }
 
-std::size_t EditDistance(const std::string& a, const std::string& b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); j++) {
-        row[j] = j;
-    }
-    for (std::size_t i = 1; i <= a.size(); i++) {
-        std::size_t diagonal = row[0];
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); j++) {
-            const std::size_t above = row[j];
-            row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + (a[i - 1] != b[j - 1] ? 1 : 0)});
-            diagonal = above;
-        }
-    }
-    return row[b.size()];
-}
-
 /// What exporters and the library write of their own accord.
 constexpr const char* foreignKeys[] = {"AspectH",
                                        "AspectW",
@@ -132,16 +117,9 @@ void WarnOfUnknown(const std::string& key, const std::string& nodeName, Report& 
     if (IsForeign(key)) {
         return;
     }
-    std::string capitals = key.substr(0, 40);
-    std::transform(capitals.begin(), capitals.end(), capitals.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
-    const auto nearer = [&](const char* a, const char* b) {
-        return EditDistance(capitals, a) < EditDistance(capitals, b);
-    };
-    const std::string nearest = *std::min_element(std::begin(keyNames), std::end(keyNames), nearer);
-    const bool isNear = EditDistance(capitals, nearest) <= 3;
-    report.Warn("property " + key + " means nothing" + (isNear ? ", did you mean " + nearest + "?" : ""),
-                nodeName);
+    report.Warn(
+        "property " + key + " means nothing" + DidYouMean(key, {std::begin(keyNames), std::end(keyNames)}),
+        nodeName);
 }
 
 /// Reads the values of one node, key by key.
@@ -184,9 +162,9 @@ struct PropertyReader {
         } else if (key == "PHYSICS") {
             ReadPhysics(entry);
         } else if (key == "GROUPPARENT") {
-            properties.groupParent = IndexOf(key, entry, highestGroup);
+            properties.groupParent = IndexOf(key, entry, maxGroupId);
         } else if (key == "GROUPMEMBER") {
-            if (const std::optional<int> group = IndexOf(key, entry, highestGroup)) {
+            if (const std::optional<int> group = IndexOf(key, entry, maxGroupId)) {
                 properties.groupMember.push_back(*group);
             }
         } else if (key == "PLAYEROBJECT") {

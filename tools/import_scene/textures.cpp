@@ -1,52 +1,37 @@
 #include "import_scene/textures.h"
 
-#include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <filesystem>
 #include <stdexcept>
 
 #include "import_scene/image_reading.h"
 #include "import_scene/image_scaling.h"
+#include "platform/files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-bool EqualWithoutCase(const std::string& a, const std::string& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
-
-/// The entry of a folder under that name, with the right letters before others; empty if there is none.
-fs::path EntryOf(const fs::path& folder, const std::string& name) {
+/// The file under that name, whatever the case of its letters; empty if there is none.
+fs::path FileAt(const fs::path& path) {
+    // A backslash separates folders in a name to be resolved, and here is a letter like any other.
+    const bool isPlain = path.native().find('\\') == std::string::npos;
+    const fs::path found = isPlain ? fs::path(ResolveFileName(path.c_str())) : path;
     std::error_code error;
-    if (fs::exists(folder / name, error)) {
-        return folder / name;
-    }
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        if (EqualWithoutCase(entry.path().filename().string(), name)) {
-            return entry.path();
-        }
-    }
-    return {};
-}
-
-bool IsFile(const fs::path& path) {
-    std::error_code error;
-    return !path.empty() && fs::is_regular_file(path, error);
+    return fs::is_regular_file(found, error) ? found : fs::path();
 }
 
 /// The image under that name in a folder, or one that differs in its extension alone: converters often
 /// leave the old one in the model. Empty if there is none.
 fs::path ImageIn(const fs::path& folder, const fs::path& name) {
-    if (const fs::path found = EntryOf(folder, name.string()); IsFile(found)) {
+    if (const fs::path found = FileAt(folder / name); !found.empty()) {
         return found;
     }
     for (const char* extension :
          {".png", ".jpg", ".jpeg", ".tga", ".bmp", ".webp", ".tif", ".gif", ".rgb"}) {
         // A name without an extension may have points in it.
         for (const std::string& other : {name.string() + extension, name.stem().string() + extension}) {
-            if (const fs::path found = EntryOf(folder, other); IsFile(found)) {
+            if (const fs::path found = FileAt(folder / other); !found.empty()) {
                 return found;
             }
         }
@@ -55,18 +40,12 @@ fs::path ImageIn(const fs::path& folder, const fs::path& name) {
 }
 
 /// The image at a path from the folder. What leads out of the folder isn't looked for.
-fs::path ImageAlong(fs::path folder, const fs::path& relative) {
+fs::path ImageAlong(const fs::path& folder, const fs::path& relative) {
     const fs::path plain = relative.lexically_normal();
     if (plain.is_absolute() || plain.empty() || *plain.begin() == "..") {
         return {};
     }
-    for (const fs::path& part : plain.parent_path()) {
-        folder = EntryOf(folder, part.string());
-        if (folder.empty()) {
-            return {};
-        }
-    }
-    return ImageIn(folder, plain.filename());
+    return ImageIn(folder / plain.parent_path(), plain.filename());
 }
 
 /// The image at its path from the folder, or by its name alone there and in the folders within.
@@ -91,21 +70,15 @@ fs::path ImageBelow(const fs::path& folder, const fs::path& wanted) {
     return {};
 }
 
-int HexDigit(char digit) {
-    if (digit >= '0' && digit <= '9') {
-        return digit - '0';
-    }
-    const int letter = std::tolower(static_cast<unsigned char>(digit));
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-}
-
 /// With "%20" and the like replaced by what they stand for, and slashes between folders.
 std::string PlainPath(const std::string& path) {
     std::string plain;
     for (std::size_t i = 0; i < path.size(); i++) {
-        if (path[i] == '%' && i + 2 < path.size() && HexDigit(path[i + 1]) >= 0 &&
-            HexDigit(path[i + 2]) >= 0) {
-            plain += static_cast<char>(HexDigit(path[i + 1]) * 16 + HexDigit(path[i + 2]));
+        unsigned letter = 0;
+        const char* const digits = path.data() + i + 1;
+        if (path[i] == '%' && i + 2 < path.size() &&
+            std::from_chars(digits, digits + 2, letter, 16).ptr == digits + 2) {
+            plain += static_cast<char>(letter);
             i += 2;
         } else {
             plain += path[i] == '\\' ? '/' : path[i];

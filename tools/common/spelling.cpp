@@ -1,17 +1,11 @@
-#include "check_scene/spelling.h"
+#include "common/spelling.h"
 
 #include <algorithm>
-#include <cctype>
 #include <numeric>
 
-namespace {
+#include "platform/files.h"
 
-std::string UpperCase(std::string word) {
-    for (char& letter : word) {
-        letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
-    }
-    return word;
-}
+namespace {
 
 /// How many letters have to be put in, left out, changed or swapped with their neighbour.
 std::size_t Distance(const std::string& from, const std::string& to) {
@@ -32,16 +26,12 @@ std::size_t Distance(const std::string& from, const std::string& to) {
 
 }  // namespace
 
-bool EqualButForCase(const std::string& left, const std::string& right) {
-    return UpperCase(left) == UpperCase(right);
-}
-
 std::string Nearest(const std::string& word, const std::vector<std::string>& candidates) {
     constexpr std::size_t longestWord = 60;  // beyond that nobody has merely mistyped
     if (word.size() > longestWord) {
         return {};
     }
-    const std::string wanted = UpperCase(word);
+    const std::string wanted = LowerCase(word);
     std::string nearest;
     std::size_t least = word.size() / 3 + 2;
     for (const std::string& candidate : candidates) {
@@ -49,7 +39,7 @@ std::string Nearest(const std::string& word, const std::vector<std::string>& can
         if (candidate.empty() || longer - std::min(candidate.size(), word.size()) >= least) {
             continue;
         }
-        const std::size_t distance = Distance(wanted, UpperCase(candidate));
+        const std::size_t distance = Distance(wanted, LowerCase(candidate));
         if (distance < least && distance < candidate.size()) {
             least = distance;
             nearest = candidate;

@@ -1,4 +1,4 @@
-#include "costly_files.h"
+#include "costly_files/costly_files.h"
 
 #include <algorithm>
 #include <array>
@@ -241,20 +241,4 @@ const std::vector<CostlyFiles>& AllCostlyFiles() {
         {"image_header", WriteImageHeader, LoadImage},
     };
     return all;
-}
-
-LoadingWorld::LoadingWorld() {
-    theTimer = new Timer;
-    theEngine = new Engine;
-    theScene = new Scene;
-    theScene->AddPlayers(2);
-}
-
-LoadingWorld::~LoadingWorld() {
-    delete theScene;
-    delete theEngine;
-    delete theTimer;
-    theScene = nullptr;
-    theEngine = nullptr;
-    theTimer = nullptr;
 }

@@ -7,4 +7,3 @@
 std::string Nearest(const std::string& word, const std::vector<std::string>& candidates);
 /// The text for a finding: `: did you mean WORD?`, or nothing.
 std::string DidYouMean(const std::string& word, const std::vector<std::string>& candidates);
-bool EqualButForCase(const std::string& left, const std::string& right);

@@ -18,11 +18,3 @@ struct CostlyFiles {
 };
 
 const std::vector<CostlyFiles>& AllCostlyFiles();
-
-/// The singletons that loads work on, fresh, without a window and without a log.
-struct LoadingWorld {
-    LoadingWorld();
-    ~LoadingWorld();
-    LoadingWorld(const LoadingWorld&) = delete;
-    LoadingWorld& operator=(const LoadingWorld&) = delete;
-};
