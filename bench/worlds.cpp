@@ -37,7 +37,7 @@ SceneFiles WriteOnce(const std::string& stem, Make make) {
         files.attributes = stem + ".atr";
         std::string attributes;
         const std::vector<engine::SceneObject> objects = make(attributes);
-        WriteSceneFile(files.mesh, objects);
+        engine::WriteBytes(files.mesh, SceneFileBytes(objects));
         engine::WriteBytes(files.attributes, attributes);
         files.objects = static_cast<std::int64_t>(objects.size());
         for (const engine::SceneObject& object : objects) {

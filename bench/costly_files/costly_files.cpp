@@ -45,7 +45,7 @@ std::vector<engine::SceneObject> NumberedObjects(std::int64_t count) {
 }
 
 void WriteScene(const std::vector<engine::SceneObject>& objects, const std::string& attributes) {
-    WriteSceneFile("costly.bin", objects);
+    engine::WriteBytes("costly.bin", SceneFileBytes(objects));  // whatever is wrong with them
     engine::WriteBytes("costly.atr", attributes);
 }
 

@@ -18,8 +18,8 @@ struct Windowless {
         theTimer = &timer;
         theEngine = &engine;
         theScene = &scene;
-        engine.SetLog(&log);
-        scene.SetLog(&log);
+        engine.SetLog(theLog);
+        scene.SetLog(theLog);
         scene.SetTimer(&timer);
     }
     Windowless(const Windowless&) = delete;
