@@ -144,7 +144,7 @@ Arguments ReadArguments(const Program& program, int count, char** arguments) {
 }
 
 int RefuseArguments(const Program& program, const std::string& reason) {
-    std::fprintf(stderr, "%s: error: %s\n%s --help says what can be given.\n", program.name,
-                 reason.c_str(), program.name);
+    std::fprintf(stderr, "%s: error: %s\n%s --help says what can be given.\n", program.name, reason.c_str(),
+                 program.name);
     return wrongUsage;
 }

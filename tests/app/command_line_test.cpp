@@ -41,9 +41,10 @@ TEST(CommandLine, AnswersAndRefuses) {
         EXPECT_TRUE(RunCommand(program + " -h").output.starts_with("usage: "));
         EXPECT_EQ(RunCommand(program + " -- --help 2>&1").exitCode, 2) << "a folder of that name";
     }
-    for (const char* wrong : {"--colour", "--frames", "--frames 0", "--frames=1.5", "--frames 1x", "one two", "nowhere",
-                              "--from 1,2,3 --to 4,5,6", "--screenshot x.png --from 1,2,3",
-                              "--screenshot x.png --from 1,2 --to 4,5,6"}) {
+    for (const char* wrong :
+         {"--colour", "--frames", "--frames 0", "--frames=1.5", "--frames 1x", "one two", "nowhere",
+          "--from 1,2,3 --to 4,5,6", "--screenshot x.png --from 1,2,3",
+          "--screenshot x.png --from 1,2 --to 4,5,6"}) {
         const CommandResult refused = Engine(wrong);
         EXPECT_EQ(refused.exitCode, 2) << wrong;
         EXPECT_TRUE(Contains(refused.output, "error: ")) << wrong;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -122,6 +124,25 @@ TEST(CheckScene, FindsNothingInACleanWorld) {
     const CommandResult result = Check();
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_NE(result.output.find("0 errors, 0 warnings"), std::string::npos) << result.output;
+}
+
+TEST(CheckScene, HasAllItsCodesInTheManual) {
+    const auto codes = [](const std::string& text, const char* pattern) {
+        std::set<std::string> found;
+        const std::regex code(pattern);
+        for (std::sregex_iterator match(text.begin(), text.end(), code), end; match != end; ++match) {
+            found.insert((*match)[1]);
+        }
+        return found;
+    };
+    std::string sources;
+    for (const auto& entry : std::filesystem::directory_iterator(DOCS_FOLDER "/../tools/check_scene")) {
+        sources += ReadWholeFile(entry.path());
+    }
+    const std::string manual = ReadWholeFile(DOCS_FOLDER "/check_scene.md");
+    const std::set<std::string> used = codes(sources, "(?:Error|Warn)\\(\\s*\"([a-z-]+)\"");
+    EXPECT_GT(used.size(), 100u);
+    EXPECT_EQ(used, codes(manual.substr(manual.find("## Codes")), "\\| `([a-z-]+)` \\|"));
 }
 
 TEST(CheckScene, FindsNothingInAPlayerWhoOnlyPlaysTracks) {
@@ -347,7 +368,7 @@ TEST(CheckScene, ListsTheWorldAndHandsItOut) {
     EXPECT_EQ(json.exitCode, 1);
     EXPECT_EQ(json.output,
               R"([
-  {"file": "settings.atr", "line": 4, "severity": "error", "text": "*SAVE is no key of the settings; did you mean *SAFE?"}
+  {"file": "settings.atr", "line": 4, "severity": "error", "code": "key-misspelt", "text": "*SAVE is no key of the settings; did you mean *SAFE?"}
 ]
 )");
 

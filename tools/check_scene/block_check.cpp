@@ -54,18 +54,20 @@ void BlockCheck::CheckUntaken(const Block& block) {
             }
         }
         if (block.head.empty()) {
-            findings.Error(At(block.brace), "a block without a name: nothing in it is read");
+            findings.Error("block-nameless", At(block.brace),
+                           "a block without a name: nothing in it is read");
         } else {
-            findings.Error(At(block.headBegin), name + " fits no object of " + source.shownName +
-                                                    ": nothing in it is read" +
-                                                    DidYouMean(block.head, names));
+            findings.Error("block-unmatched", At(block.headBegin),
+                           name + " fits no object of " + source.shownName + ": nothing in it is read" +
+                               DidYouMean(block.head, names));
         }
         return;
     }
     if (gap.find_first_not_of(" \n") != std::string::npos) {
-        findings.Error(At(block.headBegin), name +
-                                                " isn't found: only blanks and line ends may stand between "
-                                                "the name and its brace, no tab");
+        findings.Error("block-name-apart", At(block.headBegin),
+                       name +
+                           " isn't found: only blanks and line ends may stand between "
+                           "the name and its brace, no tab");
         return;
     }
     std::size_t before = block.headBegin;
@@ -74,25 +76,26 @@ void BlockCheck::CheckUntaken(const Block& block) {
     }
     if (before >= block.head.size() &&
         text.compare(before - block.head.size(), block.head.size(), block.head) == 0) {
-        findings.Error(At(block.headBegin),
+        findings.Error("block-name-twice", At(block.headBegin),
                        name + " isn't found: its name stands twice in front of the brace; take one out");
         return;
     }
     const std::int32_t taken =
         block.head == "GLOBALS" ? source.globals : world.Of(ids.at(block.head)).block;
     if (taken == -1) {
-        findings.Error(At(block.headBegin), name +
-                                                " isn't found, because of the characters before its name; "
-                                                "put its name at the start of a line");
+        findings.Error("block-hidden", At(block.headBegin),
+                       name +
+                           " isn't found, because of the characters before its name; "
+                           "put its name at the start of a line");
         return;
     }
     const Block& first = source.blocks[static_cast<std::size_t>(taken)];
     if (first.head == block.head) {
-        findings.Error(At(block.headBegin),
+        findings.Error("block-repeated", At(block.headBegin),
                        name + " stands here a second time and isn't read: the one in line " +
                            LineOf(first.headBegin) + " counts");
     } else {
-        findings.Error(At(block.headBegin),
+        findings.Error("block-tail-taken", At(block.headBegin),
                        name + " isn't read: the first place that ends in this name counts, which is " +
                            first.head + " in line " + LineOf(first.headBegin) +
                            "; choose names of which none is the tail of another");
@@ -108,7 +111,7 @@ void BlockCheck::CheckTakers(const Block& block) {
             continue;
         }
         if (block.head.size() > name.size()) {
-            findings.Error(At(block.headBegin),
+            findings.Error("block-of-longer-name", At(block.headBegin),
                            Named(ObjectOf(id)) + " is given the block " + block.head +
                                ", which ends in its name; choose names of which none is "
                                "the tail of another");
@@ -121,15 +124,15 @@ void BlockCheck::CheckClosing(const Block& block) {
     const auto behind = std::ranges::upper_bound(source.blocks, block.brace, {}, &Block::brace);
     for (auto inner = behind; inner != source.blocks.end() && inner->brace < block.end; inner++) {
         if (IsName(inner->head, ids)) {
-            findings.Error(At(block.headBegin), "the block " + block.head +
-                                                    " has no closing brace before " + inner->head +
-                                                    " begins in line " + LineOf(inner->headBegin) +
-                                                    ", so that everything in that counts for both");
+            findings.Error("block-runs-on", At(block.headBegin),
+                           "the block " + block.head + " has no closing brace before " + inner->head +
+                               " begins in line " + LineOf(inner->headBegin) +
+                               ", so that everything in that counts for both");
             return;
         }
     }
     if (!block.isClosed) {
-        findings.Error(At(block.headBegin),
+        findings.Error("block-unclosed", At(block.headBegin),
                        "the block " + block.head + ", which begins here, has no closing brace");
     }
 }
@@ -141,7 +144,8 @@ void BlockCheck::CheckStrayKeys() {
         for (const KeyUse& use : FindKeyUses(source.attributes, begin, end, KeyPlace::Object)) {
             const bool isKey = use.key != nullptr || use.word == "*LIGHT" || use.word == "*TEXTURE";
             if (isKey && !source.attributes.IsInComment(use.position)) {
-                findings.Error(At(use.position), use.word + " stands outside of all blocks and isn't read");
+                findings.Error("key-outside-block", At(use.position),
+                               use.word + " stands outside of all blocks and isn't read");
             }
         }
     };
@@ -162,18 +166,21 @@ void CheckNames(Findings& findings, const World& world, const SceneSource& sourc
             continue;
         }
         if (name.empty()) {
-            findings.Warn(world.At(id), "an object without a name can't have attributes");
+            findings.Warn("object-nameless", world.At(id),
+                          "an object without a name can't have attributes");
         } else if (std::ranges::any_of(name, [](char c) { return static_cast<unsigned char>(c) > 127; })) {
-            findings.Error(world.At(id), Named(world.scene->objects[id]) +
-                                             ": names with letters beyond ASCII never find their block");
+            findings.Error("object-name-letters", world.At(id),
+                           Named(world.scene->objects[id]) +
+                               ": names with letters beyond ASCII never find their block");
         } else if (name.find_first_of("{}\t") != std::string::npos) {
-            findings.Error(world.At(id), Named(world.scene->objects[id]) +
-                                             ": a name with braces or tabs never finds its block");
+            findings.Error(
+                "object-name-characters", world.At(id),
+                Named(world.scene->objects[id]) + ": a name with braces or tabs never finds its block");
         } else if (name != object.head.name && object.block == -1 && ids.contains(object.head.name) &&
                    world.Of(ids.at(object.head.name)).block != -1) {
-            findings.Warn(world.At(id), "there are several objects \"" + object.head.name +
-                                            "\": this one is called " + name +
-                                            " and has no block of that name");
+            findings.Warn("object-name-repeated", world.At(id),
+                          "there are several objects \"" + object.head.name + "\": this one is called " +
+                              name + " and has no block of that name");
         }
     }
 }
@@ -186,7 +193,7 @@ void CheckBlocks(Findings& findings, const World& world) {
             continue;
         }
         if (!source.hasAttributes) {
-            findings.Error(world.settings.At(source.loadPosition),
+            findings.Error("no-attributes", world.settings.At(source.loadPosition),
                            "there is no attribute file " + source.attributesPath + " beside " +
                                source.path + ": no textures, no lights, no players");
             continue;

@@ -58,7 +58,7 @@ bool CheckParts(Findings& findings, const World& world, std::int32_t id, bool is
     const Object& object = world.scene->objects[id];
     if (object.physics != nullptr && object.collider == nullptr && !isPlayed) {
         if (object.physics->gravity != 0.0f) {
-            findings.Error(world.At(id, "*PHYSICS"),
+            findings.Error("physics-without-collider", world.At(id, "*PHYSICS"),
                            Named(object) +
                                " has *PHYSICS and no *COLLIDER: it falls through everything and "
                                "is gone; give it *COLLIDER, or take *PHYSICS out");
@@ -66,7 +66,7 @@ bool CheckParts(Findings& findings, const World& world, std::int32_t id, bool is
         return false;
     }
     if (object.collider != nullptr && object.physics == nullptr && !isPlayed) {
-        findings.Warn(world.At(id, "*COLLIDER"),
+        findings.Warn("collider-without-physics", world.At(id, "*COLLIDER"),
                       Named(object) +
                           " has *COLLIDER and no *PHYSICS: nothing moves it, and others meet an "
                           "upright cylinder of radius 2 in the place of its mesh. What stands "
@@ -82,7 +82,7 @@ void CheckCentre(Findings& findings, const World& world, std::int32_t id) {
     object.GetVertex(centre, object.centreVertex);
     const float reach = Reach(*world.scene, object, centre.z);
     if (reach >= 0.0f && std::fabs(reach - halfHeight) > centreTolerance) {
-        findings.Warn(world.At(id),
+        findings.Warn("body-centre", world.At(id),
                       Named(object) + (reach < halfHeight ? " floats" : " sinks") + " by " +
                           Shown(std::round(10.0f * std::fabs(reach - halfHeight)) / 10.0f) +
                           ": the centre of a body belongs 5 above its lowest point, and stands " +
@@ -95,16 +95,18 @@ void CheckFall(Findings& findings, const World& world, const Start& start, std::
     const Drop drop = DropBody(*world.scene, start.id, budget);
     constexpr float stuck = 0.3f;
     if (!drop.obstacle.empty() && drop.depth > stuck) {
-        findings.Error(start.at, start.name + " begins at " + ShownPoint(drop.start) + " inside object \"" +
-                                     drop.obstacle + "\"" +
-                                     (drop.fallsForEver ? ", and falls through" : "") +
-                                     ": a body is 4 wide and 10 high");
+        findings.Error("start-in-solid", start.at,
+                       start.name + " begins at " + ShownPoint(drop.start) + " inside object \"" +
+                           drop.obstacle + "\"" + (drop.fallsForEver ? ", and falls through" : "") +
+                           ": a body is 4 wide and 10 high");
     } else if (!drop.floor.empty()) {
-        findings.Error(start.at, start.name + " finds no hold: object \"" + drop.floor +
-                                     "\" lies below, but its triangles look down");
+        findings.Error("start-floor-inverted", start.at,
+                       start.name + " finds no hold: object \"" + drop.floor +
+                           "\" lies below, but its triangles look down");
     } else if (drop.fallsForEver) {
-        findings.Error(start.at, start.name + " falls for ever from " + ShownPoint(drop.start) +
-                                     ": there is no floor below");
+        findings.Error(
+            "start-above-nothing", start.at,
+            start.name + " falls for ever from " + ShownPoint(drop.start) + ": there is no floor below");
     }
 }
 
@@ -118,9 +120,9 @@ void CheckPairs(Findings& findings, std::vector<Start>& starts) {
             if (std::hypot(apart.x, apart.y) < tooNear && std::fabs(apart.z) < halfHeight) {
                 const Start& later = starts[starts[i].id < starts[j].id ? j : i];
                 const Start& earlier = starts[starts[i].id < starts[j].id ? i : j];
-                findings.Error(later.at, later.name + " begins in the place of " + earlier.name + ", at " +
-                                             ShownPoint(later.place) +
-                                             ": bodies need 4 between their centres");
+                findings.Error("start-shared", later.at,
+                               later.name + " begins in the place of " + earlier.name + ", at " +
+                                   ShownPoint(later.place) + ": bodies need 4 between their centres");
             }
         }
     }

@@ -65,6 +65,7 @@ void PrintFindings(std::ostream& out, const Findings& findings, bool isNumbered)
             out << " (at byte " << place.byte << ')';
         }
         number++;
+        out << " [" << finding.code << ']';
         if (isNumbered) {
             out << " [" << number << ']';
         }
@@ -84,7 +85,8 @@ void PrintFindingsAsJson(std::ostream& out, const Findings& findings) {
         if (finding.place.byte >= 0) {
             out << ", \"byte\": " << finding.place.byte;
         }
-        out << ", \"severity\": \"" << Severity(finding) << "\", \"text\": ";
+        out << ", \"severity\": \"" << Severity(finding) << "\", \"code\": \"" << finding.code
+            << "\", \"text\": ";
         PrintQuoted(out, finding.text);
         out << '}';
         separator = ",\n";

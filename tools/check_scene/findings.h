@@ -16,7 +16,8 @@ struct Place {
 
 /// One thing that is wrong or suspicious, and what to do about it.
 struct Finding {
-    bool isError = false;  ///< the world won't be what its author meant; otherwise a warning
+    const char* code = "";  ///< short and stable, for programs; docs/check_scene.md lists all of them
+    bool isError = false;   ///< the world won't be what its author meant; otherwise a warning
     Place place;
     std::string text;
 };
@@ -25,8 +26,12 @@ struct Finding {
 struct Findings {
     std::vector<Finding> list;
 
-    void Error(const Place& place, const std::string& text) { list.push_back({true, place, text}); }
-    void Warn(const Place& place, const std::string& text) { list.push_back({false, place, text}); }
+    void Error(const char* code, const Place& place, const std::string& text) {
+        list.push_back({code, true, place, text});
+    }
+    void Warn(const char* code, const Place& place, const std::string& text) {
+        list.push_back({code, false, place, text});
+    }
     /// File by file in the order of their first finding, line by line; each finding once.
     void Sort();
     int ErrorCount() const;
@@ -35,8 +40,8 @@ struct Findings {
 /// One line for each finding, as compilers write them.
 /// @param isNumbered whether the number of its mark in a plan stands at the end, from 1
 void PrintFindings(std::ostream& out, const Findings& findings, bool isNumbered = false);
-/// One JSON array of objects with "file", "line", "byte", "severity" and "text"; line and byte only where
-/// there is one.
+/// One JSON array of objects with "file", "line", "byte", "severity", "code" and "text"; line and byte only
+/// where there is one.
 void PrintFindingsAsJson(std::ostream& out, const Findings& findings);
 
 /// A number as people write it: without a row of zeros behind the point.

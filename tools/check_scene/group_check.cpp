@@ -38,16 +38,17 @@ void CheckMembers(Findings& findings, const World& world, std::int32_t number, c
     const std::string name = "group " + std::to_string(number);
     const auto at = [&](std::int32_t id) { return world.At(id, "*GROUPMEMBER", number); };
     if (group.parents.empty()) {
-        findings.Error(at(group.members.front()),
+        findings.Error("group-without-parent", at(group.members.front()),
                        name + " has " + Counted(static_cast<std::int64_t>(group.members.size()), "member") +
                            " and no parent: some object needs *GROUPPARENT " + std::to_string(number));
         return;
     }
     const std::size_t capacity = static_cast<std::size_t>(IdList().capacity);
     if (group.members.size() > capacity) {
-        findings.Error(at(group.members[capacity]), name + " has " + std::to_string(group.members.size()) +
-                                                        " members, and those behind the first " +
-                                                        std::to_string(capacity) + " stay behind");
+        findings.Error("group-too-large", at(group.members[capacity]),
+                       name + " has " + std::to_string(group.members.size()) +
+                           " members, and those behind the first " + std::to_string(capacity) +
+                           " stay behind");
     }
     for (const std::int32_t member : group.members) {
         const Object& object = scene.objects[member];
@@ -55,8 +56,9 @@ void CheckMembers(Findings& findings, const World& world, std::int32_t number, c
         const bool isParent = object.groupParent == number;
         if (!isParent && object.faceValueCount > 0 && parent.collider != nullptr && !StandsStill(parent) &&
             object.attributes[collidableAttribute] != 0 && !world.Of(member).meshDropped) {
-            findings.Error(at(member), Named(object) + " needs *NOCOLLIDER: as a member of " + name +
-                                           " it stands in the way of its parent, " + Named(parent));
+            findings.Error("member-in-the-way", at(member),
+                           Named(object) + " needs *NOCOLLIDER: as a member of " + name +
+                               " it stands in the way of its parent, " + Named(parent));
         }
     }
 }
@@ -70,11 +72,11 @@ void CheckGroups(Findings& findings, const World& world) {
             continue;  // the number's range has been judged
         }
         if (group.parents.size() > 1) {
-            findings.Warn(world.At(group.parents[1], "*GROUPPARENT"),
+            findings.Warn("group-parents", world.At(group.parents[1], "*GROUPPARENT"),
                           name + " has several parents, and its members follow each of them");
         }
         if (group.members.empty()) {
-            findings.Warn(world.At(group.parents.front(), "*GROUPPARENT"),
+            findings.Warn("group-empty", world.At(group.parents.front(), "*GROUPPARENT"),
                           name + " has no members: those that shall follow need *GROUPMEMBER " +
                               std::to_string(number));
         } else {

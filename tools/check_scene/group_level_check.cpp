@@ -41,13 +41,13 @@ void CheckGroupLevels(Findings& findings, const World& world) {
             const std::string both = Named(member) + " and " + Named(scene.objects[leader]);
             if (Follows(scene, leader, id)) {
                 if (id < leader) {
-                    findings.Error(world.At(id, "*GROUPPARENT"),
+                    findings.Error("groups-in-circle", world.At(id, "*GROUPPARENT"),
                                    both + " lead each other: each moves the other; leave one leader");
                 }
                 return;
             }
             findings.Warn(
-                world.At(id, "*GROUPPARENT"),
+                "group-of-group", world.At(id, "*GROUPPARENT"),
                 Named(member) + " follows " + Named(scene.objects[leader]) +
                     ", and what follows it stays behind then: groups have one level. Make its members "
                     "those of group " +

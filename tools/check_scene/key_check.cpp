@@ -21,8 +21,12 @@ struct KeyCheck {
     KeyPlace place;
     int playerCount;
 
-    void Error(std::size_t position, const std::string& text) { findings.Error(file.At(position), text); }
-    void Warn(std::size_t position, const std::string& text) { findings.Warn(file.At(position), text); }
+    void Error(const char* code, std::size_t position, const std::string& text) {
+        findings.Error(code, file.At(position), text);
+    }
+    void Warn(const char* code, std::size_t position, const std::string& text) {
+        findings.Warn(code, file.At(position), text);
+    }
     char At(std::size_t position) const { return position < file.text.size() ? file.text[position] : '\0'; }
 
     void CheckUnread(const KeyUse& use);
@@ -47,29 +51,31 @@ void KeyCheck::CheckUnread(const KeyUse& use) {
     for (const Key& key : KeysOf(place)) {
         names.push_back(key.name);
         if (key.name == use.word) {
-            Error(use.position, use.word +
-                                    " isn't read here: a blank has to stand right behind it, in front "
-                                    "of its value on the same line");
+            Error("key-without-blank", use.position,
+                  use.word +
+                      " isn't read here: a blank has to stand right behind it, in front "
+                      "of its value on the same line");
             return;
         }
         if (EqualButForCase(key.name, use.word)) {
-            Error(use.position, use.word + " isn't read: keys are written in capital letters, " + key.name);
+            Error("key-small-letters", use.position,
+                  use.word + " isn't read: keys are written in capital letters, " + key.name);
             return;
         }
     }
     for (const KeyPlace other : {KeyPlace::Settings, KeyPlace::Object, KeyPlace::Globals}) {
         const std::vector<Key>& keys = KeysOf(other);
         if (other != place && std::ranges::find(keys, use.word, &Key::name) != keys.end()) {
-            Error(use.position,
+            Error("key-misplaced", use.position,
                   NoKeyOf(use.word, place) + ", it isn't read here: it belongs into " + PlaceName(other));
             return;
         }
     }
     const std::string suggestion = DidYouMean(use.word, names);
     if (suggestion.empty()) {
-        Warn(use.position, NoKeyOf(use.word, place) + " and isn't read");
+        Warn("key-unknown", use.position, NoKeyOf(use.word, place) + " and isn't read");
     } else {
-        Error(use.position, NoKeyOf(use.word, place) + suggestion);
+        Error("key-misspelt", use.position, NoKeyOf(use.word, place) + suggestion);
     }
 }
 
@@ -81,15 +87,16 @@ bool KeyCheck::CheckCount(const KeyUse& use) {
         const std::string has = use.key->name + " has " + std::to_string(i) + " of its " +
                                 Counted(static_cast<int>(use.numbers.size()), "number");
         if (number.isMissing) {
-            Error(use.position, has + "; 0 is taken for the " + use.key->arguments[i].what);
+            Error("number-missing", use.position,
+                  has + "; 0 is taken for the " + use.key->arguments[i].what);
             return false;
         }
         for (std::size_t at = file.text.find('*', from); at < number.begin;
              at = file.text.find('*', at + 1)) {
             if (std::isalpha(static_cast<unsigned char>(At(at + 1))) != 0) {
-                Error(use.position, has + "; the " + use.key->arguments[i].what + " is taken from line " +
-                                        std::to_string(file.LineOf(number.begin)) +
-                                        ", where another key stands");
+                Error("number-far", use.position,
+                      has + "; the " + use.key->arguments[i].what + " is taken from line " +
+                          std::to_string(file.LineOf(number.begin)) + ", where another key stands");
                 return false;
             }
         }
@@ -109,30 +116,33 @@ void KeyCheck::CheckForm(const KeyUse& use, std::size_t i) {
     const char second = At(number.end + 1);
     if (before == '.' && token[0] != '-' && number.begin > use.end &&
         !(number.begin > 1 && IsDigit(At(number.begin - 2)))) {
-        Error(number.begin,
+        Error("number-without-zero", number.begin,
               read + "." + token + " is read as " + Shown(number.value) + "; write 0." + token);
     } else if (use.key->arguments[i].isWhole && after == '.' && IsDigit(second)) {
-        Error(number.begin, read + "a whole number is wanted, and what stands behind the point of " +
-                                token + "." + second + " is read as the next one");
+        Error("number-with-point", number.begin,
+              read + "a whole number is wanted, and what stands behind the point of " + token + "." +
+                  second + " is read as the next one");
     } else if ((after == 'x' || after == 'X') && token == "0") {
-        Error(number.begin,
+        Error("number-hexadecimal", number.begin,
               read + "0x is read as 0, and what follows as the next number; write it decimal");
     } else if (token == "-" || token == "-." || token == "--") {
-        Error(number.begin, read + "a hyphen alone is read as the number 0; take it out");
+        Error("number-hyphen", number.begin, read + "a hyphen alone is read as the number 0; take it out");
     } else if (token.find('-', 1) != std::string::npos || std::ranges::count(token, '.') > 1) {
-        Error(number.begin,
+        Error("number-joined", number.begin,
               read + token + " is read as " + Shown(number.value) + "; put a blank between numbers");
     } else if ((after == 'e' || after == 'E') && !isLast &&
                (IsDigit(second) || second == '-' || second == '+')) {
-        Error(number.begin, read +
-                                "the digits of the exponent are read once more, as the next number; "
-                                "write the number without an exponent");
+        Error("number-exponent", number.begin,
+              read +
+                  "the digits of the exponent are read once more, as the next number; "
+                  "write the number without an exponent");
     } else if (after == ',' && IsDigit(second) && isLast && !use.key->arguments[i].isWhole) {
-        Error(number.begin,
+        Error("number-comma", number.begin,
               read + "a comma separates numbers, so that " + token + " is read and no more; write a point");
     } else if (use.key->arguments[i].isWhole && token.size() > 9 &&
                std::fabs(number.value) >= 2147483647.0) {
-        Error(number.begin, read + token + " is more than fits; " + Shown(number.value) + " is taken");
+        Error("number-too-large", number.begin,
+              read + token + " is more than fits; " + Shown(number.value) + " is taken");
     }
 }
 
@@ -141,9 +151,9 @@ void KeyCheck::CheckRange(const KeyUse& use, std::size_t i) {
     const Argument& argument = use.key->arguments[i];
     if (argument.meaning == Meaning::Player) {
         if (number.value < 0 || number.value >= playerCount) {
-            Error(number.begin, use.key->name + " is ignored: there is no player " + Shown(number.value) +
-                                    "; *PLAYERCOUNT makes " + std::to_string(playerCount) +
-                                    ", and they count from 0");
+            Error("player-unknown", number.begin,
+                  use.key->name + " is ignored: there is no player " + Shown(number.value) +
+                      "; *PLAYERCOUNT makes " + std::to_string(playerCount) + ", and they count from 0");
         }
         return;
     }
@@ -154,8 +164,9 @@ void KeyCheck::CheckRange(const KeyUse& use, std::size_t i) {
     if (argument.high > 1e9) {
         sensible = Shown(argument.low) + " or more";
     }
-    Error(number.begin, use.key->name + ": the " + argument.what + " is " + Shown(number.value) +
-                            "; sensible values are " + sensible);
+    Error("number-range", number.begin,
+          use.key->name + ": the " + argument.what + " is " + Shown(number.value) +
+              "; sensible values are " + sensible);
 }
 
 /// Numbers behind the last one that is read.
@@ -169,17 +180,18 @@ void KeyCheck::CheckRest(const KeyUse& use) {
         return;
     }
     if (use.numbers.empty()) {
-        Warn(at, use.key->name + " takes no number: it takes effect by standing there");
+        Warn("number-unread", at, use.key->name + " takes no number: it takes effect by standing there");
     } else {
-        Warn(at, use.key->name + " takes " + Counted(static_cast<int>(use.numbers.size()), "number") +
-                     "; further ones aren't read");
+        Warn("numbers-unread", at,
+             use.key->name + " takes " + Counted(static_cast<int>(use.numbers.size()), "number") +
+                 "; further ones aren't read");
     }
 }
 
 void KeyCheck::CheckName(const KeyUse& use) {
     const std::size_t nextKey = file.text.find('*', use.end);
     if (use.name.empty() || nextKey < use.nameBegin) {
-        Error(use.position, use.key->name + " has no name behind it");
+        Error("name-missing", use.position, use.key->name + " has no name behind it");
         return;
     }
     std::size_t begin = use.nameBegin;
@@ -193,25 +205,27 @@ void KeyCheck::CheckName(const KeyUse& use) {
     }
     const std::string written = file.text.substr(begin, end - begin);
     if (written != use.name && written != "\"" + use.name + "\"") {
-        Error(begin,
+        Error("name-characters", begin,
               use.key->name + ": " + written + " is read as " + use.name +
                   ": names hold letters, digits, points and backslashes only; rename the file" +
                   (written.find('/') != std::string::npos ? ", or write a backslash for each slash" : ""));
     } else if (use.Is("*FONT") && At(end) == ' ' &&
                std::isalpha(static_cast<unsigned char>(At(end + 1))) != 0) {
-        Warn(begin, "*FONT: the name ends at the blank: " + use.name + " is asked for");
+        Warn("font-blank", begin, "*FONT: the name ends at the blank: " + use.name + " is asked for");
     }
 }
 
 void KeyCheck::CheckUse(const KeyUse& use) {
     if (file.IsInComment(use.position)) {
-        Warn(use.position, use.key->name +
-                               " stands in a comment and counts all the same: there are no "
-                               "comments. Change its asterisk to take it out of use");
+        Warn("key-in-comment", use.position,
+             use.key->name +
+                 " stands in a comment and counts all the same: there are no "
+                 "comments. Change its asterisk to take it out of use");
     }
     if (use.word != use.key->name) {
-        Warn(use.position, use.word + " counts as " + use.key->name +
-                               ", which it begins with; change its asterisk if that isn't meant");
+        Warn("key-longer", use.position,
+             use.word + " counts as " + use.key->name +
+                 ", which it begins with; change its asterisk if that isn't meant");
     }
     if (use.key->takesName) {
         CheckName(use);
@@ -269,6 +283,6 @@ void CheckKeys(Findings& findings, const TextFile& file, const std::vector<KeyUs
             text += use.Is("*LOADMESH") ? ": the scene is loaded twice, and its objects get numbers"
                                         : "; this one counts";
         }
-        check.Warn(use.position, text);
+        check.Warn("key-repeated", use.position, text);
     }
 }

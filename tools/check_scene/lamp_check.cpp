@@ -62,14 +62,16 @@ void CheckLamp(Findings& findings, const Scene& scene, const Light& light, const
                          light.constantAttenuation > 1.0f);
     const float sensible = fades ? brightest : brightest / 4.0f;
     if (most > sensible) {
-        findings.Warn(place, "the light's colours reach " + Shown(most) +
-                                 ", and everything it falls on is white: they run from 0 to 1");
+        findings.Warn("light-bright", place,
+                      "the light's colours reach " + Shown(most) +
+                          ", and everything it falls on is white: they run from 0 to 1");
     }
     const Vector position(light.position[0], light.position[1], light.position[2]);
     constexpr float longest = 10.0f;
     if (isDirection && position.Length() > longest) {
-        findings.Warn(place, "the light is a direction, for its w is 0, and " + ShownPoint(position) +
-                                 " looks like a place: a lamp there has a w of 1");
+        findings.Warn("lamp-as-sun", place,
+                      "the light is a direction, for its w is 0, and " + ShownPoint(position) +
+                          " looks like a place: a lamp there has a w of 1");
     }
     const bool isSpot = light.spotCutoff != 180.0f;
     const bool isBlack = most <= 0.0f;
@@ -78,7 +80,7 @@ void CheckLamp(Findings& findings, const Scene& scene, const Light& light, const
     }
     const Arrival arrival = FindArrival(scene, light);
     if (arrival.share < dark && std::isfinite(arrival.distance)) {
-        findings.Warn(place,
+        findings.Warn("lamp-far", place,
                       "the lamp reaches nothing: the nearest vertex is " +
                           Shown(std::round(arrival.distance)) + " away, and none gets more than " +
                           Shown(std::round(1000.0f * arrival.share) / 10.0f) +

@@ -38,21 +38,24 @@ bool HitsAnything(const Scene& scene, const Light& light) {
 
 void CheckLight(Findings& findings, const Scene& scene, const Light& light, const Place& place) {
     if (light.glLight == -1) {
-        findings.Error(place, "this is light number " + std::to_string(&light - scene.lights.get() + 1) +
-                                  ", and only the first eight shine");
+        findings.Error("light-ninth", place,
+                       "this is light number " + std::to_string(&light - scene.lights.get() + 1) +
+                           ", and only the first eight shine");
     }
     if (IsBlack(light.ambient) && IsBlack(light.diffuse) && IsBlack(light.specular)) {
-        findings.Warn(place, "the light is black: its ambient, diffuse and specular colours are all 0");
+        findings.Warn("light-black", place,
+                      "the light is black: its ambient, diffuse and specular colours are all 0");
     }
     const bool isDirection = light.position[3] == 0.0f;
     if (isDirection && light.position[0] == 0.0f && light.position[1] == 0.0f &&
         light.position[2] == 0.0f) {
-        findings.Error(place,
+        findings.Error("light-from-nowhere", place,
                        "the light comes from nowhere: with w 0 its position is a direction, and that is 0");
     }
     if (light.constantAttenuation == 0.0f && light.linearAttenuation == 0.0f &&
         light.quadraticAttenuation == 0.0f) {
-        findings.Error(place, "all three attenuations of the light are 0; a constant one of 1 is usual");
+        findings.Error("light-attenuation", place,
+                       "all three attenuations of the light are 0; a constant one of 1 is usual");
     }
     if (light.spotCutoff == 180.0f) {
         return;
@@ -60,14 +63,16 @@ void CheckLight(Findings& findings, const Scene& scene, const Light& light, cons
     const bool isAimless =
         light.spotDirection[0] == 0.0f && light.spotDirection[1] == 0.0f && light.spotDirection[2] == 0.0f;
     if (light.spotCutoff > 90.0f) {
-        findings.Error(place, "the spot cutoff is " + Shown(light.spotCutoff) +
-                                  " degrees: 0 to 90 make a spot, 180 makes none");
+        findings.Error("spot-cutoff", place,
+                       "the spot cutoff is " + Shown(light.spotCutoff) +
+                           " degrees: 0 to 90 make a spot, 180 makes none");
     } else if (isDirection) {
-        findings.Warn(place, "a light with a direction, w 0, can't be a spot: give it a place and w 1");
+        findings.Warn("spot-as-sun", place,
+                      "a light with a direction, w 0, can't be a spot: give it a place and w 1");
     } else if (isAimless) {
-        findings.Error(place, "the spot has no direction");
+        findings.Error("spot-without-direction", place, "the spot has no direction");
     } else if (!HitsAnything(scene, light)) {
-        findings.Warn(place,
+        findings.Warn("spot-unseen", place,
                       "the spot falls on no vertex, so that it isn't seen: cut the mesh up where it "
                       "shines, or turn it");
     }
@@ -94,6 +99,6 @@ void CheckLights(Findings& findings, const World& world) {
     const SceneSource& source = world.scenes.front();
     const std::size_t at =
         source.globals == -1 ? 0 : source.blocks[static_cast<std::size_t>(source.globals)].headBegin;
-    findings.Warn(source.hasAttributes ? source.attributes.At(at) : source.AtByte(-1),
+    findings.Warn("no-light", source.hasAttributes ? source.attributes.At(at) : source.AtByte(-1),
                   "the world is dim, for it has no light: put *LIGHT into the block GLOBALS");
 }

@@ -98,7 +98,7 @@ bool HasTooManyPlayers(const World& world) {
 
 void Judge(Findings& findings, World& world) {
     if (HasTooManyPlayers(world)) {
-        findings.Error(world.AtSetting("*PLAYERCOUNT"),
+        findings.Error("players-too-many", world.AtSetting("*PLAYERCOUNT"),
                        "so many players exhaust the memory; nothing else was "
                        "looked at");
         return;

@@ -46,8 +46,12 @@ struct MarkerCheck {
     std::int32_t id;
 
     const Object& Subject() const { return world.scene->objects[id]; }
-    void Error(const std::string& text) { findings.Error(world.At(id), Named(Subject()) + text); }
-    void Warn(const std::string& text) { findings.Warn(world.At(id), Named(Subject()) + text); }
+    void Error(const char* code, const std::string& text) {
+        findings.Error(code, world.At(id), Named(Subject()) + text);
+    }
+    void Warn(const char* code, const std::string& text) {
+        findings.Warn(code, world.At(id), Named(Subject()) + text);
+    }
 
     bool CheckPresence(const char* needOfAxes);
     void CheckAxes();
@@ -61,9 +65,10 @@ bool MarkerCheck::CheckPresence(const char* needOfAxes) {
         return true;
     }
     if (needOfAxes != nullptr) {
-        Error(std::string(": ") + needOfAxes + ", and it has no markers: give it a centre and three axes");
+        Error("no-markers",
+              std::string(": ") + needOfAxes + ", and it has no markers: give it a centre and three axes");
     } else if (Subject().faceValueCount > 0) {
-        Warn(" moves and has no markers: its centre is vertex 0, wherever that is");
+        Warn("no-centre", " moves and has no markers: its centre is vertex 0, wherever that is");
     }
     return false;
 }
@@ -82,24 +87,25 @@ void MarkerCheck::CheckAxes() {
         axes[i] = axes[i] - centre;
         const float length = axes[i].Length();
         if (!(std::fabs(length - 1.0f) <= tolerance)) {
-            Error(std::string(": its ") + markers[i].name + " axis marker is " + Shown(length) +
-                  " away from its centre, and has to be 1");
+            Error("axis-length", std::string(": its ") + markers[i].name + " axis marker is " +
+                                     Shown(length) + " away from its centre, and has to be 1");
             return;
         }
     }
     for (int i = 0; i < 3; i++) {
         const int next = (i + 1) % 3;
         if (std::fabs(axes[i].Dot(axes[next])) > tolerance) {
-            Error(std::string(": its ") + markers[i].name + " and " + markers[next].name +
-                  " axes don't stand at right angles");
+            Error("axes-askew", std::string(": its ") + markers[i].name + " and " + markers[next].name +
+                                    " axes don't stand at right angles");
             return;
         }
     }
     if (axes[0].Cross(axes[1]).Dot(axes[2]) < 0.0f) {
-        Warn(": its axes are left-handed: seen with Z towards you, Y has to lie counter-clockwise from X");
+        Warn("axes-left-handed",
+             ": its axes are left-handed: seen with Z towards you, Y has to lie counter-clockwise from X");
     } else if (axes[2].z < 0.5f) {
-        Warn(": its Z axis points " + std::string(axes[2].z < -0.5f ? "down" : "aside") +
-             "; it has to point up for players and cameras");
+        Warn("axis-z-aside", ": its Z axis points " + std::string(axes[2].z < -0.5f ? "down" : "aside") +
+                                 "; it has to point up for players and cameras");
     }
 }
 
@@ -121,9 +127,9 @@ void MarkerCheck::CheckOverwritten(bool needsAxes) {
                                      std::to_string(head.texVertexCount + 3) +
                                      ", behind its texture vertices";
             if (needsAxes) {
-                Error(text);
+                Error("marker-overwritten", text);
             } else {
-                Warn(text);
+                Warn("marker-overwritten", text);
             }
             return;
         }
@@ -137,9 +143,9 @@ void MarkerCheck::CheckSpare() {
     const std::string end = ": a member of a group is torn by its first move; give it one of its own";
     if (spare == object.centreVertex || spare == object.xAxisVertex || spare == object.yAxisVertex ||
         spare == object.zAxisVertex) {
-        Error(start + "is another marker" + end);
+        Error("spare-is-marker", start + "is another marker" + end);
     } else if (object.HasVertex(spare) && MeshFacts(object).isUsed[static_cast<std::size_t>(spare)]) {
-        Error(start + "is a corner of a triangle" + end);
+        Error("spare-is-corner", start + "is a corner of a triangle" + end);
     }
 }
 

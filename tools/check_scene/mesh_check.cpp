@@ -31,8 +31,12 @@ struct MeshCheck {
 
     const Object& Subject() const { return world.scene->objects[id]; }
     std::string Name() const { return Named(Subject()); }
-    void Error(const std::string& text) { findings.Error(world.At(id), Name() + text); }
-    void Warn(const std::string& text) { findings.Warn(world.At(id), Name() + text); }
+    void Error(const char* code, const std::string& text) {
+        findings.Error(code, world.At(id), Name() + text);
+    }
+    void Warn(const char* code, const std::string& text) {
+        findings.Warn(code, world.At(id), Name() + text);
+    }
 
     bool CheckValues();
     void CheckTriangles(const MeshFacts& facts);
@@ -55,8 +59,8 @@ bool MeshCheck::CheckValues() {
     for (const auto& array : arrays) {
         const std::int32_t broken = FirstBroken(array.values, array.count);
         if (broken != -1) {
-            Error(std::string(": ") + array.what + " " + std::to_string(broken / 3) +
-                  " is no finite number; write the scene again");
+            Error("value-not-finite", std::string(": ") + array.what + " " + std::to_string(broken / 3) +
+                                          " is no finite number; write the scene again");
         }
     }
     if (findings.list.size() > before) {
@@ -65,7 +69,7 @@ bool MeshCheck::CheckValues() {
     const float* colours = object.colours.get();
     const float* brightest = std::max_element(colours, colours + object.vertexValueCount);
     if (object.vertexValueCount > 0 && *brightest > 2.0f) {
-        Warn(": colours reach " + Shown(*brightest) + "; they run from 0 to 1");
+        Warn("colour-range", ": colours reach " + Shown(*brightest) + "; they run from 0 to 1");
     }
     return true;
 }
@@ -100,17 +104,19 @@ void MeshCheck::CheckTriangles(const MeshFacts& facts) {
     const Object& object = Subject();
     const std::int32_t count = object.faceValueCount / 3;
     if (facts.degenerateCount > 0) {
-        Warn(": " + std::to_string(facts.degenerateCount) + " of its " + Counted(count, "triangle") +
-             " have no area; the first is triangle " + std::to_string(facts.firstDegenerate));
+        Warn("triangle-flat", ": " + std::to_string(facts.degenerateCount) + " of its " +
+                                  Counted(count, "triangle") + " have no area; the first is triangle " +
+                                  std::to_string(facts.firstDegenerate));
     }
     if (facts.doubledCount > 0) {
-        Warn(": " + Counted(facts.doubledCount, "triangle") +
-             " with the same corners as another; the first is triangle " +
-             std::to_string(facts.firstDoubled) +
-             ". Twins flicker, and two back to back cancel each other's normals");
+        Warn("triangle-doubled", ": " + Counted(facts.doubledCount, "triangle") +
+                                     " with the same corners as another; the first is triangle " +
+                                     std::to_string(facts.firstDoubled) +
+                                     ". Twins flicker, and two back to back cancel each other's normals");
     }
     if (facts.LooksInwards() && !IsLookedAtFromInside(facts)) {
         Error(
+            "mesh-inward",
             ": its triangles look inwards, so that it is seen and solid from inside only; list the corners "
             "counter-clockwise as seen from outside");
     }
@@ -123,10 +129,10 @@ void MeshCheck::CheckTriangles(const MeshFacts& facts) {
         return false;
     }();
     if (world.Of(id).head.texTriangleCount == 0 && isMarkerUsed && !facts.isUsed[0]) {
-        Warn(
-            ": no triangle names vertex 0, but one names a marker: the indices seem to count from 1, and "
-            "have "
-            "to count from 0");
+        Warn("index-from-one",
+             ": no triangle names vertex 0, but one names a marker: the indices seem to count from 1, and "
+             "have "
+             "to count from 0");
     }
 }
 
@@ -159,10 +165,10 @@ void MeshCheck::CheckLooseVertices(const MeshFacts& facts) {
                     std::to_string(source.head.texVertexCount + 4) +
                     ", its texture vertices and 4; those that are missing stand at the origin";
         }
-        Warn(text);
+        Warn("vertices-stray", text);
     } else if (loose > facts.usedCount + markersAndView) {
-        Warn(": " + std::to_string(loose) + " of its " + std::to_string(all) +
-             " vertices belong to no triangle; leave them out");
+        Warn("vertices-loose", ": " + std::to_string(loose) + " of its " + std::to_string(all) +
+                                   " vertices belong to no triangle; leave them out");
     }
 }
 
@@ -171,11 +177,11 @@ void MeshCheck::CheckSize(const MeshFacts& facts) {
         std::max({std::fabs(facts.low.x), std::fabs(facts.low.y), std::fabs(facts.low.z),
                   std::fabs(facts.high.x), std::fabs(facts.high.y), std::fabs(facts.high.z)});
     if (farthest > farAway) {
-        Warn(": it reaches " + Shown(farthest) +
-             " from the origin, where positions get coarse; a player is 10 "
-             "high");
+        Warn("mesh-far", ": it reaches " + Shown(farthest) +
+                             " from the origin, where positions get coarse; a player is 10 "
+                             "high");
     } else if (facts.LargestSide() < tiny) {
-        Warn(": it is only " + Shown(facts.LargestSide()) + " large; a player is 10 high");
+        Warn("mesh-tiny", ": it is only " + Shown(facts.LargestSide()) + " large; a player is 10 high");
     }
 }
 
@@ -208,7 +214,7 @@ void CheckMeshes(Findings& findings, const World& world) {
     const float largest = std::max({high.x - low.x, high.y - low.y, high.z - low.z});
     constexpr float playerHeight = 10.0f;
     if (!isFirst && largest < playerHeight && world.scene->playerCount > 0) {
-        findings.Warn(world.scenes.front().AtByte(-1),
+        findings.Warn("world-tiny", world.scenes.front().AtByte(-1),
                       "the whole world is only " + Shown(largest) +
                           " large, and a player 10 high: make it larger, a metre as 5.5 units");
     }

@@ -40,10 +40,10 @@ void PlayerCheck::CheckView(const Place& place, const Object& camera) {
     const Player& player = Subject();
     for (const std::int32_t vertex : {player.eyeVertex, player.lookVertex}) {
         if (!camera.HasVertex(vertex)) {
-            findings.Error(place, Name() + " sees nothing: *CAMERAOBJECT names vertex " +
-                                      std::to_string(vertex) + ", and " + Named(camera) + " has " +
-                                      std::to_string(camera.vertexValueCount / 3) +
-                                      " vertices, counted from 0");
+            findings.Error("camera-vertex", place,
+                           Name() + " sees nothing: *CAMERAOBJECT names vertex " + std::to_string(vertex) +
+                               ", and " + Named(camera) + " has " +
+                               std::to_string(camera.vertexValueCount / 3) + " vertices, counted from 0");
             return;
         }
     }
@@ -53,13 +53,15 @@ void PlayerCheck::CheckView(const Place& place, const Object& camera) {
     camera.GetVertex(look, player.lookVertex);
     const Vector direction = look - eye;
     if (direction.Length() == 0.0f) {
-        findings.Error(place, Name() + " sees nothing: the eye and what it looks at, vertices " +
-                                  std::to_string(player.eyeVertex) + " and " +
-                                  std::to_string(player.lookVertex) + ", are the same place");
+        findings.Error("camera-points", place,
+                       Name() + " sees nothing: the eye and what it looks at, vertices " +
+                           std::to_string(player.eyeVertex) + " and " + std::to_string(player.lookVertex) +
+                           ", are the same place");
     } else if (std::hypot(direction.x, direction.y) < 0.001f * direction.Length()) {
-        findings.Error(place, Name() +
-                                  " looks straight up or down, where the picture has no upright; move the "
-                                  "look vertex");
+        findings.Error("camera-upright", place,
+                       Name() +
+                           " looks straight up or down, where the picture has no upright; move the "
+                           "look vertex");
     }
 }
 
@@ -67,7 +69,7 @@ void PlayerCheck::CheckCamera() {
     const Player& player = Subject();
     if (player.cameraObject == -1) {
         findings.Error(
-            world.AtSetting("*PLAYERCOUNT"),
+            "no-camera", world.AtSetting("*PLAYERCOUNT"),
             Name() + " has no camera and sees nothing, a blue window: some object needs *CAMERAOBJECT " +
                 std::to_string(index) + " and two vertices in its block");
         return;
@@ -81,11 +83,11 @@ void PlayerCheck::CheckCamera() {
         return;
     }
     if (!IsMemberOfOwnGroup(player.cameraObject)) {
-        findings.Error(place,
+        findings.Error("camera-left-behind", place,
                        Name() + "'s camera stays behind when they walk: give " + Named(camera) +
                            " a *GROUPMEMBER, and the player's object the *GROUPPARENT of that group");
     } else if (player.cameraObject > player.playerObject) {
-        findings.Warn(world.At(player.cameraObject),
+        findings.Warn("camera-after-player", world.At(player.cameraObject),
                       Name() +
                           "'s camera comes behind the player's object in the file, so that it ends up "
                           "askew when it tilts and turns at once; write it first");
@@ -98,7 +100,7 @@ void PlayerCheck::CheckBody() {
     if (player.playerObject == -1) {
         if (hasDevice && player.cameraObject != -1) {
             findings.Error(
-                world.AtSetting("*PLAYERCOUNT"),
+                "no-player-object", world.AtSetting("*PLAYERCOUNT"),
                 Name() + " moves nothing: some object needs *PLAYEROBJECT " + std::to_string(index));
         }
         return;
@@ -106,21 +108,22 @@ void PlayerCheck::CheckBody() {
     const Object& body = TheScene().objects[player.playerObject];
     const Place place = world.At(player.playerObject, "*PLAYEROBJECT", index);
     if (!hasDevice) {
-        findings.Error(world.AtSetting("*PLAYERCONTROLLER", index),
+        findings.Error("device-unknown", world.AtSetting("*PLAYERCONTROLLER", index),
                        Name() + " can't be moved: device " + std::to_string(player.controller) +
                            " is none of 0 keyboard, 1 mouse, 2 joystick");
     }
     if (body.collider == nullptr) {
-        findings.Error(place,
+        findings.Error("player-without-collider", place,
                        Name() + "'s " + Named(body) + " needs *COLLIDER, or it passes through everything");
     }
     if (body.physics == nullptr) {
-        findings.Error(place, Name() + "'s " + Named(body) +
-                                  " needs *PHYSICS, or it neither falls nor walks "
-                                  "as it should");
+        findings.Error("player-without-physics", place,
+                       Name() + "'s " + Named(body) +
+                           " needs *PHYSICS, or it neither falls nor walks "
+                           "as it should");
     }
     if (body.groupParent != -1 && body.groupParent != index) {
-        findings.Warn(world.At(player.playerObject, "*GROUPPARENT"),
+        findings.Warn("group-not-players", world.At(player.playerObject, "*GROUPPARENT"),
                       Name() + "'s group has the id " + std::to_string(body.groupParent) +
                           "; it has to be " + std::to_string(index) +
                           ", the player's index, for walking tracks to end");
@@ -133,7 +136,7 @@ void PlayerCheck::CheckViewport() {
     const KeyUse* key = world.SettingOf("*PLAYERVIEWPORT", index);
     if (key == nullptr) {
         findings.Error(
-            world.AtSetting("*PLAYERCOUNT"),
+            "no-viewport", world.AtSetting("*PLAYERCOUNT"),
             Name() + " has no *PLAYERVIEWPORT and sees the world in a square of 100 x 100 pixels");
         return;
     }
@@ -145,19 +148,21 @@ void PlayerCheck::CheckViewport() {
     }
     if (player.viewportX < 0 || player.viewportY < 0 || right > engine.windowRect.right ||
         top > engine.windowRect.bottom) {
-        findings.Error(place, Name() + "'s viewport reaches from " + std::to_string(player.viewportX) +
-                                  ", " + std::to_string(player.viewportY) + " to " + std::to_string(right) +
-                                  ", " + std::to_string(top) + ", beyond the window of " +
-                                  std::to_string(engine.windowRect.right) + " x " +
-                                  std::to_string(engine.windowRect.bottom));
+        findings.Error("viewport-outside", place,
+                       Name() + "'s viewport reaches from " + std::to_string(player.viewportX) + ", " +
+                           std::to_string(player.viewportY) + " to " + std::to_string(right) + ", " +
+                           std::to_string(top) + ", beyond the window of " +
+                           std::to_string(engine.windowRect.right) + " x " +
+                           std::to_string(engine.windowRect.bottom));
         return;
     }
     const double stretch = static_cast<double>(player.viewportWidth) * engine.windowRect.bottom /
                            (static_cast<double>(player.viewportHeight) * engine.windowRect.right);
     if (stretch < 0.95 || stretch > 1.05) {
-        findings.Warn(place, Name() + "'s viewport hasn't the proportions of the window: the picture is " +
-                                 (stretch < 1.0 ? "squeezed" : "stretched") + " to " +
-                                 Shown(std::round(stretch * 100.0)) + " % of its width");
+        findings.Warn("viewport-stretched", place,
+                      Name() + "'s viewport hasn't the proportions of the window: the picture is " +
+                          (stretch < 1.0 ? "squeezed" : "stretched") + " to " +
+                          Shown(std::round(stretch * 100.0)) + " % of its width");
     }
 }
 
@@ -168,12 +173,12 @@ void PlayerCheck::CheckAgainst(std::int32_t other) {
     const std::string both = "players " + std::to_string(other) + " and " + std::to_string(index);
     const bool bothMove = first.playerObject != -1 && second.playerObject != -1;
     if (bothMove && first.playerObject == second.playerObject) {
-        findings.Error(world.At(second.playerObject, "*PLAYEROBJECT", index),
+        findings.Error("player-object-shared", world.At(second.playerObject, "*PLAYEROBJECT", index),
                        both + " move the same object");
     }
     if (bothMove && first.controller == second.controller &&
         (first.controller == 1 || first.controller == 2)) {
-        findings.Warn(world.AtSetting("*PLAYERCONTROLLER", index),
+        findings.Warn("device-shared", world.AtSetting("*PLAYERCONTROLLER", index),
                       both + " have the same " + (first.controller == 1 ? "mouse" : "joystick") +
                           " and move in unison");
     }
@@ -182,7 +187,7 @@ void PlayerCheck::CheckAgainst(std::int32_t other) {
         for (int key = 0; key < usedKeys; key++) {
             const auto twin = std::find(first.keys, first.keys + usedKeys, second.keys[key]);
             if (twin != first.keys + usedKeys) {
-                findings.Error(world.AtSetting("*PLAYERKEYBOARDCONTROLS", index),
+                findings.Error("keys-shared", world.AtSetting("*PLAYERKEYBOARDCONTROLS", index),
                                both + " share keys of the keyboard, the first of them with the code " +
                                    std::to_string(second.keys[key]) +
                                    ": give each *PLAYERKEYBOARDCONTROLS");
@@ -197,7 +202,8 @@ void PlayerCheck::CheckAgainst(std::int32_t other) {
     const bool bothGiven = world.SettingOf("*PLAYERVIEWPORT", other) != nullptr &&
                            world.SettingOf("*PLAYERVIEWPORT", index) != nullptr;
     if (!apart && bothGiven) {
-        findings.Warn(world.AtSetting("*PLAYERVIEWPORT", index), "the viewports of " + both + " overlap");
+        findings.Warn("viewports-overlap", world.AtSetting("*PLAYERVIEWPORT", index),
+                      "the viewports of " + both + " overlap");
     }
 }
 
@@ -206,7 +212,7 @@ void PlayerCheck::CheckAgainst(std::int32_t other) {
 void CheckPlayers(Findings& findings, const World& world) {
     const std::int32_t count = world.scene->playerCount;
     if (count == 0) {
-        findings.Error(world.AtSetting("*PLAYERCOUNT"),
+        findings.Error("no-players", world.AtSetting("*PLAYERCOUNT"),
                        "there is no player, and the window stays blue: the settings need a *PLAYERCOUNT");
     }
     for (std::int32_t i = 0; i < count; i++) {

@@ -31,17 +31,17 @@ std::string WithoutPlace(std::string text, const std::string& path) {
 
 void CheckScene(Findings& findings, const World& world, const SceneSource& source) {
     if (!source.isThere) {
-        findings.Error(world.settings.At(source.loadPosition),
+        findings.Error("no-scene", world.settings.At(source.loadPosition),
                        "*LOADMESH: there is no file " + world.ShownName(source.path));
         return;
     }
     for (const std::string& box : source.boxes) {
         if (box.starts_with(source.path)) {
-            findings.Error(source.AtByte(ByteIn(box)), WithoutPlace(box, source.path));
+            findings.Error("scene-damaged", source.AtByte(ByteIn(box)), WithoutPlace(box, source.path));
         }
     }
     if (source.objectEnd == source.firstObject && source.boxes.empty()) {
-        findings.Warn(source.AtByte(-1), "the scene holds no object");
+        findings.Warn("scene-empty", source.AtByte(-1), "the scene holds no object");
     }
 }
 
@@ -55,7 +55,7 @@ void CheckFileEnd(Findings& findings, const World& world, const SceneSource& sou
     const SceneFile file(opened);
     const std::int64_t end = world.Of(last).head.endOffset;
     if (file.BytesFrom(end) > 0) {
-        findings.Warn(source.AtByte(end),
+        findings.Warn("bytes-after-end", source.AtByte(end),
                       Counted(file.BytesFrom(end), "byte") + " stand after the last of " +
                           Counted(source.objectEnd - source.firstObject, "object") +
                           ", and aren't read: the count at the beginning may be too small");
@@ -93,7 +93,7 @@ void CheckReports(Findings& findings, const World& world, std::int32_t id) {
                 text += ": they seem to count from 1, and have to count from 0";
             }
         }
-        findings.Error(world.At(id), text);
+        findings.Error("record-damaged", world.At(id), text);
     }
 }
 

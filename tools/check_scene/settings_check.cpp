@@ -14,14 +14,14 @@ void CheckEnd(Findings& findings, const World& world) {
     const TextFile& settings = world.settings;
     if (!world.settingsClosed) {
         const std::size_t last = settings.text.find_last_not_of(" \n");
-        findings.Warn(settings.At(last == std::string::npos ? 0 : last),
+        findings.Warn("settings-unclosed", settings.At(last == std::string::npos ? 0 : last),
                       "the closing brace is missing: end the file with a lone }");
         return;
     }
     for (const KeyUse& use :
          FindKeyUses(settings, world.settingsEnd, settings.text.size(), KeyPlace::Settings)) {
         if (use.key != nullptr && !settings.IsInComment(use.position)) {
-            findings.Error(settings.At(use.position),
+            findings.Error("settings-after-end", settings.At(use.position),
                            use.word + " isn't read: the settings end at the closing brace in line " +
                                std::to_string(settings.LineOf(world.settingsEnd - 1)));
         }
@@ -46,7 +46,7 @@ void CheckDevices(Findings& findings, const World& world) {
                 const double degrees = 10.0 * world.engine->mouseSensitivity * 180.0 / std::numbers::pi;
                 text += ": 10 pixels turn by " + Shown(std::round(degrees)) + " degrees; 0.005 feels usual";
             }
-            findings.Warn(world.AtSetting("*PLAYERCONTROLLER", i), text);
+            findings.Warn("no-sensitivity", world.AtSetting("*PLAYERCONTROLLER", i), text);
         }
     }
 }
@@ -62,21 +62,22 @@ void CheckSettings(Findings& findings, const World& world) {
         const std::int32_t bits = resolution->Whole(2);
         if (bits > 16 && bits < 32 && bits != 24) {
             findings.Error(
-                world.AtSetting("*RESOLUTION"),
+                "colour-bits", world.AtSetting("*RESOLUTION"),
                 "*RESOLUTION: the colour bits are 16, 24 or 32, and not " + std::to_string(bits));
         }
     }
     if (engine.farPlane <= engine.nearPlane) {
-        findings.Error(world.AtSetting("*FARCLIPPINGPLANE"),
+        findings.Error("clipping-planes", world.AtSetting("*FARCLIPPINGPLANE"),
                        "the far clipping plane, " + Shown(engine.farPlane) +
                            ", has to lie behind the near one, " + Shown(engine.nearPlane));
     }
     if (world.SettingOf("*FRAMERATELIMIT") == nullptr) {
-        findings.Warn(world.AtSetting("*FRAMERATELIMIT"),
+        findings.Warn("no-frame-rate", world.AtSetting("*FRAMERATELIMIT"),
                       "there is no *FRAMERATELIMIT: everything moves at 10 frames a second; 50 is usual");
     }
     if (world.scenes.empty()) {
-        findings.Error(world.AtSetting("*LOADMESH"), "there is no *LOADMESH: the world is empty");
+        findings.Error("no-loadmesh", world.AtSetting("*LOADMESH"),
+                       "there is no *LOADMESH: the world is empty");
     }
     CheckDevices(findings, world);
 }

@@ -36,17 +36,21 @@ void CheckDrop(Findings& findings, const World& world, std::int32_t player, cons
         std::string text = start + ", inside object \"" + drop.obstacle + "\"";
         text +=
             drop.fallsForEver ? ", and falls through" : ", and comes to rest at " + ShownPoint(drop.rest);
-        findings.Error(place, text + "; the start is the body's middle and belongs 5.05 above the floor");
+        findings.Error("spawn-in-solid", place,
+                       text + "; the start is the body's middle and belongs 5.05 above the floor");
     } else if (!drop.floor.empty()) {
-        findings.Error(place, start + " and " + (drop.fallsForEver ? "falls for ever" : "finds no hold") +
-                                  ": object \"" + drop.floor +
-                                  "\" lies below, but its triangles look down; list their corners "
-                                  "counter-clockwise as seen from above");
+        findings.Error("spawn-floor-inverted", place,
+                       start + " and " + (drop.fallsForEver ? "falls for ever" : "finds no hold") +
+                           ": object \"" + drop.floor +
+                           "\" lies below, but its triangles look down; list their corners "
+                           "counter-clockwise as seen from above");
     } else if (drop.fallsForEver) {
-        findings.Error(place, start + " and falls for ever: there is no floor below");
+        findings.Error("spawn-above-nothing", place,
+                       start + " and falls for ever: there is no floor below");
     } else if (drop.start.z - drop.rest.z > farAbove) {
-        findings.Warn(place, start + " and falls " + Shown(std::round(drop.start.z - drop.rest.z)) +
-                                 " units, to " + ShownPoint(drop.rest));
+        findings.Warn("spawn-falls", place,
+                      start + " and falls " + Shown(std::round(drop.start.z - drop.rest.z)) +
+                          " units, to " + ShownPoint(drop.rest));
     }
 }
 
@@ -55,11 +59,12 @@ void CheckSpawn(Findings& findings, const World& world, std::int32_t player, std
     const std::int32_t body = scene.players[player].playerObject;
     const Place place = world.At(spawn, "*PLAYERSPAWNPOINT", player);
     if (spawn <= body) {
-        findings.Error(place, "*PLAYERSPAWNPOINT finds no player " + std::to_string(player) +
-                                  " yet: " + Named(scene.objects[spawn]) + " has to come behind " +
-                                  Named(scene.objects[body]) + " in the scene file");
+        findings.Error("spawn-before-player", place,
+                       "*PLAYERSPAWNPOINT finds no player " + std::to_string(player) +
+                           " yet: " + Named(scene.objects[spawn]) + " has to come behind " +
+                           Named(scene.objects[body]) + " in the scene file");
     } else if (!scene.objects[spawn].HasVertex(0)) {
-        findings.Error(place,
+        findings.Error("spawn-without-vertex", place,
                        Named(scene.objects[spawn]) + " has no vertex, and a spawn point is its vertex 0");
     }
 }
@@ -71,7 +76,7 @@ void CheckStart(Findings& findings, const World& world, std::int32_t player) {
         CheckSpawn(findings, world, player, spawn);
     }
     if (spawns.size() > 1) {
-        findings.Error(world.At(spawns[1], "*PLAYERSPAWNPOINT", player),
+        findings.Error("spawn-repeated", world.At(spawns[1], "*PLAYERSPAWNPOINT", player),
                        "player " + std::to_string(player) +
                            " has several spawn points: they add up, and lead elsewhere; leave one");
         return;
@@ -80,7 +85,7 @@ void CheckStart(Findings& findings, const World& world, std::int32_t player) {
     const Place place = spawns.empty() ? world.At(id, "*PLAYEROBJECT", player)
                                        : world.At(spawns[0], "*PLAYERSPAWNPOINT", player);
     if (spawns.empty() && world.scene->players[player].controller == 1) {
-        findings.Warn(place,
+        findings.Warn("no-spawn", place,
                       "player " + std::to_string(player) +
                           " has no *PLAYERSPAWNPOINT: the first frame, in which it would keep the mouse "
                           "out, turns the view to wherever the mouse happens to lie");

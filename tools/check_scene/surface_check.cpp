@@ -82,7 +82,7 @@ void CheckTurned(Findings& findings, const World& world, std::int32_t id, const 
     std::int32_t first = 0;
     const std::int32_t turned = facts.doubledCount > 0 ? 0 : CountTurned(object, first);
     if (turned > 0) {
-        findings.Warn(world.At(id),
+        findings.Warn("triangle-turned", world.At(id),
                       Named(object) + ": " + Counted(turned, "triangle") +
                           " of it look to the other side than their neighbours, so that there are "
                           "holes; the first is triangle " +
@@ -95,15 +95,17 @@ void CheckLook(Findings& findings, const World& world, std::int32_t id) {
     constexpr float black = 0.02f;
     Vector value;
     if (AreAllAlike(object, object.colours.get(), value) && std::max({value.x, value.y, value.z}) < black) {
-        findings.Warn(world.At(id), Named(object) +
-                                        ": all its colours are black, and no light or texture shows "
-                                        "on it; they are multiplied with the texture");
+        findings.Warn("mesh-black", world.At(id),
+                      Named(object) +
+                          ": all its colours are black, and no light or texture shows "
+                          "on it; they are multiplied with the texture");
     }
     if (object.textureIndex >= 0 && object.texVertices != nullptr &&
         AreAllAlike(object, object.texVertices.get(), value)) {
-        findings.Warn(world.At(id, "*TEXTURE"), Named(object) +
-                                                    ": all its texture coordinates are the same, so "
-                                                    "that it shows one point of its texture");
+        findings.Warn("coordinates-alike", world.At(id, "*TEXTURE"),
+                      Named(object) +
+                          ": all its texture coordinates are the same, so "
+                          "that it shows one point of its texture");
     }
 }
 
@@ -112,7 +114,7 @@ void CheckPlayersMesh(Findings& findings, const World& world, std::int32_t id, c
     constexpr float highest = 20.0f;
     const Vector size = facts.high - facts.low;
     if (std::max(size.x, size.y) > widest || size.z > highest) {
-        findings.Warn(world.At(id),
+        findings.Warn("mesh-beyond-body", world.At(id),
                       "the player's " + Named(world.scene->objects[id]) + " is " +
                           Shown(std::round(size.x)) + " x " + Shown(std::round(size.y)) + " x " +
                           Shown(std::round(size.z)) +
@@ -148,9 +150,9 @@ void CheckSurfaces(Findings& findings, const World& world) {
         const auto [alike, isNew] =
             firstAlike.emplace(std::pair(object.faceValueCount, object.vertices[0]), id);
         if (!isNew && AreTwins(object, scene.objects[alike->second])) {
-            findings.Warn(world.At(id), Named(object) + " stands where " +
-                                            Named(scene.objects[alike->second]) +
-                                            " stands, with the same mesh: the two flicker; take one out");
+            findings.Warn("object-twice", world.At(id),
+                          Named(object) + " stands where " + Named(scene.objects[alike->second]) +
+                              " stands, with the same mesh: the two flicker; take one out");
         }
     }
 }

@@ -34,8 +34,9 @@ void CheckTexture(Findings& findings, const World& world, const TextureUse& use,
         return;
     }
     if (wanted.find(".rgb") == std::string::npos && wanted.find(".tga") == std::string::npos) {
-        findings.Error(place, "*TEXTURE " + wanted + " gives no image, and every texture that follows is " +
-                                  "taken for this one and is white, too: " + ExtensionAdvice(wanted));
+        findings.Error("image-unreadable", place,
+                       "*TEXTURE " + wanted + " gives no image, and every texture that follows is " +
+                           "taken for this one and is white, too: " + ExtensionAdvice(wanted));
         return;
     }
     const KeptImage* image = ImageOf(texture);
@@ -44,15 +45,21 @@ void CheckTexture(Findings& findings, const World& world, const TextureUse& use,
     }
     if (texture.name != wanted &&
         ResolveFileName(texture.name.c_str()) != ResolveFileName(wanted.c_str())) {
-        findings.Error(place, "*TEXTURE " + wanted + " shows " + texture.name +
-                                  ", because that was loaded before and its name lies within; choose names "
-                                  "of which none holds another");
+        findings.Error("image-name-taken", place,
+                       "*TEXTURE " + wanted + " shows " + texture.name +
+                           ", because that was loaded before and its name lies within; choose names "
+                           "of which none holds another");
     }
     if (texture.name == wanted && judged.insert(image).second) {
         bool isError = false;
         const std::string fault = ImageFault(*image, isError);
         if (!fault.empty()) {
-            findings.list.push_back({isError, place, "*TEXTURE " + wanted + ": the image " + fault});
+            const std::string text = "*TEXTURE " + wanted + ": the image " + fault;
+            if (isError) {
+                findings.Error("image-unusable", place, text);
+            } else {
+                findings.Warn("image-flaw", place, text);
+            }
         }
     }
 }
@@ -64,14 +71,16 @@ void CheckCoordinates(Findings& findings, const World& world, std::int32_t id) {
     }
     const bool hasTexture = object.textureIndex >= 0;
     if (hasTexture && object.texVertexValueCount == 0) {
-        findings.Error(world.At(id, "*TEXTURE"),
+        findings.Error("no-coordinates", world.At(id, "*TEXTURE"),
                        Named(object) + " has no texture coordinates: it is drawn without its texture");
     } else if (!hasTexture && object.texVertexValueCount > 0) {
-        findings.Warn(world.At(id), Named(object) + " has texture coordinates and no *TEXTURE in a block");
+        findings.Warn("coordinates-unused", world.At(id),
+                      Named(object) + " has texture coordinates and no *TEXTURE in a block");
     } else if (hasTexture && world.Of(id).head.texTriangleCount == 0) {
-        findings.Warn(world.At(id), Named(object) +
-                                        " has texture coordinates, but no texture triangles that "
-                                        "say where they belong: they go by the vertices' indices");
+        findings.Warn("coordinates-unplaced", world.At(id),
+                      Named(object) +
+                          " has texture coordinates, but no texture triangles that "
+                          "say where they belong: they go by the vertices' indices");
     }
 }
 
@@ -88,7 +97,7 @@ void CheckTextures(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
         for (const std::string& entry : source.log) {
             if (entry.find("damaged SGI image") != std::string::npos) {
-                findings.Error(source.AtByte(-1), entry);
+                findings.Error("image-damaged", source.AtByte(-1), entry);
             }
         }
     }

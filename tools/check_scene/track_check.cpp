@@ -18,7 +18,7 @@ bool IsBroken(Vector value) {
 void CheckTracks(Findings& findings, const World& world, std::int32_t id) {
     const Object& object = world.scene->objects[id];
     if (object.keyTrackCount > playedTracks) {
-        findings.Warn(world.At(id),
+        findings.Warn("tracks-too-many", world.At(id),
                       Named(object) + " has " + std::to_string(object.keyTrackCount) +
                           " key tracks, and only three are played: forward, backward, sideways");
     }
@@ -26,12 +26,12 @@ void CheckTracks(Findings& findings, const World& world, std::int32_t id) {
         const KeyTrack& track = object.keyTracks[i];
         const std::string name = Named(object) + ": key track " + std::to_string(i);
         if (track.keyCount == 0 && i + 1 == object.keyTrackCount) {  // others keep a later one in its place
-            findings.Warn(world.At(id), name + " is empty");
+            findings.Warn("track-empty", world.At(id), name + " is empty");
         }
         for (std::int32_t key = 0; key < track.keyCount; key++) {
             if (IsBroken(track.keyTranslations[key]) || IsBroken(track.keyAxes[key]) ||
                 !std::isfinite(track.keyAngles[key])) {
-                findings.Error(world.At(id),
+                findings.Error("track-not-finite", world.At(id),
                                name + ": key " + std::to_string(key) + " holds no finite numbers");
                 break;
             }
@@ -54,7 +54,7 @@ void CheckKeyTracks(Findings& findings, const World& world) {
             players.insert(member);
             if (scene.objects[member].keyTrackCount > scene.objects[body].keyTrackCount) {
                 findings.Error(
-                    world.At(member),
+                    "track-missing-of-player", world.At(member),
                     Named(scene.objects[member]) + " has " +
                         Counted(scene.objects[member].keyTrackCount, "key track") + ", and the player's " +
                         Named(scene.objects[body]) + " only " +
@@ -67,7 +67,7 @@ void CheckKeyTracks(Findings& findings, const World& world) {
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         CheckTracks(findings, world, id);
         if (scene.objects[id].keyTrackCount > 0 && !players.contains(id)) {
-            findings.Warn(world.At(id),
+            findings.Warn("track-unplayed", world.At(id),
                           Named(scene.objects[id]) +
                               " has key tracks that nobody plays: only a player's object and the "
                               "members of its group do");

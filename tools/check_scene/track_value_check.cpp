@@ -41,9 +41,9 @@ void CheckTrack(Findings& findings, const World& world, std::int32_t id, std::in
     for (std::int32_t key = 0; key < track.keyCount; key++) {
         const float angle = track.keyAngles[key];
         if (std::fabs(angle) > std::numbers::pi_v<float> + 0.01f) {
-            findings.Error(world.At(id), name + ": key " + std::to_string(key) + " turns by " +
-                                             Shown(angle) +
-                                             ", more than half a turn in one frame: angles are in radians");
+            findings.Error("track-degrees", world.At(id),
+                           name + ": key " + std::to_string(key) + " turns by " + Shown(angle) +
+                               ", more than half a turn in one frame: angles are in radians");
             return;
         }
         moved = moved + track.keyTranslations[key];
@@ -52,7 +52,7 @@ void CheckTrack(Findings& findings, const World& world, std::int32_t id, std::in
         turned = turned + axis * angle;
     }
     if (track.keyCount == 1 && (moved.Length() > 0.0f || turned.Length() > 0.0f)) {
-        findings.Warn(world.At(id),
+        findings.Warn("track-one-key", world.At(id),
                       name +
                           " has one key only, and the object flickers: each other frame takes the "
                           "key back");
@@ -62,7 +62,7 @@ void CheckTrack(Findings& findings, const World& world, std::int32_t id, std::in
     const bool jumps = moved.Length() > shift || FromWholeTurns(turned.Length()) > shift;
     if (jumps && !IsOperated(*world.scene, id)) {
         findings.Warn(
-            world.At(id),
+            "track-not-closed", world.At(id),
             name + " ends " + Shown(std::round(100.0f * moved.Length()) / 100.0f) + " units and " +
                 Shown(std::round(FromWholeTurns(turned.Length()) * 180.0f / std::numbers::pi_v<float>)) +
                 " degrees from where it began, and jumps back there each time: let it end "

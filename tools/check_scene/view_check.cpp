@@ -41,7 +41,7 @@ void CheckDirections(Findings& findings, const World& world, std::int32_t index)
     constexpr float clearly = 0.5f;
     if (camera.HasVertex(camera.yAxisVertex) && camera.yAxisVertex != camera.centreVertex &&
         view.Dot(Axis(camera, camera.yAxisVertex)) > clearly) {
-        findings.Error(place,
+        findings.Error("camera-upside-down", place,
                        name + " looks along the Y axis of " + Named(camera) +
                            ", so that up and down are exchanged: the look vertex belongs along minus Y");
     }
@@ -52,8 +52,9 @@ void CheckDirections(Findings& findings, const World& world, std::int32_t index)
     view.Normalise();
     const float along = -view.Dot(Axis(body, body.yAxisVertex));
     if (view.Length() > 0.0f && along < clearly) {
-        findings.Warn(place, name + " walks " + (along < -clearly ? "backward" : "sideways") +
-                                 " as they see it: forward is minus the Y axis of " + Named(body));
+        findings.Warn("camera-aside", place,
+                      name + " walks " + (along < -clearly ? "backward" : "sideways") +
+                          " as they see it: forward is minus the Y axis of " + Named(body));
     }
 }
 
@@ -68,7 +69,7 @@ void CheckBindings(Findings& findings, const World& world, const char* key) {
             }
             const auto [other, isNew] = first.emplace(use.Whole(0), id);
             if (!isNew && other->second != id) {
-                findings.Error(world.At(id, key, use.Whole(0)),
+                findings.Error("object-for-two", world.At(id, key, use.Whole(0)),
                                std::string(key) + " " + std::to_string(use.Whole(0)) +
                                    " stands in the block of " + Named(world.scene->objects[other->second]) +
                                    ", too; this one counts");
@@ -109,7 +110,7 @@ void CheckFarPlane(Findings& findings, const World& world) {
             }
         }
         if (2 * beyond > all) {
-            findings.Warn(world.AtSetting("*FARCLIPPINGPLANE"),
+            findings.Warn("world-beyond-far-plane", world.AtSetting("*FARCLIPPINGPLANE"),
                           "most of the world isn't drawn: it reaches " + Shown(std::round(farthest)) +
                               " from player " + std::to_string(index) +
                               "'s eye, and the far clipping plane lies at " + Shown(farPlane));

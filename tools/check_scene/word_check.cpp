@@ -41,7 +41,7 @@ void CheckText(Findings& findings, const TextFile& file, std::size_t begin, std:
         const bool isWanted =
             (left == '*' && isApart) || left == '\n' || (!lineStartsOnly && left != '#' && left != '*');
         if (isWanted && KeyNamed(word, place) != nullptr && !file.IsInComment(at)) {
-            findings.Error(file.At(at),
+            findings.Error("asterisk-missing", file.At(at),
                            word + " isn't read: an asterisk has to stand right before it, *" + word);
         }
         at = wordEnd;
@@ -54,7 +54,7 @@ void CheckEscape(Findings& findings, const World& world) {
     for (const KeyUse& use : world.settingsKeys) {
         for (std::size_t i = 1; use.Is("*PLAYERKEYBOARDCONTROLS") && i <= lastUsed; i++) {
             if (use.Whole(i) == escape) {
-                findings.Error(world.settings.At(use.numbers[i].begin),
+                findings.Error("key-escape", world.settings.At(use.numbers[i].begin),
                                "the key code 27 is Escape, which ends the program: choose another key");
             }
         }

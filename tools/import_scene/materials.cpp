@@ -112,6 +112,12 @@ aiColor3D ColourOf(const aiMaterial& material, bool wantsImage, const Surface& s
     return wantsImage && colour.IsBlack() ? grey : colour;
 }
 
+/// The library adds materials of its own.
+bool IsUsed(const aiScene& scene, unsigned material) {
+    return std::any_of(scene.mMeshes, scene.mMeshes + scene.mNumMeshes,
+                       [material](const aiMesh* mesh) { return mesh->mMaterialIndex == material; });
+}
+
 void TellLosses(const aiMaterial& material, const Surface& surface, Report& report) {
     const aiColor4D base = Read(material, aiColor4D(1.0f, 1.0f, 1.0f, 1.0f), AI_MATKEY_BASE_COLOR);
     const std::string alphaMode = Read(material, aiString("OPAQUE"), AI_MATKEY_GLTF_ALPHAMODE).C_Str();
@@ -142,7 +148,9 @@ std::vector<Surface> ReadSurfaces(const Model& model, TextureList& textures, Rep
             ReadTexture(model, material, type, surface, textures);
         }
         surface.colour = ColourOf(material, type != aiTextureType_NONE, surface, report);
-        TellLosses(material, surface, report);
+        if (IsUsed(*model.scene, i)) {
+            TellLosses(material, surface, report);
+        }
         int twoSided = 0;
         material.Get(AI_MATKEY_TWOSIDED, twoSided);
         surface.twoSided = twoSided != 0;
