@@ -2,7 +2,7 @@
 
 run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libgl-dev
     libglu1-mesa-dev libgl1-mesa-dri fonts-liberation libdecor-0-plugin-1-cairo"
-import_packages="libassimp-dev libsdl2-image-dev libstb-dev"
+import_packages="libassimp-dev libmeshoptimizer-dev libsdl2-image-dev libstb-dev"
 display_packages="xvfb"
 test_packages="$display_packages $import_packages libgtest-dev libbenchmark-dev imagemagick netpbm openbox
     weston x11-utils x11-xserver-utils xdotool xwayland"

@@ -1,12 +1,13 @@
 #include "import_scene/mesh_conversion.h"
 
+#include <meshoptimizer.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "import_scene/colour_space.h"
 #include "import_scene/creases.h"
-#include "import_scene/hash_table.h"
 
 namespace {
 
@@ -22,16 +23,33 @@ struct VertexKey {
 };
 
 struct TextureKey {
-    std::int32_t vertex = 0;
+    std::uint32_t vertex = 0;
     float u = 0.0f;
     float v = 0.0f;
 };
 
-std::vector<engine::Int3> FacesOf(const std::vector<std::int32_t>& numbers) {
+using Numbers = std::vector<std::uint32_t>;
+
+/// Leaves one of all equal keys, in the order in which they first come.
+/// @return for each key its number among those that are left
+template <typename Key>
+Numbers NumberKeys(std::vector<Key>& keys) {
+    Numbers numbers(keys.size());
+    const std::size_t count = meshopt_generateVertexRemap(numbers.data(), nullptr, keys.size(), keys.data(),
+                                                          keys.size(), sizeof(Key));
+    for (std::size_t i = 0; i < keys.size(); i++) {
+        keys[numbers[i]] = keys[i];
+    }
+    keys.resize(count);
+    return numbers;
+}
+
+std::vector<engine::Int3> FacesOf(const Numbers& numbers) {
     std::vector<engine::Int3> faces;
     faces.reserve(numbers.size() / 3);
+    const auto corner = [&](std::size_t i) { return static_cast<std::int32_t>(numbers[i]); };
     for (std::size_t i = 0; i + 2 < numbers.size(); i += 3) {
-        faces.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
+        faces.push_back({corner(i), corner(i + 1), corner(i + 2)});
     }
     return faces;
 }
@@ -120,7 +138,7 @@ struct Converter {
         return {Displayed(colour.r, linear), Displayed(colour.g, linear), Displayed(colour.b, linear)};
     }
 
-    TextureKey TextureOf(std::int32_t vertex, unsigned source) const {
+    TextureKey TextureOf(std::uint32_t vertex, unsigned source) const {
         const aiVector3D& given = mesh.mTextureCoords[surface.channel][source];
         const aiMatrix3x3& to = surface.toTexture;
         const float u = to.a1 * given.x + to.a2 * given.y + to.a3;
@@ -130,29 +148,28 @@ struct Converter {
 
     /// For each corner a number that says which corners of one place are shaded as one.
     std::vector<std::uint32_t> Creases() const {
-        KeyNumbers<engine::Float3> positions(mesh.mNumVertices);
-        std::vector<std::uint32_t> positionOfCorner;
-        positionOfCorner.reserve(corners.size());
+        std::vector<engine::Float3> positions;
+        positions.reserve(corners.size());
         std::vector<aiVector3D> normals;
         normals.reserve(corners.size() / 3);
         for (std::size_t i = 0; i < corners.size(); i += 3) {
             for (std::size_t corner = i; corner < i + 3; corner++) {
-                positionOfCorner.push_back(
-                    static_cast<std::uint32_t>(positions.Add(Keyed(places[corners[corner]]))));
+                positions.push_back(Keyed(places[corners[corner]]));
             }
             const aiVector3D a = places[corners[i]];
             aiVector3D normal = (places[corners[i + 1]] - a) ^ (places[corners[i + 2]] - a);
             normals.push_back(normal.NormalizeSafe());
         }
-        return SmoothGroups(positionOfCorner, normals, positions.keys.size(), conversion.creaseAngle);
+        const Numbers positionOfCorner = NumberKeys(positions);
+        return SmoothGroups(positionOfCorner, normals, positions.size(), conversion.creaseAngle);
     }
 
     /// What the vertices and texture vertices are, and which of them each corner has.
     struct Numbering {
         std::vector<VertexKey> vertices;
         std::vector<TextureKey> texVertices;
-        std::vector<std::int32_t> vertexOfCorner;
-        std::vector<std::int32_t> texVertexOfCorner;
+        Numbers vertexOfCorner;
+        Numbers texVertexOfCorner;
     };
 
     VertexKey KeyOf(unsigned source, const engine::Float3& plainColour, std::uint32_t shading) const {
@@ -162,7 +179,8 @@ struct Converter {
     /// Where the mesh has normals, all corners at one of its vertices are alike: those vertices are
     /// numbered, and most of them are the only ones with their texture coordinates.
     Numbering NumberByVertex(const engine::Float3& plainColour) const {
-        std::vector<std::int32_t> numberOf(mesh.mNumVertices, -1);
+        constexpr std::uint32_t unused = ~0u;
+        Numbers numberOf(mesh.mNumVertices, unused);
         for (const std::uint32_t source : corners) {
             numberOf[source] = 0;
         }
@@ -172,16 +190,14 @@ struct Converter {
         used.reserve(mesh.mNumVertices);
         for (unsigned source = 0; source < mesh.mNumVertices; source++) {
             if (numberOf[source] == 0) {
-                numberOf[source] = static_cast<std::int32_t>(used.size());
+                numberOf[source] = static_cast<std::uint32_t>(used.size());
                 used.push_back(source);
                 keys.push_back(KeyOf(source, plainColour, NormalKey(mesh.mNormals[source])));
             }
         }
-        KeyNumbers<VertexKey> vertices(used.size());
-        std::vector<std::int32_t> vertexOf;
-        vertices.AddAll(keys, vertexOf);
+        const Numbers vertexOf = NumberKeys(keys);
         Numbering numbering;
-        std::vector<std::int32_t> texVertexOf;
+        Numbers texVertexOf;
         if (textured) {
             numbering.texVertices.reserve(used.size());
             for (std::size_t i = 0; i < used.size(); i++) {
@@ -189,16 +205,14 @@ struct Converter {
             }
             // A mesh that has a vertex for each corner has many of them twice.
             if (2 * used.size() > corners.size()) {
-                KeyNumbers<TextureKey> texVertices(used.size());
-                texVertices.AddAll(numbering.texVertices, texVertexOf);
-                numbering.texVertices = std::move(texVertices.keys);
+                texVertexOf = NumberKeys(numbering.texVertices);
             }
         }
-        numbering.vertices = std::move(vertices.keys);
+        numbering.vertices = std::move(keys);
         numbering.vertexOfCorner.reserve(corners.size());
         numbering.texVertexOfCorner.reserve(textured ? corners.size() : 0);
         for (const std::uint32_t source : corners) {
-            const std::int32_t number = numberOf[source];
+            const std::uint32_t number = numberOf[source];
             numbering.vertexOfCorner.push_back(vertexOf[number]);
             if (textured) {
                 numbering.texVertexOfCorner.push_back(texVertexOf.empty() ? number : texVertexOf[number]);
@@ -208,19 +222,21 @@ struct Converter {
     }
 
     Numbering NumberByCorner(const engine::Float3& plainColour) const {
-        const std::vector<std::uint32_t> creases = Creases();
-        KeyNumbers<VertexKey> vertices(mesh.mNumVertices);
-        KeyNumbers<TextureKey> texVertices(textured ? mesh.mNumVertices : 0);
+        const Numbers creases = Creases();
         Numbering numbering;
+        numbering.vertices.reserve(corners.size());
         for (std::size_t corner = 0; corner < corners.size(); corner++) {
-            const std::int32_t vertex = vertices.Add(KeyOf(corners[corner], plainColour, creases[corner]));
-            numbering.vertexOfCorner.push_back(vertex);
-            if (textured) {
-                numbering.texVertexOfCorner.push_back(texVertices.Add(TextureOf(vertex, corners[corner])));
-            }
+            numbering.vertices.push_back(KeyOf(corners[corner], plainColour, creases[corner]));
         }
-        numbering.vertices = std::move(vertices.keys);
-        numbering.texVertices = std::move(texVertices.keys);
+        numbering.vertexOfCorner = NumberKeys(numbering.vertices);
+        if (textured) {
+            numbering.texVertices.reserve(corners.size());
+            for (std::size_t corner = 0; corner < corners.size(); corner++) {
+                numbering.texVertices.push_back(
+                    TextureOf(numbering.vertexOfCorner[corner], corners[corner]));
+            }
+            numbering.texVertexOfCorner = NumberKeys(numbering.texVertices);
+        }
         return numbering;
     }
 
