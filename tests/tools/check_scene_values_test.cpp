@@ -34,6 +34,17 @@ struct Planted {
         world.attributes += name + " {\n" + keys + "\n}\n";
         world.objects.push_back(crate);
     }
+    /// Four walls of 12 around the player's start, 16 x 16 inside, with a door to the north.
+    /// @param step height of what lies in the door
+    void AddRoom(float doorWidth, float step) {
+        SceneObject room = engine::MakeBox("Room", {-10, -30, 0}, {10, -28, 12});
+        Append(room, engine::MakeBox("", {-10, -28, 0}, {-8, -12, 12}));
+        Append(room, engine::MakeBox("", {8, -28, 0}, {10, -12, 12}));
+        Append(room, engine::MakeBox("", {-10, -12, 0}, {-doorWidth / 2, -10, 12}));
+        Append(room, engine::MakeBox("", {doorWidth / 2, -12, 0}, {10, -10, 12}));
+        Append(room, engine::MakeBox("", {-doorWidth / 2, -12, 0}, {doorWidth / 2, -10, step}));
+        world.Add(room, {0, -20, 6}, {});
+    }
     SceneObject& Eyes() { return world.objects[0]; }
     SceneObject& Body() { return world.objects[1]; }
     std::string Check() {
@@ -176,6 +187,10 @@ const Plant plants[] = {
          TurnAboutZ(p.Body(), {0, -20, 0}, 3.14f);
      },
      "player 0 walks backward"},
+    {[](Planted& p) { p.AddRoom(5, 0.1f); }, ""},
+    {[](Planted& p) { p.AddRoom(5, 2); }, ""},
+    {[](Planted& p) { p.AddRoom(3.5f, 0.1f); }, "of the floor only: the ways out are too narrow"},
+    {[](Planted& p) { p.AddRoom(5, 7); }, "of the floor only: the ways out are too narrow"},
     {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "most of the world isn't drawn"},
 };
 

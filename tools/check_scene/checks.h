@@ -3,6 +3,8 @@
 #include "check_scene/findings.h"
 #include "check_scene/world.h"
 
+struct Walks;
+
 // The judgements on a world that is loaded, each in a file of its own.
 
 void CheckSettings(Findings& findings, const World& world);
@@ -18,6 +20,7 @@ void CheckWords(Findings& findings, const World& world);
 void CheckViews(Findings& findings, const World& world);
 void CheckGroupLevels(Findings& findings, const World& world);
 void CheckTrackValues(Findings& findings, const World& world);
+void CheckWays(Findings& findings, const World& world, const Walks& walks);
 void CheckBodies(Findings& findings, const World& world);
 void CheckLamps(Findings& findings, const World& world);
 void CheckLights(Findings& findings, const World& world);

@@ -7,6 +7,7 @@
 #include "check_scene/obj_export.h"
 #include "check_scene/plan.h"
 #include "check_scene/report.h"
+#include "check_scene/walk.h"
 #include "check_scene/world.h"
 #include "process/options.h"
 #include "process/save_file.h"
@@ -96,12 +97,12 @@ bool HasTooManyPlayers(const World& world) {
     return count > most;
 }
 
-void Judge(Findings& findings, World& world) {
+Walks Judge(Findings& findings, World& world) {
     if (HasTooManyPlayers(world)) {
         findings.Error("players-too-many", world.AtSetting("*PLAYERCOUNT"),
                        "so many players exhaust the memory; nothing else was "
                        "looked at");
-        return;
+        return {};
     }
     world.LoadScenes();
     CheckSettings(findings, world);
@@ -122,7 +123,10 @@ void Judge(Findings& findings, World& world) {
     CheckLamps(findings, world);
     CheckGroups(findings, world);
     CheckKeyTracks(findings, world);
+    const Walks walks = WalkThrough(*world.scene);
+    CheckWays(findings, world, walks);
     findings.Sort();
+    return walks;
 }
 
 int Run(const Options& options) {
@@ -137,7 +141,7 @@ int Run(const Options& options) {
         return wrongUsage;
     }
     Findings findings;
-    Judge(findings, world);
+    const Walks walks = Judge(findings, world);
     if (options.list) {
         PrintWorld(std::cout, world);
     }
@@ -158,6 +162,7 @@ int Run(const Options& options) {
     } else {
         PrintFindings(std::cout, findings, !picture.empty());
         PrintCost(std::cout, world);
+        PrintWays(std::cout, walks);
         const int errors = findings.ErrorCount();
         std::cout << Counted(errors, "error") << ", "
                   << Counted(static_cast<int>(findings.list.size()) - errors, "warning") << "\n";

@@ -1,0 +1,36 @@
+#include <cmath>
+#include <ostream>
+
+#include "check_scene/checks.h"
+#include "check_scene/walk.h"
+#include "scene/scene.h"
+
+// Where players get on foot: who is shut in.
+
+void CheckWays(Findings& findings, const World& world, const Walks& walks) {
+    constexpr double little = 0.04;
+    constexpr std::size_t leastSquares = 50;  // a world of one small room is whole with few
+    for (const Walks::Player& player : walks.players) {
+        const double share = static_cast<double>(player.reached) / static_cast<double>(walks.floor.size());
+        if (walks.isWhole && walks.floor.size() >= leastSquares && share < little && !player.fallsOut) {
+            findings.Warn(
+                world.At(world.scene->players[player.index].playerObject, "*PLAYEROBJECT", player.index),
+                "player " + std::to_string(player.index) + " gets over " +
+                    Shown(std::round(100.0 * share)) +
+                    " % of the floor only: the ways out are too narrow, too low or too high; a body is 4 "
+                    "wide and 10 high, and climbs steps up to about 3");
+        }
+    }
+}
+
+void PrintWays(std::ostream& out, const Walks& walks) {
+    for (const Walks::Player& player : walks.players) {
+        const double share = static_cast<double>(player.reached) / static_cast<double>(walks.floor.size());
+        out << "player " << player.index << " gets over " << (walks.isWhole ? "" : "at least ")
+            << Shown(std::round(100.0 * share)) << " % of the floor on foot";
+        if (player.fallsOut) {
+            out << ", and falls out of the world at " << ShownPoint(player.edge);
+        }
+        out << '\n';
+    }
+}
