@@ -14,6 +14,7 @@ void CheckWays(Findings& findings, const World& world, const Walks& walks) {
         const double share = static_cast<double>(player.reached) / static_cast<double>(walks.floor.size());
         if (walks.isWhole && walks.floor.size() >= leastSquares && share < little && !player.fallsOut) {
             findings.Warn(
+                "player-shut-in",
                 world.At(world.scene->players[player.index].playerObject, "*PLAYEROBJECT", player.index),
                 "player " + std::to_string(player.index) + " gets over " +
                     Shown(std::round(100.0 * share)) +
