@@ -21,8 +21,9 @@ namespace {
 using Corner = std::array<float, 8>;
 using Triangle = std::array<Corner, 3>;
 
-CommandResult RunImport(const std::string& arguments) {
-    return RunCommand("ASAN_OPTIONS=exitcode=99 " IMPORT_SCENE_PROGRAM " " + arguments + " 2>&1");
+CommandResult RunImport(const std::string& arguments, const std::string& variable = "") {
+    return RunCommand(variable + " ASAN_OPTIONS=exitcode=99 " IMPORT_SCENE_PROGRAM " " + arguments +
+                      " 2>&1");
 }
 
 /// The scene that the importer makes, as the engine reads it.
@@ -215,6 +216,8 @@ TEST(ImportScene, WhatCantBeReadIsToldAndLeavesNothingBehind) {
     WriteWholeFile("missing.obj",
                    "mtllib missing.mtl\nusemtl m\nv 0 0 0\nv 9 0 0\nv 0 9 0\nvt 0 0\nf 1/1 2/1 3/1\n");
     WriteWholeFile("missing.mtl", "newmtl m\nmap_Kd C:\\art\\gone.png\n");
+    WriteWholeFile("wide.obj", "\xFF\xFE");
+    EXPECT_NE(RunImport("wide.obj data/world").output.find("UTF-8"), std::string::npos);
     const CommandResult missing = RunImport("missing.obj data/world");
     EXPECT_EQ(missing.exitCode, 0) << missing.output;
     EXPECT_NE(missing.output.find("missing.obj: warning: image C:\\art\\gone.png"), std::string::npos)
@@ -370,6 +373,36 @@ TEST(ImportScene, WhatWasChangedByHandIsKept) {
     EXPECT_EQ(ReadWholeFile("data/world.bin"), scene);
     EXPECT_NE(ReadWholeFile("settings.atr"), "mine");
     EXPECT_EQ(import(first, "--settings"), 0);
+}
+
+TEST(ImportScene, TransparentTexelsTakeTheColourBesideThem) {
+    const TemporaryFolder folder;
+    engine::Image leaf(4, 4, 4);  // clear black but for one texel
+    std::fill_n(&leaf.At(1, 2, 0), 4, std::uint8_t{200});
+    WriteTga("leaf.tga", leaf);
+    ASSERT_EQ(RunImport("leaf.tga out.tga").exitCode, 0);
+    const std::string out = ReadWholeFile("out.tga");
+    constexpr std::size_t header = 18;
+    for (std::size_t texel = header; texel < header + 4 * 4 * 4; texel += 4) {
+        EXPECT_EQ(out.substr(texel, 3), "\xC8\xC8\xC8");
+    }
+}
+
+TEST(ImportScene, ABlendFileComesThroughBlender) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories("empty");
+    WriteWholeFile("cube.blend", "BLENDER");
+    const CommandResult without = RunImport("cube.blend data/world --dry-run", "PATH=empty");
+    EXPECT_EQ(without.exitCode, 1);
+    EXPECT_NE(without.output.find("glTF"), std::string::npos) << without.output;
+    if (RunCommand("command -v blender").exitCode != 0) {
+        GTEST_SKIP() << "Blender isn't installed";
+    }
+    RunCommand(
+        "timeout 100 blender -b --factory-startup --python-expr \"import bpy, os; "
+        "bpy.ops.wm.save_as_mainfile(filepath=os.path.abspath('cube.blend'))\" 2>&1");
+    const CommandResult with = RunImport("cube.blend data/world --no-floor --one-sided");
+    EXPECT_NE(with.output.find(" 12 triangles"), std::string::npos) << with.output;
 }
 
 TEST(ImportScene, MergedSceneryKeepsItsTrianglesInSmallPieces) {

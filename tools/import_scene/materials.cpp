@@ -135,8 +135,19 @@ void TellLosses(const aiMaterial& material, const Surface& surface, Report& repo
 }  // namespace
 
 std::vector<Surface> ReadSurfaces(const Model& model, TextureList& textures, Report& report) {
+    std::vector<bool> isUsed(model.scene->mNumMaterials);
+    for (unsigned i = 0; i < model.scene->mNumMeshes; i++) {
+        const unsigned material = model.scene->mMeshes[i]->mMaterialIndex;
+        if (material < isUsed.size()) {
+            isUsed[material] = true;
+        }
+    }
     std::vector<Surface> surfaces;
     for (unsigned i = 0; i < model.scene->mNumMaterials; i++) {
+        if (!isUsed[i]) {
+            surfaces.emplace_back();
+            continue;
+        }
         const aiMaterial& material = *model.scene->mMaterials[i];
         Surface surface;
         aiString name;

@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <numbers>
 #include <stdexcept>
 
+#include "import_scene/blender_export.h"
 #include "platform/files.h"
 
 namespace {
@@ -66,6 +68,17 @@ float KnownScale(const std::string& format, const aiScene& scene) {
         return centimetres * 0.01f * unitsForOneMetre;
     }
     return 0.0f;
+}
+
+/// The library takes such a text for an empty one.
+void RefuseUtf16(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    char mark[2] = {};
+    file.read(mark, 2);
+    const std::string start(mark, 2);
+    if (start == "\xFF\xFE" || start == "\xFE\xFF") {
+        throw std::runtime_error("it is a text in UTF-16: save it as UTF-8");
+    }
 }
 
 /// Parents before children, without recursion: models come from anywhere and may be deep.
@@ -151,7 +164,19 @@ Model::Model(const Options& options, Report& report)
         throw std::runtime_error("the file is empty");
     }
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
-    scene = importer.ReadFile(path, aiProcess_Triangulate);
+    // Numbers for packed images, which may all have the same name.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_EMBEDDED_TEXTURES_LEGACY_NAMING, true);
+    std::string readPath = path;
+    if (NeedsBlender(format)) {
+        readPath = ExportByBlender(path, format);
+        format = ExtensionOf(readPath);
+    } else if (format == "obj") {
+        RefuseUtf16(path);
+    }
+    scene = importer.ReadFile(readPath, aiProcess_Triangulate);
+    if (readPath != path) {
+        std::filesystem::remove_all(std::filesystem::path(readPath).parent_path());
+    }
     if (scene == nullptr) {
         throw std::runtime_error(std::string("it can't be read as a model: ") + importer.GetErrorString());
     }
