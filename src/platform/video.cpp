@@ -3,6 +3,7 @@
 #include <SDL.h>
 #include <X11/Xlib.h>
 
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -76,6 +77,8 @@ void SetCursorCanBeMoved(bool can) {
 
 void StopVideo() {
     if (VideoRuns()) {
+        // A display that closes with drawing in the queue may wait for Mesa's threads for ever.
+        assert(SDL_GL_GetCurrentContext() == nullptr);
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
     }
 }

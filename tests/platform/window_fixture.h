@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/display_mode.h"
@@ -93,6 +94,7 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
             return 1;
         }
         if (message == WM_DESTROY) {
+            wglDeleteContext(std::exchange(context, nullptr));
             PostQuitMessage(7);
         }
         return DefWindowProcA(self, message, wParam, lParam);

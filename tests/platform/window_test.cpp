@@ -61,7 +61,7 @@ TEST_P(WindowsOnDisplay, StartDispatchesItsMessagesAndGivesTheClientAreaItsSize)
     EXPECT_TRUE(doubleBuffered);
 
     // The context may go while it is current.
-    EXPECT_TRUE(wglDeleteContext(context));
+    EXPECT_TRUE(wglDeleteContext(std::exchange(context, nullptr)));
     EXPECT_TRUE(ReleaseDC(window, GetDC(window)));
     glClear(GL_COLOR_BUFFER_BIT);
     EXPECT_TRUE(DestroyWindow(window));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "support/command.h"
+#include "support/end_process.h"
 #include "support/wait_until.h"
 
 enum class WindowManager { None, Openbox };
@@ -38,12 +40,14 @@ struct VirtualDisplay {
         server = Start({"Xvfb", "-displayfd", std::to_string(numberPipe[1]), "-screen", "0", "1280x1024x24",
                         "+extension", "GLX", "+extension", "RANDR", "-noreset", "-nolisten", "tcp"});
         close(numberPipe[1]);
-        for (char digit; read(numberPipe[0], &digit, 1) == 1 && digit != '\n';) {
+        pollfd number{numberPipe[0], POLLIN, 0};
+        for (char digit;
+             poll(&number, 1, 20000) == 1 && read(numberPipe[0], &digit, 1) == 1 && digit != '\n';) {
             name += digit;
         }
         close(numberPipe[0]);
         if (name.empty()) {
-            End(server);
+            EndProcess(server);
             throw std::runtime_error("Xvfb doesn't start");
         }
         name.insert(0, ":");
@@ -56,8 +60,8 @@ struct VirtualDisplay {
     }
 
     ~VirtualDisplay() {
-        End(manager);
-        End(server);
+        EndProcess(manager);
+        EndProcess(server);
         if (displayBefore) {
             setenv("DISPLAY", displayBefore->c_str(), 1);
         } else {
@@ -140,8 +144,8 @@ private:
         manager = Start({"openbox", "--config-file", "/etc/xdg/openbox/rc.xml"});
         // A manager sets the number of desktops when it is ready; without it this command fails.
         if (!WaitUntil([] { return RunCommand("xdotool get_num_desktops 2>&1").exitCode == 0; })) {
-            End(manager);
-            End(server);
+            EndProcess(manager);
+            EndProcess(server);
             throw std::runtime_error("openbox doesn't start");
         }
     }
@@ -164,14 +168,5 @@ private:
         dup2(nowhere, STDERR_FILENO);
         execvp(arguments[0], arguments.data());
         _exit(127);
-    }
-
-    static void End(pid_t& process) {
-        if (process <= 0) {
-            return;
-        }
-        kill(process, SIGTERM);
-        waitpid(process, nullptr, 0);
-        process = -1;
     }
 };
