@@ -2,6 +2,7 @@
 
 #include <GL/gl.h>
 
+#include <cassert>
 #include <cstdint>
 #include <vector>
 
@@ -30,6 +31,7 @@ std::vector<std::uint8_t> ReadPicture(int width, int height) {
 }  // namespace
 
 void LimitFrames(int frames, const std::string& screenshot) {
+    assert(frames > 0);
     limit = frames;
     file = screenshot;
 }

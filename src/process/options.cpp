@@ -3,6 +3,7 @@
 #include <getopt.h>
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -19,6 +20,7 @@ bool ReadNumber(const char* begin, const char* end, Number& number) {
 
 template <typename Number>
 StoreOption IntoRange(Number& number, Number least, Number most, const std::string& takes) {
+    assert(least <= most);
     return [=, &number](const std::string& text) {
         Number value{};
         const bool fits = ReadNumber(text.data(), text.data() + text.size(), value) && value >= least &&

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
 namespace {
 
@@ -69,6 +70,7 @@ void AppendChunk(Bytes& file, const Bytes& type, const Bytes& content) {
 }  // namespace
 
 std::string PngFile(int width, int height, const std::uint8_t* pixels, int channels) {
+    assert(width > 0 && height > 0 && (channels == 3 || channels == 4));
     const std::size_t rowSize = static_cast<std::size_t>(channels) * static_cast<std::size_t>(width);
     Bytes rows;
     rows.reserve((rowSize + 1) * static_cast<std::size_t>(height));

@@ -1,6 +1,7 @@
 #include "scene/id_list.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 IdList::IdList(std::int32_t newCapacity) {
@@ -22,6 +23,7 @@ bool IdList::Add(std::int32_t id) {
 }
 
 void IdList::Resize(std::int32_t newCapacity) {
+    assert(newCapacity >= 0);
     auto resized = std::make_unique_for_overwrite<std::int32_t[]>(static_cast<std::size_t>(newCapacity));
     const std::int32_t kept = std::min(capacity, newCapacity);
     std::copy_n(ids.get(), kept, resized.get());

@@ -1,6 +1,7 @@
 #include "scene/key_track.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace {
@@ -9,6 +10,7 @@ namespace {
 /// no values: most tracks of a file may be empty.
 template <typename Value>
 void ResizeKeys(std::unique_ptr<Value[]>& array, std::int32_t oldCount, std::int32_t newCount) {
+    assert(oldCount >= 0 && newCount >= 0);
     std::unique_ptr<Value[]> resized;
     if (newCount > 0) {
         resized = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(newCount));

@@ -1,6 +1,7 @@
 #include "scene/object.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace {
@@ -9,6 +10,7 @@ namespace {
 /// behind them are not initialised.
 template <typename Value>
 void ResizeArray(std::unique_ptr<Value[]>& array, std::int32_t oldCount, std::int32_t newCount) {
+    assert(oldCount >= 0 && newCount >= 0);
     auto resized = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(newCount));
     std::copy_n(array.get(), std::min(oldCount, newCount), resized.get());
     array = std::move(resized);
@@ -95,6 +97,8 @@ void Object::CopyTo(Object& destination) const {
     std::copy_n(colours.get(), vertexValueCount, destination.colours.get());
     std::copy_n(normals.get(), vertexValueCount, destination.normals.get());
     std::copy_n(faces.get(), faceValueCount, destination.faces.get());
+    assert(destination.vertexValueCount == vertexValueCount &&
+           destination.faceValueCount == faceValueCount);
     destination.MeshChanged();
 
     if (destination.texVertexValueCount != texVertexValueCount ||

@@ -18,7 +18,7 @@ struct Contact {
 };
 
 /// A nearer contact than the one recorded so far; of two at the same distance the first one stands.
-/// Comparisons with NaN are false, so a distance that is none is not turned away here.
+/// Comparisons with NaN are false, so a distance that is NaN is not turned away here.
 bool IsNearer(const Collider& body, float distance, float travel) {
     return !(distance <= 0.0f) && !(distance > travel) &&
            !(body.foundCollision != 0 && body.nearestDistance <= distance);
@@ -88,7 +88,7 @@ void CollideWithFace(Collider& body, Vector a, Vector b, Vector c, Vector direct
     onFace.distance = onFace.spherePoint.IntersectRayPlane(ray, a, n);
     onFace.point = onFace.spherePoint + ray * onFace.distance;
 
-    // Whether the point is in the triangle is dear to find out, so it is asked only if it decides.
+    // The test of the triangle costs most, so it comes last and only where it decides.
     const bool faceCounts = IsNearer(body, onFace.distance, travel);
     const bool asked = faceCounts || last;
     if (asked && onFace.point.IsPointInTriangle(a, b, c)) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstdint>
 #include <memory>
 
@@ -15,11 +16,13 @@ struct IdMarks {
         words = std::make_unique<std::uint64_t[]>(static_cast<std::size_t>(wordCount));
         blocks = std::make_unique<std::uint64_t[]>(static_cast<std::size_t>(blockCount));
         memory = static_cast<std::int64_t>(sizeof(std::uint64_t)) * (wordCount + blockCount);
+        idLimit = idCount;
         firstBlock = blockCount;
         endBlock = 0;
     }
     /// Not between two calls of `Take` of which the first left something.
     void Add(std::int32_t id) {
+        assert(id >= 0 && id < idLimit);
         const std::int32_t word = id / 64;
         const std::int32_t block = id / 4096;
         words[word] |= std::uint64_t{1} << (id % 64);
@@ -30,6 +33,7 @@ struct IdMarks {
     /// Takes the smallest ids out of the set, at most `most` of them.
     /// @return how many there were, 0 if the set is empty
     std::int32_t Take(std::int32_t* ids, std::int32_t most) {
+        assert(most > 0);
         std::int32_t count = 0;
         while (count < most && firstBlock < endBlock) {
             std::uint64_t& block = blocks[firstBlock];
@@ -57,6 +61,7 @@ private:
     std::unique_ptr<std::uint64_t[]> words;   ///< a bit for each id
     std::unique_ptr<std::uint64_t[]> blocks;  ///< a bit for each word that isn't 0
     std::int64_t memory = 0;
+    std::int32_t idLimit = 0;     ///< above the largest id
     std::int32_t firstBlock = 0;  ///< all before it are 0
     std::int32_t endBlock = 0;    ///< all from it on are 0
 };

@@ -145,7 +145,7 @@ void ObjectBounds::Update(const Scene& scene, std::int32_t id) {
         entry.meshVersion = now.meshVersion;
         return;
     }
-    // What the tree holds of it stays there and makes it a candidate for nothing now and then.
+    // Its entry in the tree stays: it is looked at in vain now and then.
     if (entry.listed != -1) {
         Remove(*ListOf(entry.kind), entry);
     }
