@@ -92,12 +92,12 @@ const Plant plants[] = {
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "*PHYSICS 1 0.5 0.1");
      },
-     "has *PHYSICS and no *COLLIDER"},
-    {[](Planted& p) { p.floorKeys = {"*PHYSICS 1 0.5 0.1"}; }, "\"Floor\" has *PHYSICS and no *COLLIDER"},
+     "[physics-without-collider]"},
+    {[](Planted& p) { p.floorKeys = {"*PHYSICS 1 0.5 0.1"}; }, "[physics-without-collider]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "*COLLIDER");
      },
-     "has *COLLIDER and no *PHYSICS"},
+     "[collider-without-physics]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 2, body);
      },
@@ -109,15 +109,15 @@ const Plant plants[] = {
     {[](Planted& p) {
          p.AddCrate("Crate", {90, 0, 9}, 5, body);
      },
-     "\"Crate\" falls for ever"},
+     "[start-above-nothing]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, -4}, 5, body);
      },
-     "inside object \"Floor\""},
+     "[start-in-solid]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {0.5f, -20, 0.1f}, 5, body);
      },
-     "in the place of player 0"},
+     "[start-shared]"},
     {[](Planted& p) {
          p.lights = {LampAt({0, 0, 9}, 5)};
      },
@@ -125,54 +125,51 @@ const Plant plants[] = {
     {[](Planted& p) {
          p.lights = {LampAt({0, 0, 9}, 255)};
      },
-     "colours reach 255"},
+     "[light-bright]"},
     {[](Planted& p) {
          p.lights[0].position = {20, 30, 12, 0};
      },
-     "looks like a place"},
+     "[lamp-as-sun]"},
     {[](Planted& p) {
          p.lights = {LampAt({0, 0, 900}, 1)};
      },
-     "the lamp reaches nothing"},
+     "[lamp-far]"},
     {[](Planted& p) {
          p.lights = {LampAt({0, 0, 900}, 1)};
      },
-     "the lamp reaches nothing"},
-    {[](Planted& p) { std::swap(p.floor.faces[30].a, p.floor.faces[30].b); },
-     "1 triangle of it look to the other side than their neighbours, so that there are holes; the first is "
-     "triangle 30"},
+     "[lamp-far]"},
+    {[](Planted& p) { std::swap(p.floor.faces[30].a, p.floor.faces[30].b); }, "the first is triangle 30 "},
     {[](Planted& p) {
          Paint(p.floor, {0, 0, 0});
      },
-     "\"Floor\": all its colours are black"},
+     "[mesh-black]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "");
          p.AddCrate("Twin", {10, 0, 9}, 5, "");
      },
-     "\"Twin\" stands where object \"Crate\" stands"},
+     "[object-twice]"},
     {[](Planted& p) {
          Stretch(p.Body(), {10, 10, 1});
      },
-     "and walks as a body of 4 x 4 x 10"},
-    {[](Planted& p) { p.Eyes().keyTracks[0][3].angle = 90; }, "angles are in radians"},
+     "[mesh-beyond-body]"},
+    {[](Planted& p) { p.Eyes().keyTracks[0][3].angle = 90; }, "[track-degrees]"},
     {[](Planted& p) { p.Eyes().keyTracks[0][3].translation.x = 2; }, "key track 0 ends 2 units"},
-    {[](Planted& p) { p.floorKeys = {"*GROUPMEMBER 0 *NOCOLLIDER *GROUPPARENT 1"}; },
-     "groups have one level"},
+    {[](Planted& p) { p.floorKeys = {"*GROUPMEMBER 0 *NOCOLLIDER *GROUPPARENT 1"}; }, "[group-of-group]"},
     {[](Planted& p) {
          p.AddCrate("One", {20, 0, 0}, 2, "*GROUPMEMBER 1 *GROUPPARENT 2 ");
          p.AddCrate("Two", {30, 0, 0}, 2, "*GROUPMEMBER 2 *GROUPPARENT 1 ");
      },
-     "lead each other"},
+     "[groups-in-circle]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "*COLLIDER PHYSICS 1 0 0");
      },
-     "PHYSICS isn't read: an asterisk"},
+     "[asterisk-missing]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "* COLLIDER");
      },
-     "COLLIDER isn't read: an asterisk"},
+     "[asterisk-missing]"},
     {[](Planted& p) { p.settings.push_back("*PLAYERKEYBOARDCONTROLS 0 37 39 33 34 27 40 188 190"); },
-     "the key code 27 is Escape"},
+     "[key-escape]"},
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "*COLLIDER *PHYSICS 9.81 0.5 0.1");
      },
@@ -180,18 +177,17 @@ const Plant plants[] = {
     {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 9}, 5, "*PLAYEROBJECT 0 " + body);
      },
-     "*PLAYEROBJECT 0 stands in the block of object \"Body0\", too"},
-    {[](Planted& p) { std::swap(p.Eyes().vertices[0], p.Eyes().vertices[1]); },
-     "up and down are exchanged"},
+     "[object-for-two]"},
+    {[](Planted& p) { std::swap(p.Eyes().vertices[0], p.Eyes().vertices[1]); }, "[camera-upside-down]"},
     {[](Planted& p) {
          TurnAboutZ(p.Body(), {0, -20, 0}, 3.14f);
      },
-     "player 0 walks backward"},
+     "[camera-aside]"},
     {[](Planted& p) { p.AddRoom(5, 0.1f); }, ""},
     {[](Planted& p) { p.AddRoom(5, 2); }, ""},
-    {[](Planted& p) { p.AddRoom(3.5f, 0.1f); }, "of the floor only: the ways out are too narrow"},
-    {[](Planted& p) { p.AddRoom(5, 7); }, "of the floor only: the ways out are too narrow"},
-    {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "most of the world isn't drawn"},
+    {[](Planted& p) { p.AddRoom(3.5f, 0.1f); }, "[player-shut-in]"},
+    {[](Planted& p) { p.AddRoom(5, 7); }, "[player-shut-in]"},
+    {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "[world-beyond-far-plane]"},
 };
 
 TEST(CheckSceneValues, FindsWhatCanNotBeMeant) {
