@@ -36,6 +36,7 @@ struct Watch {
     bool alwaysFromStart = false;
     bool started = false;
     bool lastOneIsBroken = false;
+    bool changedMeanwhile = false;  ///< while the world was loaded
     bool restartKeyWasDown = false;
     std::vector<RunFile> filesTried;  ///< when the world was last loaded, or couldn't be
     pid_t checker = -1;               ///< check_scene, while it may run
@@ -132,6 +133,13 @@ bool LoadsWithoutABox() {
     return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+/// The files of the world that is loaded now are those that count.
+void TakeInFilesRead() {
+    WatchFiles();
+    watch->filesTried = FilesRead();
+    watch->changedMeanwhile = FilesNow() != FilesRead();
+}
+
 void TellOfPlayers() {
     for (std::int32_t i = 0; i < theScene->playerCount; i++) {
         const std::string fault = PlaceFault(*theScene, i);
@@ -142,6 +150,7 @@ void TellOfPlayers() {
 }
 
 void Reload(bool fromStart) {
+    watch->changedMeanwhile = false;
     watch->lastOneIsBroken = !LoadsWithoutABox();
     if (watch->lastOneIsBroken) {
         std::fputs("engine: note: the world stays as it was until its files are right\n", stderr);
@@ -150,6 +159,7 @@ void Reload(bool fromStart) {
     const DWORD start = timeGetTime();
     ForgetFilesRead();
     ReplaceWorld();
+    TakeInFilesRead();
     if (fromStart) {
         ForgetRun();
     }
@@ -201,19 +211,18 @@ void ReloadIfChanged() {
         return;
     }
     if (!std::exchange(watch->started, true)) {
-        watch->filesTried = FilesRead();
-        WatchFiles();
+        TakeInFilesRead();
     }
     const bool restart = RestartIsAsked();
-    if (!restart && !ChangesHaveSettled()) {
+    if (!restart && !ChangesHaveSettled() && !watch->changedMeanwhile) {
         return;
     }
-    const std::vector<RunFile> files = FilesRead();
+    WatchFiles();  // before they are read, so that no later change is missed
+    const std::vector<RunFile> files = FilesNow();
     if (restart || watch->lastOneIsBroken || files != watch->filesTried) {
+        watch->filesTried = files;
         Reload(restart || watch->alwaysFromStart);
         theEngine->keyState[keyF5] = watch->restartKeyWasDown ? 1 : 0;
         StartCheck();
-        watch->filesTried = FilesRead();
     }
-    WatchFiles();
 }

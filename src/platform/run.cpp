@@ -37,7 +37,7 @@ struct Replay {
 
 std::unique_ptr<Recording> recording;
 std::unique_ptr<Replay> replay;
-std::vector<std::string> filesRead;  // while one of the two is there
+std::vector<RunFile> filesRead;  // while one of the two is there
 int replayExitCode = 1;
 bool handedOver = false;  // a moment ago
 
@@ -90,7 +90,7 @@ void TellOfOtherFiles() {
         std::fprintf(stderr, "%s: note: recorded by engine %s; this is " ENGINE_VERSION "\n", path,
                      replay->run.version.c_str());
     }
-    const std::vector<RunFile> files = FilesRead();
+    const std::vector<RunFile>& files = FilesRead();
     const auto find = [](const std::vector<RunFile>& among, const std::string& name) {
         return std::find_if(among.begin(), among.end(),
                             [&](const RunFile& file) { return file.name == name; });
@@ -238,11 +238,14 @@ void ForgetRun() {
     recording = std::make_unique<Recording>();
 }
 
-std::vector<RunFile> FilesRead() {
-    std::vector<RunFile> files;
-    files.reserve(filesRead.size());
-    for (const std::string& name : filesRead) {
-        files.push_back({name, ChecksumOf(ReadFile(name))});
+const std::vector<RunFile>& FilesRead() {
+    return filesRead;
+}
+
+std::vector<RunFile> FilesNow() {
+    std::vector<RunFile> files = filesRead;
+    for (RunFile& file : files) {
+        file.checksum = ChecksumOf(ReadFile(file.name));
     }
     return files;
 }
@@ -269,8 +272,9 @@ void EndRunFrame(std::uint32_t motion) {
 }
 
 void NoteRunFile(const std::string& name) {
-    if (RunIsOn() && std::find(filesRead.begin(), filesRead.end(), name) == filesRead.end()) {
-        filesRead.push_back(name);
+    const auto hasName = [&](const RunFile& file) { return file.name == name; };
+    if (RunIsOn() && std::none_of(filesRead.begin(), filesRead.end(), hasName)) {
+        filesRead.push_back({name, ChecksumOf(ReadFile(name))});
     }
 }
 

@@ -49,8 +49,10 @@ void CatchUpWithRun();
 bool RunCatchesUp();
 /// The kept run begins anew, with the next frame.
 void ForgetRun();
-/// The files that were opened for reading since these were forgotten, there or not, as they are now.
-std::vector<RunFile> FilesRead();
+/// The files that were opened for reading since these were forgotten, there or not, as they were then.
+const std::vector<RunFile>& FilesRead();
+/// The same files, as they are now.
+std::vector<RunFile> FilesNow();
 void ForgetFilesRead();
 
 // For the layer itself.
