@@ -57,13 +57,15 @@ class AddOn(unittest.TestCase):
     @needs_export
     def test_additions_become_a_world(self):
         bpy.context.scene["RESOLUTION"] = "640 480 32"
+        bpy.context.scene["MOUSESENSITIVITY"] = 0.00005
         for kind in ("room", "door", "lamp", "player"):
             bpy.ops.engine.add(kind=kind)
         bpy.context.scene.objects["Start"].location = (0, 2, 0)
         bpy.ops.engine.set_keys(player=1, value=fields.KEY_SETS[1][0])
         bpy.ops.engine.export_world(directory=self.folder)
         settings = self.read("settings.atr")
-        for line in ("RESOLUTION 640 480 32", "PLAYERCOUNT 2", "PLAYERKEYBOARDCONTROLS 1 65 68 82 70 87 83 81 69"):
+        for line in ("RESOLUTION 640 480 32", "MOUSESENSITIVITY 0.00005", "PLAYERCOUNT 2",
+                     "PLAYERKEYBOARDCONTROLS 1 65 68 82 70 87 83 81 69"):
             self.assertIn(f"*{line}\n", settings)
         listed = programs.run("check_scene", "--list", self.folder).stdout
         self.assertIn("Player 0: by mouse, moves Player, sees through Eyes", listed)

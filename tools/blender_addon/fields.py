@@ -16,11 +16,10 @@ FLAGS = {
     "NOCOLLIDER": ("Passable", "Bodies pass through this object"),
     "INVISIBLE": ("Invisible", "Not drawn, but still in the way of bodies"),
 }
-NUMBERS = {  # with the highest value
-    "GROUPPARENT": ("Leads", 65535, "Its moves and its animation go on to the members of this group. "
-                                          "-1: it leads none"),
-    "GROUPMEMBER": ("Follows", 65535, "It follows the leader of this group. Children of a leader are members "
-                                              "by themselves. -1: it follows nobody"),
+NUMBERS = {  # with the highest value; -1 removes the property
+    "GROUPPARENT": ("Leads", 65535, "Its moves and its animation go on to the members of this group. -1: none"),
+    "GROUPMEMBER": ("Follows", 65535, "It goes where the leader of this group goes. Children of a leader are members "
+                                      "by themselves. -1: nobody"),
     "TRACK": ("Track", 999, "What its animation plays at: 0 while the player walks forward, 1 backward, 2 sideways. "
                             "-1: as the action's name says"),
 }
@@ -54,8 +53,13 @@ FLAG_SETTINGS = ("FULLSCREEN", "SAFE")
 def numbers_of(value):
     """All numbers of a property's value: one, those in a text, or those of a list, as the importer reads them."""
     if isinstance(value, str):
-        return [float(number) for number in re.findall(r"-?\d*\.?\d+", value)]
+        return [float(number) for number in re.findall(r"-?\d*\.?\d+(?:[eE][-+]?\d+)?", value)]
     return [float(number) for number in value] if hasattr(value, "__len__") else [float(value)]
+
+
+def text_of(numbers):
+    """Without exponents, which the engine doesn't read."""
+    return " ".join(f"{number:.7f}".rstrip("0").rstrip(".") for number in numbers)
 
 
 def first_number(owner, key, otherwise):
@@ -77,7 +81,10 @@ def put(owner, key, value):
 
 
 def role_of(thing):
-    return next(i for i, role in enumerate(ROLES) if not role[3] or next(iter(role[3])) in thing)
+    """Its place in ROLES."""
+    for index, (name, _, _, properties) in enumerate(ROLES):
+        if name == "SCENERY" or next(iter(properties)) in thing or (name == "CAMERA" and thing.type == "CAMERA"):
+            return index
 
 
 def take_role(thing, index):
@@ -107,15 +114,16 @@ def number_in_text_field(kind, key, index, defaults, **looks):
     def store(owner, value):
         numbers = filled(owner, key, defaults)
         numbers[index] = value
-        put(owner, key, " ".join(f"{number:g}" for number in numbers))
+        put(owner, key, text_of(numbers))
     return kind(get=lambda owner: filled(owner, key, defaults)[index], set=store, **looks)
 
 
 def player_field():
     def key_of(thing):
         return next((key for key in PLAYER_KEYS if key in thing), PLAYER_KEYS[0])
-    return IntProperty(name="Of player", description="Players count from 0: the first has the mouse, the second the "
-                       "keyboard, the third a joystick, unless the world's settings say otherwise", min=0, max=63,
+    return IntProperty(name="Of player", min=0, max=63,
+                       description="Players count from 0: the first has the mouse, the second the keyboard, the "
+                                   "third a joystick, unless the world's settings say otherwise",
                        get=lambda thing: first_number(thing, key_of(thing), 0),
                        set=lambda thing, value: put(thing, key_of(thing), value))
 
@@ -140,13 +148,12 @@ def settings_of(scene):
     value."""
     lines = []
     for key, value in scene.items():
-        if not re.fullmatch(r"[A-Z]{4,}( \d+)?", key) or key == "SPRITES":
+        if not re.fullmatch(r"[A-Z]{4,}( \d+)?", key) or key == "SPRITES" or hasattr(value, "keys"):
             continue
         if key in FLAG_SETTINGS:
             lines += [key] if is_set(scene, key) else []
         else:
-            shown = value if isinstance(value, str) else " ".join(f"{number:g}" for number in numbers_of(value))
-            lines.append(f"{key} {shown}")
+            lines.append(f"{key} {value if isinstance(value, str) else text_of(numbers_of(value))}")
     return lines
 
 
