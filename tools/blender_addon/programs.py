@@ -14,6 +14,7 @@ EXPORT = {"export_format": "GLB", "export_extras": True, "export_cameras": True,
 LONGEST = 600  # seconds that a program other than the engine may take
 
 engine = None  # the process that was started last
+window = None  # what the settings say of its window
 
 
 class Failure(Exception):
@@ -96,12 +97,16 @@ def stop():
 
 
 def play(folder):
-    """Shows the world of the folder. A running engine that watches its files has seen that they are new."""
-    global engine
+    """Shows the world of the folder. A running engine that watches its files has seen that they are new, but its
+    window stays as it was."""
+    global engine, window
+    with open(os.path.join(folder, "settings.atr"), encoding="latin-1") as text:
+        wanted = re.findall(r"\*(?:RESOLUTION|FULLSCREEN|FONT)\b.*", text.read())
     watches = "--watch" in run("engine", "--help").stdout
-    if is_running() and watches:
+    if is_running() and watches and window == wanted:
         return
     stop()
+    window = wanted
     try:
         engine = subprocess.Popen([find("engine"), folder, *(["--watch"] if watches else [])],
                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
