@@ -11,6 +11,7 @@
 #include "platform/window.h"
 #include "process/close_request.h"
 #include "process/command_line.h"
+#include "process/film.h"
 #include "process/frame_limit.h"
 #include "process/options.h"
 #include "process/save_file.h"
@@ -57,6 +58,11 @@ int main(int count, char** arguments) {
     if (!StartRun(commandLine)) {
         return wrongUsage;
     }
+    const std::string filmed = commandLine.film.empty() ? "" : StartFilm(commandLine.film);
+    if (!filmed.empty()) {
+        std::fprintf(stderr, "%s: error: %s\n", commandLine.film.c_str(), filmed.c_str());
+        return wrongUsage;
+    }
     if (commandLine.watch) {
         WatchWorld(commandLine.fromStart);
     }
@@ -67,12 +73,13 @@ int main(int count, char** arguments) {
     CloseOnSignals();
     std::signal(SIGPIPE, SIG_IGN);  // a message that nobody reads is no reason to end
     const int exitCode = WinMain(nullptr, nullptr, arguments[0], SW_SHOW);
-    const std::string undone = WhatIsUndone();
+    const std::string unfilmed = EndFilm();
+    const std::string undone = unfilmed.empty() ? WhatIsUndone() : unfilmed;
     if (!undone.empty()) {
         std::fprintf(stderr, "%s\n", undone.c_str());
     }
     if (!commandLine.replay.empty() && !commandLine.thenPlay && !FramesAreLimited()) {
-        return ReplayExitCode();
+        return undone.empty() ? ReplayExitCode() : exitCode;
     }
     return FramesAreLimited() && undone.empty() ? 0 : exitCode;
 }

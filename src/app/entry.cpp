@@ -1,5 +1,6 @@
 #include "app/entry.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -15,6 +16,7 @@
 #include "platform/message_box.h"
 #include "platform/run.h"
 #include "platform/windows1250.h"
+#include "process/film.h"
 #include "process/viewpoint.h"
 #include "render/gl_state.h"
 #include "scene/scene.h"
@@ -112,6 +114,7 @@ int WinMain(HINSTANCE instance, HINSTANCE previousInstance, char* commandLine, i
         LookFrom(*theScene, *theViewpoint, window.right - window.left, window.bottom - window.top);
     }
 
+    SetFilmPeriod(std::max(theTimer->framePeriod, 1));
     RunFrameLoop();
     return exitCode;
 }

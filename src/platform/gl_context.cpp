@@ -7,6 +7,7 @@
 #include "platform/run.h"
 #include "platform/video.h"
 #include "platform/window_record.h"
+#include "process/film.h"
 #include "process/frame_limit.h"
 
 namespace {
@@ -135,11 +136,16 @@ BOOL SwapBuffers(HDC deviceContext) {
     if (window == nullptr) {
         return FALSE;
     }
-    if (FramesAreLimited()) {
+    if (FramesAreLimited() || IsFilmed()) {
         int width = 0;
         int height = 0;
         SDL_GL_GetDrawableSize(window, &width, &height);
-        CountFrame(width, height);
+        if (IsFilmed()) {
+            FilmFrame(width, height);
+        }
+        if (FramesAreLimited()) {
+            CountFrame(width, height);
+        }
     }
     SDL_GL_SwapWindow(window);
     return TRUE;

@@ -14,7 +14,7 @@ constexpr const char* beforeOptions =
        engine [FOLDER] [--screenshot FILE] [--frames N] [--from X,Y,Z --to X,Y,Z]
        engine [FOLDER] --watch [--from-start]
        engine [FOLDER] --record RUN
-       engine [FOLDER] --replay RUN [--record RUN] [--then-play | --verify | --screenshot FILE | --frames N]
+       engine [FOLDER] --replay RUN [--record RUN] [--then-play | --verify | --film PATH | --screenshot FILE | --frames N]
 
 Walks through the world that settings.atr in FOLDER, or in the present folder, describes. The log of the
 run, defaultlog.txt, is written there. Escape ends the program.
@@ -73,6 +73,10 @@ CommandLine ReadCommandLine(int count, char** arguments) {
           "show nothing, as fast as it goes and without a display: does everything still\n"
           "move as it did when RUN was recorded?",
           Into(commandLine.verify)},
+         {"film", "PATH",
+          "write all of its frames: into the folder PATH as PNG images with numbers, or, where\n"
+          "ffmpeg is installed, into a video, whose name ends in .mp4",
+          Into(commandLine.film)},
          {"watch", nullptr,
           "load the world anew when its files change, and go on where everything stands then;\n"
           "F5 begins at the start",
@@ -102,10 +106,11 @@ CommandLine ReadCommandLine(int count, char** arguments) {
         commandLine.viewpoint = viewpoint;
     }
     const bool limited = !commandLine.screenshot.empty() || commandLine.frames > 0;
-    if (commandLine.replay.empty() && (commandLine.thenPlay || commandLine.verify)) {
-        return refuse("--then-play and --verify are about the run of --replay");
+    if (commandLine.replay.empty() &&
+        (commandLine.thenPlay || commandLine.verify || !commandLine.film.empty())) {
+        return refuse("--then-play, --verify and --film are about the run of --replay");
     }
-    if ((commandLine.verify && (commandLine.thenPlay || limited)) ||
+    if ((commandLine.verify && (commandLine.thenPlay || limited || !commandLine.film.empty())) ||
         (!commandLine.replay.empty() && commandLine.viewpoint)) {
         return refuse(
             "--from doesn't go with --replay, nor do --then-play, --frames and --screenshot with --verify");
@@ -115,7 +120,8 @@ CommandLine ReadCommandLine(int count, char** arguments) {
         return refuse("--watch goes with --from-start alone, and that with --watch");
     }
     // The program may change into another folder before it reads and writes.
-    for (std::string* path : {&commandLine.screenshot, &commandLine.record, &commandLine.replay}) {
+    for (std::string* path :
+         {&commandLine.screenshot, &commandLine.record, &commandLine.replay, &commandLine.film}) {
         *path = path->empty() ? "" : std::filesystem::absolute(*path).string();
     }
     if (!commandLine.screenshot.empty()) {

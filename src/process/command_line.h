@@ -12,6 +12,7 @@ struct CommandLine {
     std::optional<Viewpoint> viewpoint;  ///< of the picture, in place of the players'
     std::string record;                  ///< the file that takes a record of the run, with its whole path
     std::string replay;                  ///< the record that is played, with its whole path
+    std::string film;                    ///< takes all frames of the record that is played
     bool thenPlay = false;               ///< after it the user plays on
     bool verify = false;                 ///< nothing of it is shown
     bool watch = false;                  ///< changes of the world's files are taken in while it is played

@@ -1,12 +1,9 @@
 #include "process/frame_limit.h"
 
-#include <GL/gl.h>
-
 #include <cassert>
-#include <cstdint>
-#include <vector>
 
 #include "process/close_request.h"
+#include "process/picture.h"
 #include "process/png_file.h"
 #include "process/save_file.h"
 
@@ -16,17 +13,6 @@ int limit = 0;  // 0: none
 int shown = 0;
 std::string file;
 std::string failure;  // why the picture isn't written
-
-/// The back buffer as red, green and blue bytes, the bottom row first.
-std::vector<std::uint8_t> ReadPicture(int width, int height) {
-    std::vector<std::uint8_t> picture(std::size_t{3} * static_cast<std::size_t>(width) *
-                                      static_cast<std::size_t>(height));
-    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, picture.data());
-    glPopClientAttrib();
-    return picture;
-}
 
 }  // namespace
 

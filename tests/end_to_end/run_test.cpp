@@ -60,6 +60,12 @@ TEST(Runs, AKilledOneIsVerifiedUpToThereAndADifferenceIsTold) {
     const CommandResult verified = Verify("walk.run");
     EXPECT_EQ(verified.exitCode, 0) << verified.output;
     EXPECT_NE(verified.output.find(" " + std::to_string(run.frameCount) + " frames"), std::string::npos);
+    EXPECT_EQ(
+        RunCommand("ASAN_OPTIONS=detect_leaks=0 " ENGINE_PROGRAM " --replay walk.run --film film 2>&1")
+            .exitCode,
+        0);
+    const std::filesystem::directory_iterator pictures("film");
+    EXPECT_EQ(std::distance(begin(pictures), end(pictures)), run.frameCount);
     WriteWholeFile("other.run", ChangeFrame(run, 3));
     const CommandResult differs = Verify("other.run");
     EXPECT_EQ(differs.exitCode, 1);
