@@ -405,6 +405,37 @@ TEST(ImportScene, ABlendFileComesThroughBlender) {
     EXPECT_NE(with.output.find(" 12 triangles"), std::string::npos) << with.output;
 }
 
+TEST(ImportScene, AnimationsOfNobodyGetAPlayer) {
+    ImportedScene world;
+    // A triangle, and 2 metres along x in one second.
+    WriteWholeFile("slide.gltf", R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}],
+"nodes": [{"name": "Slide", "mesh": 0}],
+"meshes": [{"primitives": [{"attributes": {"POSITION": 0}}]}],
+"animations": [{"channels": [{"sampler": 0, "target": {"node": 0, "path": "translation"}}],
+                "samplers": [{"input": 1, "output": 2}]}],
+"accessors": [
+ {"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3", "min": [0, 0, 0], "max": [10, 10, 0]},
+ {"bufferView": 1, "componentType": 5126, "count": 2, "type": "SCALAR", "min": [0], "max": [1]},
+ {"bufferView": 2, "componentType": 5126, "count": 2, "type": "VEC3"}],
+"bufferViews": [{"buffer": 0, "byteOffset": 0, "byteLength": 36}, {"buffer": 0, "byteOffset": 36, "byteLength": 8},
+                {"buffer": 0, "byteOffset": 44, "byteLength": 24}],
+"buffers": [{"byteLength": 68, "uri": "data:application/octet-stream;base64,)"
+                                 "AAAAAAAAAAAAAAAAAAAgQQAAAAAAAAAAAAAAAAAAIEEAAAAA"
+                                 "AAAAAAAAgD8AAAAAAAAAAAAAAAAAAABAAAAAAAAAAAA=\"}]}");
+    world.Import("slide.gltf", "--animate --settings");
+    EXPECT_NE(ReadWholeFile("settings.atr").find("*PLAYERKEYBOARDCONTROLS 1 0 0 0 0 70 0 0 0\n"),
+              std::string::npos);
+    const Object& slide = world.Get("Slide");
+    PlayerControl control;
+    world.scene.StepWorld();
+    const float before = VertexOf(slide, slide.centreVertex).x;
+    for (int frame = 0; frame < 25; frame++) {
+        control.MovePlayer(world.scene, moveForward, 1.0f, 1);
+        world.scene.StepWorld();
+    }
+    EXPECT_NEAR(VertexOf(slide, slide.centreVertex).x, before + 5.5f, 0.01f);
+}
+
 TEST(ImportScene, MergedSceneryKeepsItsTrianglesInSmallPieces) {
     const auto count = [](const Scene& scene, int& most) {
         int triangles = 0;

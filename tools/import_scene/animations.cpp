@@ -7,6 +7,7 @@
 #include <cmath>
 #include <optional>
 
+#include "import_scene/players.h"
 #include "platform/files.h"
 
 namespace {
@@ -210,7 +211,9 @@ void AddTracksOf(const Animation& animation, int wish, std::vector<WorldObject>&
         }
         const bool leads = object.properties.playerObject || object.properties.groupParent;
         if (parents[i] == -1 && !leads) {
-            report.Warn("an animation plays only in a group that a player's object leads", object.name);
+            report.Warn(
+                "an animation plays only in a group that a player's object leads (or with --animate)",
+                object.name);
             continue;
         }
         const Properties& main =
@@ -266,6 +269,51 @@ void CompleteTracks(int leader, std::vector<WorldObject>& objects, const std::ve
 }
 
 }  // namespace
+
+std::vector<std::string> AddAnimator(const Model& model, std::vector<WorldObject>& objects,
+                                     Report& report) {
+    constexpr int groupSize = 50;  // members that the engine moves
+    const int player = PlayerCount(objects);
+    std::vector<bool> moves(model.nodes.size());
+    for (unsigned i = 0; i < model.scene->mNumAnimations; i++) {
+        const Animation animation(model, *model.scene->mAnimations[i], 1);
+        for (std::size_t node = 0; node < moves.size(); node++) {
+            moves[node] = moves[node] || animation.Moves(static_cast<int>(node));
+        }
+    }
+    int members = 0;
+    for (WorldObject& object : objects) {
+        Properties& properties = object.properties;
+        if (object.node == -1 || !moves[object.node] || properties.IsBody() || properties.groupParent ||
+            !properties.groupMember.empty()) {
+            continue;
+        }
+        if (++members > groupSize) {
+            report.Warn("of all that is animated only " + std::to_string(groupSize) + " objects can move",
+                        object.name);
+            continue;
+        }
+        properties.groupMember = {player};
+    }
+    if (members == 0) {
+        return {};
+    }
+    WorldObject animator;
+    animator.name = "Animator";
+    animator.mesh.vertices = {{}};
+    animator.properties.playerObject = player;
+    animator.properties.cameraObject = player;  // without a camera a player can't act
+    animator.isBlind = true;
+    animator.properties.groupParent = player;  // a walk ends only in the group with the player's number
+    animator.properties.collider = true;
+    animator.properties.noCollider = true;
+    animator.properties.physics = {0.0f, 0.0f, 0.0f};
+    objects.push_back(std::move(animator));
+    report.Note("its animations play while F is held");
+    const std::string number = std::to_string(player);
+    return {"*PLAYERCONTROLLER " + number + " 0",
+            "*PLAYERKEYBOARDCONTROLS " + number + " 0 0 0 0 " + std::to_string(int{'F'}) + " 0 0 0"};
+}
 
 void AddKeyTracks(const Model& model, std::vector<WorldObject>& objects, const Options& options,
                   Report& report) {

@@ -164,6 +164,11 @@ void ImportModel(const Options& options) {
     GroupIds groups(objects);
     CompleteGroups(model, objects, groups, report);
     AddPlayers(model, objects, groups, options, report);
+    Options settingOptions = options;
+    if (options.animate) {
+        const std::vector<std::string> lines = AddAnimator(model, objects, report);
+        settingOptions.settingLines.insert(settingOptions.settingLines.begin(), lines.begin(), lines.end());
+    }
     AddKeyTracks(model, objects, options, report);
     if (options.merge) {
         objects = MergeScenery(std::move(objects), options.piece);
@@ -174,7 +179,7 @@ void ImportModel(const Options& options) {
     }
     const int playerCount = PlayerCount(objects);
     const std::string settings =
-        MakeSettings(objects, target.folderInTexts + target.name + ".bin", options);
+        MakeSettings(objects, target.folderInTexts + target.name + ".bin", settingOptions);
     AssembledScene scene =
         AssembleScene(std::move(objects), lights, textures.textures, target.folderInTexts);
     PrintSummary(options, scene, textures.textures, lights.size(), playerCount, report);

@@ -109,6 +109,8 @@ std::vector<Option> Table(Options& options) {
         {"light-scale", "F", "makes all lamps brighter or darker", Into(options.lightScale, 0.0f, 1e6f)},
         {"fps", "N", "keys a second of animations; the engine plays one a frame. Default: 50",
          Into(options.framesPerSecond, 1, 1000)},
+        {"animate", nullptr, "plays animations that no player's group has while F is held",
+         Into(options.animate)},
         {"sprites", nullptr, "leaves the engine's twenty small sprites near the origin to be seen",
          Into(options.sprites)},
         {nullptr, nullptr, "Output", nullptr},

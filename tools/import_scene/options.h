@@ -28,6 +28,7 @@ struct Options {
     std::string player;     ///< name of the camera that gets the player; empty: the first
     bool addPlayer = true;  ///< a player where the model has none
     bool addFloor = true;   ///< a floor where nothing lies below the player
+    bool animate = false;   ///< a player whose key plays what else nothing would play
     bool sprites = false;   ///< leave the engine's own sprites to be seen
 
     bool settings = false;
