@@ -4,13 +4,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 #include "import_scene/importing.h"
 
@@ -35,6 +41,34 @@ int Run(const Options& options) {
     return 0;
 }
 
+/// Bytes of memory in use by a process; 0 if that can't be known.
+std::uintmax_t MemoryOf(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/statm");
+    std::uintmax_t all = 0;
+    std::uintmax_t used = 0;
+    file >> all >> used;
+    return used * static_cast<std::uintmax_t>(sysconf(_SC_PAGESIZE));
+}
+
+/// Some hundred bytes of a file can ask for millions of nodes, while the largest honest models take some
+/// fifty times their size.
+/// @return the status of the process, or none after it had to be ended
+std::optional<int> WaitFor(pid_t worker, const std::string& model) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(model, error);
+    const std::uintmax_t most = (std::uintmax_t{4} << 30) + (error ? 0 : 50 * size);
+    int status = 0;
+    while (waitpid(worker, &status, WNOHANG) == 0) {
+        if (MemoryOf(worker) > most) {
+            kill(worker, SIGKILL);
+            waitpid(worker, &status, 0);
+            return {};
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return status;
+}
+
 /// The work is done in a process of its own: a damaged model can bring down the library that reads it, and
 /// the user should be told even then.
 int RunGuarded(const Options& options) {
@@ -48,8 +82,12 @@ int RunGuarded(const Options& options) {
         std::fflush(nullptr);
         _exit(code);
     }
-    int status = 0;
-    waitpid(worker, &status, 0);
+    const std::optional<int> ended = WaitFor(worker, options.input);
+    if (!ended) {
+        return Fail(options,
+                    "it takes gigabytes of memory, far more than its size: instances within instances");
+    }
+    const int status = *ended;
     if (WIFSIGNALED(status)) {
         const std::string text = std::string("reading it ended with \"") + strsignal(WTERMSIG(status)) +
                                  "\": the file is damaged, or too large for this machine";

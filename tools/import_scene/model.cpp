@@ -37,13 +37,19 @@ int HeadNumber(const aiScene& scene, const char* key, int absent) {
     return scene.mMetaData != nullptr && scene.mMetaData->Get(key, value) ? value : absent;
 }
 
-char UpAxis(const std::string& format, const aiScene& scene) {
+char UpAxis(const std::string& format, const aiScene& scene, Report& report) {
     if (format == "fbx") {
         constexpr const char* axes = "xyz";
         return axes[std::clamp(HeadNumber(scene, "UpAxis", 1), 0, 2)];
     }
-    // Formats without a convention come from programs in which z is up.
-    return IsOneOf(format, {"ply", "stl", "off", "dxf", "raw"}) ? 'z' : 'y';
+    // Formats without a convention come mostly from programs in which z is up.
+    const bool isMostlyZ = IsOneOf(format, {"ply", "stl", "off", "dxf", "raw"});
+    if (isMostlyZ || format == "x") {
+        report.Note(isMostlyZ
+                        ? "the format doesn't say what is up: taken with --up z; y if it lies on a side"
+                        : "the format doesn't say what is up: taken with --up y; z if it lies on a side");
+    }
+    return isMostlyZ ? 'z' : 'y';
 }
 
 /// Turns the axis that points up into z, and keeps the handedness.
@@ -70,7 +76,7 @@ float KnownScale(const std::string& format, const aiScene& scene) {
     return 0.0f;
 }
 
-/// The library takes such a text for an empty one.
+/// The library takes such a text for an empty or a malformed one.
 void RefuseUtf16(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     char mark[2] = {};
@@ -170,7 +176,7 @@ Model::Model(const Options& options, Report& report)
     if (NeedsBlender(format)) {
         readPath = ExportByBlender(path, format);
         format = ExtensionOf(readPath);
-    } else if (format == "obj") {
+    } else if (IsOneOf(format, {"obj", "dae"})) {
         RefuseUtf16(path);
     }
     scene = importer.ReadFile(readPath, aiProcess_Triangulate);
@@ -183,7 +189,7 @@ Model::Model(const Options& options, Report& report)
     nodes = FlattenNodes(scene->mRootNode);
     linearColours = IsOneOf(format, {"gltf", "glb"});
 
-    const aiMatrix3x3 upToZ = UpToZ(options.up != 0 ? options.up : UpAxis(format, *scene));
+    const aiMatrix3x3 upToZ = UpToZ(options.up != 0 ? options.up : UpAxis(format, *scene, report));
     // Where the library turns the whole model by the root node, the nodes below have z up already.
     if (!IsOneOf(format, {"dae", "3ds", "ase", "blend"})) {
         axesToNode = upToZ;

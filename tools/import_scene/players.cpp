@@ -209,6 +209,20 @@ struct PlayerMaker {
         return IsFree(objects, eye);
     }
 
+    /// Whether anything is in the camera's picture, by a few rays from its middle outward.
+    bool SeesSomething(const Pose& camera) const {
+        for (const float across : {0.0f, -0.5f, 0.5f, -1.0f, 1.0f}) {
+            for (const float up : {0.0f, -0.5f, 0.5f, -1.0f, 1.0f}) {
+                const aiVector3D direction =
+                    camera.x * (across * tangentAcross) + camera.z * (up * tangentUp) - camera.y;
+                if (FirstHit(objects, camera.origin, direction)) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    }
+
     /// The body of a walker, with its eyes at the camera or, if there is a floor, where eyes are above it.
     void AddBody(int camera) {
         const aiVector3D eye = objects[camera].pose.origin;
@@ -291,10 +305,13 @@ void AddPlayers(const Model& model, std::vector<WorldObject>& objects, GroupIds&
             maker.Find([](const WorldObject& object) { return object.properties.cameraObject == 0; });
         if (camera == -1 || !objects[camera].isCamera) {
             camera = maker.ChooseCamera();
-            if (camera != -1 && options.player.empty() && !maker.HasRoom(objects[camera].pose.origin)) {
+            if (camera != -1 && options.player.empty() &&
+                (!maker.HasRoom(objects[camera].pose.origin) ||
+                 !maker.SeesSomething(objects[camera].pose))) {
                 report.Note(
                     "the model's camera " + objects[camera].name +
-                    " is in something solid, or too near to it: another one is made (--player NAME)");
+                    " sees nothing, or is in something solid or too near to it: another one is made "
+                    "(--player NAME)");
                 camera = -1;
             }
         }
