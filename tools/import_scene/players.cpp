@@ -156,6 +156,25 @@ struct PlayerMaker {
         return static_cast<int>(objects.size()) - 1;
     }
 
+    /// Whether the model is a sheet more than a body, and its faces are seen from the side of larger y:
+    /// what they enclose has areas to all sides that cancel out.
+    bool LooksAway() const {
+        aiVector3D sum;
+        float total = 0.0f;
+        for (const WorldObject& object : objects) {
+            const auto at = [&](std::int32_t vertex) {
+                const engine::Float3& place = object.mesh.vertices[vertex];
+                return aiVector3D(place.x, place.y, place.z);
+            };
+            for (const engine::Int3& face : object.mesh.faces) {
+                const aiVector3D area = (at(face.b) - at(face.a)) ^ (at(face.c) - at(face.a));
+                sum += area;
+                total += area.Length();
+            }
+        }
+        return sum.y > 0.5f * total;
+    }
+
     void PointInFront(WorldObject& camera) const {
         Bounds bounds = BoundsOf(objects);
         if (bounds.IsEmpty()) {
@@ -166,7 +185,8 @@ struct PlayerMaker {
             1.1f * std::max((half.z + standing + eyeAboveCentre) / tangentUp, half.x / tangentAcross) +
             4.0f;
         const aiVector3D middle = bounds.Middle();
-        const aiVector3D eye(middle.x, bounds.low.y - distance, bounds.low.z + standing + eyeAboveCentre);
+        const float y = LooksAway() ? bounds.high.y + distance : bounds.low.y - distance;
+        const aiVector3D eye(middle.x, y, bounds.low.z + standing + eyeAboveCentre);
         PointCamera(camera, eye, middle - eye);
     }
 
