@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <system_error>
 
 #include "process/options.h"
 
@@ -122,7 +123,11 @@ CommandLine ReadCommandLine(int count, char** arguments) {
     // The program may change into another folder before it reads and writes.
     for (std::string* path :
          {&commandLine.screenshot, &commandLine.record, &commandLine.replay, &commandLine.film}) {
-        *path = path->empty() ? "" : std::filesystem::absolute(*path).string();
+        std::error_code failure;  // of a present folder that was deleted
+        *path = path->empty() ? "" : std::filesystem::absolute(*path, failure).string();
+        if (failure) {
+            return refuse("the present folder can't be found: " + failure.message());
+        }
     }
     if (!commandLine.screenshot.empty()) {
         commandLine.frames = commandLine.frames == 0 ? defaultFrames : commandLine.frames;

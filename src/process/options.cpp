@@ -73,6 +73,9 @@ StoreOption Into(bool& flag, bool meaning) {
 
 StoreOption Into(std::string& text) {
     return [&text](const std::string& value) {
+        if (value.empty()) {
+            return "takes a name";
+        }
         text = value;
         return "";
     };

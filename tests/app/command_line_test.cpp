@@ -43,12 +43,15 @@ TEST(CommandLine, AnswersAndRefuses) {
     }
     for (const char* wrong :
          {"--colour", "--frames", "--frames 0", "--frames=1.5", "--frames 1x", "one two", "nowhere",
-          "--from 1,2,3 --to 4,5,6", "--screenshot x.png --from 1,2,3",
+          "--screenshot ''", "--from 1,2,3 --to 4,5,6", "--screenshot x.png --from 1,2,3",
           "--screenshot x.png --from 1,2 --to 4,5,6"}) {
         const CommandResult refused = Engine(wrong);
         EXPECT_EQ(refused.exitCode, 2) << wrong;
         EXPECT_TRUE(Contains(refused.output, "error: ")) << wrong;
     }
+    EXPECT_EQ(RunCommand("mkdir gone; cd gone; rmdir ../gone; " ENGINE_PROGRAM " --screenshot x.png 2>&1")
+                  .exitCode,
+              2);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path)) << "no log, as nothing has run";
 }
 
