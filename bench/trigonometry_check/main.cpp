@@ -22,7 +22,7 @@ struct Function {
     const char* name;
     float (*ours)(float);
     double (*reference)(double);
-    float (*library)(float);
+    float (*standard)(float);
 #ifdef ENGINE_HAS_MPFR
     int (*exact)(mpfr_t, mpfr_srcptr, mpfr_rnd_t);
 #endif
@@ -51,7 +51,7 @@ bool IsHard(double value) {
 struct Counts {
     std::uint64_t hard = 0;
     std::uint64_t different = 0;
-    std::uint64_t libraryDifferent = 0;
+    std::uint64_t standardDifferent = 0;
 };
 
 void Check(const Function& function, std::uint32_t bits, Counts& counts) {
@@ -59,7 +59,7 @@ void Check(const Function& function, std::uint32_t bits, Counts& counts) {
     const double reference = function.reference(x);
     auto wanted = static_cast<float>(reference);
     if (std::isnan(reference)) {
-        wanted = function.library(x);  // of which the sign counts, too
+        wanted = function.standard(x);  // of which the sign counts, too
     } else if (IsHard(reference)) {
         counts.hard++;
 #ifdef ENGINE_HAS_MPFR
@@ -76,7 +76,7 @@ void Check(const Function& function, std::uint32_t bits, Counts& counts) {
     const auto isOther = [wanted](float result) {
         return std::bit_cast<std::uint32_t>(result) != std::bit_cast<std::uint32_t>(wanted);
     };
-    counts.libraryDifferent += isOther(function.library(x)) ? 1 : 0;
+    counts.standardDifferent += isOther(function.standard(x)) ? 1 : 0;
     if (isOther(function.ours(x)) && counts.different++ < 100) {
         std::printf("%s of %08x (%a): %a, not %a\n", function.name, bits, static_cast<double>(x),
                     static_cast<double>(function.ours(x)), static_cast<double>(wanted));
@@ -103,7 +103,7 @@ int main(int count, char** arguments) {
             "%s: of %llu floats %llu differ; %llu are hard; of the C library's %llu are not the nearest\n",
             function.name, static_cast<unsigned long long>(end - first),
             static_cast<unsigned long long>(counts.different), static_cast<unsigned long long>(counts.hard),
-            static_cast<unsigned long long>(counts.libraryDifferent));
+            static_cast<unsigned long long>(counts.standardDifferent));
         return counts.different == 0 ? 0 : 1;
     }
     std::fputs("usage: trigonometry_check sine|cosine|arccosine [FIRST END]\n", stderr);
