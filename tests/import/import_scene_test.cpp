@@ -334,8 +334,8 @@ TEST(ImportScene, ImagesComeFromTheModelsFolderOrOneThatIsNamed) {
     const std::string absolute = std::filesystem::absolute("secret.tga").string();
     for (const std::string& image : {std::string("wall.png"), std::string("roof"),
                                      std::string("../secret.tga"), absolute, std::string("huge.tga")}) {
-        materials += "newmtl m" + image + "\nKd 0 0 0\nmap_Kd " + image + "\n";
-        model += "usemtl m" + image + "\nf 1/1 2/1 3/1\n";
+        materials.append("newmtl m").append(image).append("\nKd 0 0 0\nmap_Kd ").append(image).append("\n");
+        model.append("usemtl m").append(image).append("\nf 1/1 2/1 3/1\n");
     }
     WriteWholeFile("house/house.obj", model);
     WriteWholeFile("house/house.mtl", materials);
