@@ -39,7 +39,9 @@ struct PlayerWorld {
         scene.StepWorld();
     }
     void Mouse(Vector delta, bool left, bool middle, bool right) {
-        const std::uint8_t buttons[3] = {std::uint8_t{left}, std::uint8_t{middle}, std::uint8_t{right}};
+        const std::uint8_t buttons[3] = {static_cast<std::uint8_t>(left ? 1 : 0),
+                                         static_cast<std::uint8_t>(middle ? 1 : 0),
+                                         static_cast<std::uint8_t>(right ? 1 : 0)};
         control.ControlByMouse(scene, 0, delta, buttons);
     }
     void Joystick(Vector delta, DWORD buttons) {

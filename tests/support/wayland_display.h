@@ -103,7 +103,7 @@ private:
         if (watched != nullptr && watched->compositor > 0 &&
             waitpid(watched->compositor, nullptr, WNOHANG) == watched->compositor) {
             constexpr char told[] = "weston has died: once more from the beginning.\n";
-            static_cast<void>(!write(STDERR_FILENO, told, sizeof told - 1));
+            static_cast<void>(write(STDERR_FILENO, told, sizeof told - 1) == 0);
             kill(watched->outer.server, SIGTERM);
             execve("/proc/self/exe", ownArguments.data(), ownEnvironment.data());
         }

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 fs::path FileAt(const fs::path& path) {
     // A backslash separates folders in a name to be resolved, and here is a letter like any other.
     const bool isPlain = path.native().find('\\') == std::string::npos;
-    const fs::path found = isPlain ? fs::path(ResolveFileName(path.c_str())) : path;
+    fs::path found = isPlain ? fs::path(ResolveFileName(path.c_str())) : path;
     std::error_code error;
     return fs::is_regular_file(found, error) ? found : fs::path();
 }
@@ -24,14 +24,14 @@ fs::path FileAt(const fs::path& path) {
 /// The image under that name in a folder, or one that differs in its extension alone: converters often
 /// leave the old one in the model. Empty if there is none.
 fs::path ImageIn(const fs::path& folder, const fs::path& name) {
-    if (const fs::path found = FileAt(folder / name); !found.empty()) {
+    if (fs::path found = FileAt(folder / name); !found.empty()) {
         return found;
     }
     for (const char* extension :
          {".png", ".jpg", ".jpeg", ".tga", ".bmp", ".webp", ".tif", ".gif", ".rgb"}) {
         // A name without an extension may have points in it.
         for (const std::string& other : {name.string() + extension, name.stem().string() + extension}) {
-            if (const fs::path found = FileAt(folder / other); !found.empty()) {
+            if (fs::path found = FileAt(folder / other); !found.empty()) {
                 return found;
             }
         }
@@ -50,19 +50,18 @@ fs::path ImageAlong(const fs::path& folder, const fs::path& relative) {
 
 /// The image at its path from the folder, or by its name alone there and in the folders within.
 fs::path ImageBelow(const fs::path& folder, const fs::path& wanted) {
-    if (const fs::path found = ImageAlong(folder, wanted); !found.empty()) {
+    if (fs::path found = ImageAlong(folder, wanted); !found.empty()) {
         return found;
     }
     if (wanted.filename().empty()) {
         return {};
     }
-    if (const fs::path found = ImageIn(folder, wanted.filename()); !found.empty()) {
+    if (fs::path found = ImageIn(folder, wanted.filename()); !found.empty()) {
         return found;
     }
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-        const fs::path found =
-            entry.is_directory(error) ? ImageIn(entry.path(), wanted.filename()) : fs::path();
+        fs::path found = entry.is_directory(error) ? ImageIn(entry.path(), wanted.filename()) : fs::path();
         if (!found.empty()) {
             return found;
         }
@@ -104,7 +103,7 @@ engine::Image TextureList::Read(const std::string& path, std::string& name) cons
     for (const fs::path& folder :
          {modelFolder.empty() ? fs::path(".") : modelFolder, fs::path(options.images)}) {
         for (const fs::path& wanted : {fs::path(PlainPath(path)), fs::path(path)}) {
-            const fs::path found = folder.empty() ? fs::path() : ImageBelow(folder, wanted);
+            fs::path found = folder.empty() ? fs::path() : ImageBelow(folder, wanted);
             if (!found.empty()) {
                 name = found.stem().string();
                 return ReadImageFile(found.string());
