@@ -123,7 +123,7 @@ Walks Judge(Findings& findings, World& world) {
     CheckLamps(findings, world);
     CheckGroups(findings, world);
     CheckKeyTracks(findings, world);
-    const Walks walks = WalkThrough(*world.scene);
+    Walks walks = WalkThrough(*world.scene);
     CheckWays(findings, world, walks);
     findings.Sort();
     return walks;

@@ -99,7 +99,7 @@ std::string ExportObj(const World& world, const std::string& path) {
             continue;
         }
         mtl << "newmtl " << Word(image->path) << "\nKd 1 1 1\nmap_Kd " << PngName(*image) << "\n";
-        const std::string pngPath = (objPath.parent_path() / PngName(*image)).string();
+        std::string pngPath = (objPath.parent_path() / PngName(*image)).string();
         const std::string png =
             PngFile(image->width, image->height, image->pixels.get(), image->bytesPerPixel);
         if (!SaveFile(pngPath, png).empty()) {

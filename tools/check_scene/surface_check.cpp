@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <map>
 #include <utility>
 #include <vector>
@@ -19,8 +18,7 @@ bool AreAllAlike(const Object& object, const float* values, Vector& value) {
     const float* first = values + 3 * static_cast<std::size_t>(object.faces[0]);
     value = Vector(first[0], first[1], first[2]);
     for (std::int32_t corner = 1; corner < object.faceValueCount; corner++) {
-        if (std::memcmp(first, values + 3 * static_cast<std::size_t>(object.faces[corner]),
-                        3 * sizeof(float)) != 0) {
+        if (!std::equal(first, first + 3, values + 3 * static_cast<std::size_t>(object.faces[corner]))) {
             return false;
         }
     }

@@ -42,7 +42,9 @@ void CheckText(Findings& findings, const TextFile& file, std::size_t begin, std:
             (left == '*' && isApart) || left == '\n' || (!lineStartsOnly && left != '#' && left != '*');
         if (isWanted && KeyNamed(word, place) != nullptr && !file.IsInComment(at)) {
             findings.Error("asterisk-missing", file.At(at),
-                           word + " isn't read: an asterisk has to stand right before it, *" + word);
+                           std::string(word)
+                               .append(" isn't read: an asterisk has to stand right before it, *")
+                               .append(word));
         }
         at = wordEnd;
     }

@@ -63,7 +63,7 @@ std::string ExportByBlender(const std::string& model, const std::string& format)
     if (mkdtemp(folder.data()) == nullptr) {
         throw std::runtime_error("there can't be a folder in " + fs::temp_directory_path().string());
     }
-    const std::string target = folder + "/model.glb";
+    std::string target = folder + "/model.glb";
     const int exitCode = RunBlender(fs::absolute(model).string(), target);
     if (exitCode == 0 && fs::exists(target)) {
         return target;
