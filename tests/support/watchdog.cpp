@@ -19,7 +19,7 @@ const int errors = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 100);
 
 void ShowStacks(int) {
     constexpr char told[] = "This test hangs.\n";
-    static_cast<void>(!write(errors, told, sizeof told - 1));
+    static_cast<void>(write(errors, told, sizeof told - 1) == 0);
     prctl(PR_SET_PTRACER, PR_SET_PTRACER_ANY);
     const pid_t debugger = fork();
     if (debugger == 0) {
