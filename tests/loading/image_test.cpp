@@ -3,7 +3,6 @@
 #include "loading/loading_test.h"
 #include "loading/sgi_image.h"
 #include "loading/tga_image.h"
-#include "process/close_request.h"
 #include "scene_writer/image_file.h"
 
 namespace {
@@ -59,7 +58,6 @@ struct ImageTest : LoadingTest {
     bool IsDamageLogged() const { return LoggedWith("wall.rgb: damaged SGI image").size() == 1; }
 
     void LoadTga(Texture& texture) {
-        RequestClose();  // the display that textures need has nobody to close a box
         NeedContext();
         Watch([&] { return texture.LoadTga("wall.tga"), 0; });
     }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/windows1250.h"
+#include "process/close_request.h"
 #include "scene/scene.h"
 #include "scene_writer/bytes.h"
 #include "scene_writer/scene_file.h"
@@ -42,6 +43,7 @@ struct LoadingTest : testing::Test {
     LoadingTest() {
         unsetenv("DISPLAY");
         unsetenv("WAYLAND_DISPLAY");
+        RequestClose();  // the display that textures need has nobody to close a box
         scene.SetLog(&log);
     }
 
