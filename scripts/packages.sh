@@ -1,10 +1,10 @@
 # Read by the scripts at the top: installs the Debian packages that are missing.
 
 run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libgl-dev
-    libglu1-mesa-dev libgl1-mesa-dri fonts-liberation libdecor-0-plugin-1-cairo"
+    libglu1-mesa-dev libgl1-mesa-dri fonts-liberation libdecor-0-plugin-1-cairo nlohmann-json3-dev"
 import_packages="libassimp-dev libmeshoptimizer-dev libsdl2-image-dev libstb-dev"
 display_packages="xvfb"
-test_packages="$display_packages $import_packages libgtest-dev libbenchmark-dev imagemagick netpbm openbox
+test_packages="$display_packages $import_packages libgtest-dev libbenchmark-dev imagemagick jq netpbm openbox
     weston x11-utils x11-xserver-utils xdotool xwayland"
 package_packages="dpkg-dev file"
 ci_packages="$package_packages clang clang-format clang-tidy git libclang-rt-14-dev"

@@ -68,11 +68,11 @@ class AddOn(unittest.TestCase):
                      "PLAYERKEYBOARDCONTROLS 1 65 68 82 70 87 83 81 69"):
             self.assertIn(f"*{line}\n", settings)
         listed = programs.run("check_scene", "--list", self.folder).stdout
-        self.assertIn("Player 0: by mouse, moves Player, sees through Eyes", listed)
+        self.assertIn("player 0: device mouse, moves Player, camera Eyes", listed)
         # 8 m wide, 6 deep, walls of 0.2, a porch of 3: at 5.5 units for a metre.
-        self.assertIn("from (-23.1, -16.5, -1.1) to (23.1, 35.2, 16.5)", listed)
-        self.assertIn("Group 1: Porter leads Door", listed)
-        self.assertRegex(listed, r"key track 0: 2\d\d keys")  # five seconds of fifty
+        self.assertIn("low (-23.1, -16.5, -1.1), high (23.1, 35.2, 16.5)", listed)
+        self.assertIn("group 1: leader Porter, members (Door", listed)
+        self.assertRegex(listed, r"key tracks \(2\d\d\)")  # five seconds of fifty
         checked = programs.run("check_scene", self.folder)
         self.assertEqual(checked.returncode, 0, checked.stdout)
 

@@ -65,7 +65,7 @@ CommandResult Check(const std::string& arguments = "") {
 
 void ExpectFinding(const Parts& parts, const std::string& expected) {
     parts.Write();
-    const CommandResult result = Check();
+    const CommandResult result = Check("--strict");
     EXPECT_EQ(result.exitCode, 1) << expected;
     EXPECT_NE(result.output.find(expected), std::string::npos) << expected << "\n" << result.output;
 }
@@ -366,9 +366,14 @@ TEST(CheckScene, ListsTheWorldAndHandsItOut) {
     parts.Write();
     const CommandResult json = Check("--json");
     EXPECT_EQ(json.exitCode, 1);
-    EXPECT_EQ(json.output,
-              R"([
-  {"file": "settings.atr", "line": 4, "severity": "error", "code": "key-misspelt", "text": "*SAVE is no key of the settings; did you mean *SAFE?"}
+    EXPECT_EQ(json.output, R"([
+  {
+    "file": "settings.atr",
+    "line": 4,
+    "severity": "error",
+    "code": "key-misspelt",
+    "text": "*SAVE is no key of the settings; did you mean *SAFE?"
+  }
 ]
 )");
 
@@ -376,11 +381,12 @@ TEST(CheckScene, ListsTheWorldAndHandsItOut) {
     const CommandResult list = Check("--list --obj out.obj");
     EXPECT_EQ(list.exitCode, 0);
     const std::string lines[] = {
-        "Player 0: by mouse, moves Body0, sees through Eyes0 from vertex 0 to 1",
-        "Object 3 Floor: 288 triangles, 174 vertices, 170 texture vertices, from (-60, -60, 0) to",
-        "block in line 7: TEXTURE data\\crate.rgb, COLLIDER, PHYSICS 1 0.5 0.1",
-        "Texture data\\floor.tga: 64 x 64",
-        "Group 0: Body0 leads Eyes0 Body0",
+        "player 0: device mouse, moves Body0, camera Eyes0, eye vertex 0, look vertex 1,",
+        "name Floor, triangles 288, vertices 174, texture vertices 170, low (-60, -60, 0), high",
+        "line 7, keys (TEXTURE data\\crate.rgb, COLLIDER, PHYSICS 1 0.5 0.1)",
+        "name data\\floor.tga, size (64, 64)",
+        "group 0: leader Body0, members (Eyes0, Body0)",
+        "MOUSESENSITIVITY 0.005",
     };
     for (const std::string& line : lines) {
         EXPECT_NE(list.output.find(line), std::string::npos) << line << "\n" << list.output;
@@ -394,7 +400,37 @@ TEST(CheckScene, ListsTheWorldAndHandsItOut) {
     EXPECT_NE(ReadWholeFile("out.mtl").find("map_Kd data_floor.tga.png"), std::string::npos);
     EXPECT_EQ(RunCommand("identify -format %wx%h data_floor.tga.png").output, "64x64");
 
-    EXPECT_EQ(Check("nowhere").exitCode, 2);
-    EXPECT_EQ(Check("--lst").exitCode, 2);
+    for (const char* arguments : {"nowhere", "--lst", "--obj nowhere/out.obj", "--obj out.obj . ."}) {
+        EXPECT_EQ(Check(arguments).exitCode, 2) << arguments;
+    }
     EXPECT_EQ(Check("--help").exitCode, 0);
+}
+
+TEST(CheckScene, SpeaksToProgramsAndTerminals) {
+    const TemporaryFolder folder;
+    Parts parts;
+    parts.Object("Ramp").name = "Rampa\xe9\xc8\x1b";  // as Windows-1250 has it, and a terminal's escape
+    parts.Write();
+    EXPECT_NE(Check("--list").output.find("name Rampa\xc3\xa9\xc4\x8c?,"), std::string::npos);
+    const auto query = [](const std::string& arguments, const std::string& filter) {
+        return RunCommand(CHECK_SCENE_PROGRAM " " + arguments + " 2>/dev/null | jq -c '" + filter + "'")
+            .output;
+    };
+    EXPECT_EQ(query("--json . .", "map(.code)"), "[\"object-name-letters\",\"object-name-letters\"]\n");
+    EXPECT_EQ(query("--json --list . nowhere", ".worlds[0].objects[3].name"), "\"Floor\"\n");
+
+    Parts().Write();
+    EXPECT_EQ(Check("--quiet --strict").output, "");
+    Replace(parts.settings, "0 0 0 640 480", "0 0 0 320 480");
+    WriteWholeFile("settings.atr", parts.settings);
+    EXPECT_EQ(Check().exitCode, 0) << "only a warning";
+    EXPECT_EQ(Check("--strict").exitCode, 1);
+    EXPECT_NE(Check("--quiet").output.find("320 x 240"), std::string::npos);
+    WriteWholeFile("settings.atr", "*PLAYERS 1\n");
+    const auto onTerminal = [](const char* before) {
+        return RunCommand(std::string(before) + " script -qec '" CHECK_SCENE_PROGRAM "' /dev/null").output;
+    };
+    EXPECT_NE(onTerminal("env -u NO_COLOR").find("\033[1;31merror"), std::string::npos);
+    EXPECT_EQ(onTerminal("NO_COLOR=1").find('\033'), std::string::npos);
+    EXPECT_EQ(Check().output.find('\033'), std::string::npos);
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
@@ -39,10 +40,15 @@ struct Findings {
 
 /// One line for each finding, as compilers write them.
 /// @param isNumbered whether the number of its mark in a plan stands at the end, from 1
-void PrintFindings(std::ostream& out, const Findings& findings, bool isNumbered = false);
-/// One JSON array of objects with "file", "line", "byte", "severity", "code" and "text"; line and byte only
-/// where there is one.
-void PrintFindingsAsJson(std::ostream& out, const Findings& findings);
+/// @param isColoured with the colours of a terminal
+void PrintFindings(std::ostream& out, const Findings& findings, bool isNumbered, bool isColoured);
+/// An array of objects with "file", "line", "byte", "severity", "code" and "text"; line and byte only where
+/// there is one.
+nlohmann::ordered_json JsonOf(const Findings& findings);
+
+/// The text in UTF-8: bytes that aren't, as names within worlds have them, are taken for Windows-1250.
+/// What would steer a terminal becomes a question mark.
+std::string Utf8(const std::string& text);
 
 /// A number as people write it: without a row of zeros behind the point.
 std::string Shown(double value);

@@ -1,12 +1,21 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "check_scene/checks.h"
 #include "check_scene/obj_export.h"
 #include "check_scene/plan.h"
 #include "check_scene/report.h"
+#include "check_scene/stand_ins.h"
 #include "check_scene/walk.h"
 #include "check_scene/world.h"
 #include "process/options.h"
@@ -17,7 +26,7 @@
 namespace {
 
 constexpr const char* beforeOptions =
-    R"(usage: check_scene [options] [FOLDER | SETTINGS]
+    R"(usage: check_scene [options] [FOLDER | SETTINGS]...
 
 Loads the world of a folder as the engine does, without a display, and tells what is wrong with it:
 file:line: error or warning: what it is and what to do. FOLDER is the present one by default; SETTINGS is
@@ -26,7 +35,7 @@ a settings file of another name than settings.atr.
 )";
 
 constexpr const char* afterOptions = R"(
-Exit code: 0 nothing was found, 1 something was, 2 wrong usage.
+Exit code: 0 no error was found, 1 one was, 2 wrong usage. Colours come on a terminal, unless NO_COLOR is set.
 
 Examples:
   check_scene                      the world of this folder
@@ -36,15 +45,14 @@ Examples:
   check_scene --picture plan.png . a plan of it
 )";
 
-constexpr int clean = 0;
-constexpr int found = 1;
-
 struct Options {
     bool list = false;
     bool json = false;
+    bool quiet = false;
+    bool strict = false;
     std::string obj;
     std::string picture;
-    std::string world = ".";
+    std::vector<std::string> worlds;
 };
 
 /// Gives the exit code to end with at once, as everything has been said; below 0: go on.
@@ -53,21 +61,23 @@ int ReadOptions(Options& options, int count, char** arguments) {
         "check_scene",
         beforeOptions,
         {{"list", nullptr,
-          "print the world: players, objects with sizes, markers and keys, textures, lights, groups",
+          "print the world: settings, players, objects with sizes, markers and keys, textures, lights, "
+          "groups",
           Into(options.list)},
          {"obj", "OUT.obj",
           "write the geometry for other programs, with OUT.mtl and the textures as PNG beside it",
           Into(options.obj)},
          {"picture", "FILE.png", "draw a plan of the world from above, with the findings as numbered marks",
           Into(options.picture)},
-         {"json", nullptr, "print the findings as JSON, for editors", Into(options.json)}},
+         {"json", nullptr, "print the findings as JSON, for editors; with --list the world as well",
+          Into(options.json)},
+         {"quiet", nullptr, "print the findings only", Into(options.quiet)},
+         {"strict", nullptr, "warnings count as errors for the exit code", Into(options.strict)}},
         afterOptions};
     const Arguments rest = ReadArguments(program, count, arguments);
-    if (rest.plain.size() > 1) {
-        return RefuseArguments(program, "more than one world: " + rest.plain[1]);
-    }
-    if (!rest.plain.empty()) {
-        options.world = rest.plain[0];
+    options.worlds = rest.plain.empty() ? std::vector<std::string>{"."} : rest.plain;
+    if (options.worlds.size() > 1 && !(options.obj + options.picture).empty()) {
+        return RefuseArguments(program, "--obj and --picture are for one world");
     }
     return rest.exitCode;
 }
@@ -129,45 +139,97 @@ Walks Judge(Findings& findings, World& world) {
     return walks;
 }
 
-int Run(const Options& options) {
-    const std::string obj = options.obj.empty() ? "" : std::filesystem::absolute(options.obj).string();
-    const std::string picture =
-        options.picture.empty() ? "" : std::filesystem::absolute(options.picture).string();
-    World world;
-    const std::string settings = Enter(options.world, world);
-    if (!world.ReadSettings(settings)) {
-        std::cerr << world.shownFolder << settings
-                  << ": error: can't be opened; the folder of a world holds a settings.atr\n";
-        return wrongUsage;
+void Export(const Options& options, const World& world, const Findings& findings) {
+    std::map<std::string, std::string> files;
+    if (!options.obj.empty()) {
+        files = ObjFiles(world, options.obj);
     }
-    Findings findings;
-    const Walks walks = Judge(findings, world);
-    if (options.list) {
-        PrintWorld(std::cout, world);
+    if (!options.picture.empty()) {
+        files[options.picture] = DrawPlan(world, findings);
     }
-    if (!obj.empty()) {
-        const std::string failed = ExportObj(world, obj);
-        if (!failed.empty()) {
-            std::cerr << failed << ": error: can't be written\n";
-            return wrongUsage;
+    for (const auto& [path, bytes] : files) {
+        const std::string reason = SaveFile(path, bytes);
+        if (!reason.empty()) {
+            throw std::runtime_error(path + " can't be written: " + reason);
         }
     }
-    const std::string failed = picture.empty() ? "" : SaveFile(picture, DrawPlan(world, findings));
-    if (!failed.empty()) {
-        std::cerr << picture << ": error: can't be written: " << failed << "\n";
-        return wrongUsage;
+}
+
+bool ColoursAreWanted() {
+    const char* refused = std::getenv("NO_COLOR");
+    return isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
+}
+
+void Print(const Options& options, const World& world, const Findings& findings, const Walks& walks) {
+    if (options.list) {
+        PrintListing(std::cout, JsonOf(world));
     }
-    if (options.json) {
-        PrintFindingsAsJson(std::cout, findings);
-    } else {
-        PrintFindings(std::cout, findings, !picture.empty());
+    PrintFindings(std::cout, findings, !options.picture.empty(), ColoursAreWanted());
+    if (!options.quiet) {
         PrintCost(std::cout, world);
         PrintWays(std::cout, walks);
         const int errors = findings.ErrorCount();
         std::cout << Counted(errors, "error") << ", "
                   << Counted(static_cast<int>(findings.list.size()) - errors, "warning") << "\n";
     }
-    return findings.list.empty() ? clean : found;
+}
+
+/// What all worlds together have given.
+struct Outcome {
+    int exitCode = 0;
+    nlohmann::ordered_json findings = nlohmann::ordered_json::array();
+    nlohmann::ordered_json worlds = nlohmann::ordered_json::array();
+};
+
+void CheckWorld(const Options& options, const std::string& name, Outcome& outcome) {
+    theReports = {};
+    World world;
+    const std::string settings = Enter(name, world);
+    if (!world.ReadSettings(settings)) {
+        throw std::runtime_error(world.shownFolder + settings +
+                                 " can't be opened; the folder of a world holds a settings.atr");
+    }
+    Findings findings;
+    const Walks walks = Judge(findings, world);
+    if (findings.ErrorCount() > 0 || (options.strict && !findings.list.empty())) {
+        outcome.exitCode = std::max(outcome.exitCode, 1);
+    }
+    Export(options, world, findings);
+    if (!options.json) {
+        Print(options, world, findings, walks);
+        return;
+    }
+    for (const auto& finding : JsonOf(findings)) {
+        outcome.findings.push_back(finding);
+    }
+    if (options.list) {
+        outcome.worlds.push_back(JsonOf(world));
+    }
+}
+
+int Run(Options& options) {
+    for (std::string* path : {&options.obj, &options.picture}) {
+        *path = path->empty() ? "" : std::filesystem::absolute(*path).string();
+    }
+    const std::filesystem::path start = std::filesystem::current_path();
+    Outcome outcome;
+    for (const std::string& name : options.worlds) {
+        try {
+            std::filesystem::current_path(start);
+            CheckWorld(options, name, outcome);
+        } catch (const std::exception& failure) {
+            std::cerr << "check_scene: error: " << failure.what() << "\n";
+            outcome.exitCode = wrongUsage;
+        }
+    }
+    if (options.json && options.list) {
+        std::cout
+            << nlohmann::ordered_json{{"findings", outcome.findings}, {"worlds", outcome.worlds}}.dump(2)
+            << "\n";
+    } else if (options.json) {
+        std::cout << outcome.findings.dump(2) << "\n";
+    }
+    return outcome.exitCode;
 }
 
 }  // namespace
@@ -180,7 +242,7 @@ int main(int argumentCount, char** arguments) {
     }
     try {
         return Run(options);
-    } catch (const std::exception& failure) {
+    } catch (const std::exception& failure) {  // of a folder that has been deleted
         std::cerr << "check_scene: error: " << failure.what() << "\n";
         return wrongUsage;
     }

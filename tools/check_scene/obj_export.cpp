@@ -2,12 +2,10 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <set>
+#include <sstream>
 
 #include "check_scene/stand_ins.h"
 #include "process/png_file.h"
-#include "process/save_file.h"
 #include "scene/scene.h"
 
 namespace {
@@ -37,14 +35,14 @@ std::string PngName(const KeptImage& image) {
     return Word(image.path) + ".png";
 }
 
-void WriteTriple(std::ofstream& out, const char* word, const float* values, int count) {
+void WriteTriple(std::ostringstream& out, const char* word, const float* values, int count) {
     out << word;
     for (int i = 0; i < count; i++) {
         out << ' ' << values[i];
     }
 }
 
-void WriteObject(std::ofstream& out, const Scene& scene, const Object& object, std::int64_t& vertices,
+void WriteObject(std::ostringstream& out, const Scene& scene, const Object& object, std::int64_t& vertices,
                  std::int64_t& texVertices) {
     const KeptImage* image = ImageOf(scene, object);
     const std::int32_t texVertexCount = image == nullptr ? 0 : object.texVertexValueCount / 3;
@@ -76,18 +74,18 @@ void WriteObject(std::ofstream& out, const Scene& scene, const Object& object, s
 
 }  // namespace
 
-std::string ExportObj(const World& world, const std::string& path) {
+std::map<std::string, std::string> ObjFiles(const World& world, const std::string& path) {
     const Scene& scene = *world.scene;
     const std::filesystem::path objPath = path;
     const std::filesystem::path mtlPath = std::filesystem::path(path).replace_extension(".mtl");
-    std::ofstream obj(objPath);
-    std::ofstream mtl(mtlPath);
+    std::map<std::string, std::string> files;
+    std::ostringstream obj;
+    std::ostringstream mtl;
     obj.precision(9);
     obj << "mtllib " << mtlPath.filename().string() << "\n";
     mtl << "newmtl plain\nKd 1 1 1\n";
     std::int64_t vertices = 0;
     std::int64_t texVertices = 0;
-    std::set<const KeptImage*> written;
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         const Object& object = scene.objects[id];
         if (object.faceValueCount == 0 || !world.Of(id).hasRecord || world.Of(id).meshDropped) {
@@ -95,18 +93,16 @@ std::string ExportObj(const World& world, const std::string& path) {
         }
         WriteObject(obj, scene, object, vertices, texVertices);
         const KeptImage* image = ImageOf(scene, object);
-        if (image == nullptr || !written.insert(image).second) {
+        if (image == nullptr) {
             continue;
         }
-        mtl << "newmtl " << Word(image->path) << "\nKd 1 1 1\nmap_Kd " << PngName(*image) << "\n";
-        std::string pngPath = (objPath.parent_path() / PngName(*image)).string();
-        const std::string png =
-            PngFile(image->width, image->height, image->pixels.get(), image->bytesPerPixel);
-        if (!SaveFile(pngPath, png).empty()) {
-            return pngPath;
+        std::string& png = files[(objPath.parent_path() / PngName(*image)).string()];
+        if (png.empty()) {
+            mtl << "newmtl " << Word(image->path) << "\nKd 1 1 1\nmap_Kd " << PngName(*image) << "\n";
+            png = PngFile(image->width, image->height, image->pixels.get(), image->bytesPerPixel);
         }
     }
-    obj.close();
-    mtl.close();
-    return obj && mtl ? "" : path;
+    files[objPath.string()] = obj.str();
+    files[mtlPath.string()] = mtl.str();
+    return files;
 }

@@ -162,7 +162,9 @@ void PlayerCheck::CheckViewport() {
         findings.Warn("viewport-stretched", place,
                       Name() + "'s viewport hasn't the proportions of the window: the picture is " +
                           (stretch < 1.0 ? "squeezed" : "stretched") + " to " +
-                          Shown(std::round(stretch * 100.0)) + " % of its width");
+                          Shown(std::round(stretch * 100.0)) + " % of its width; " +
+                          std::to_string(player.viewportWidth) + " x " +
+                          Shown(std::round(player.viewportHeight * stretch)) + " wouldn't be");
     }
 }
 

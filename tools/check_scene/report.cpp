@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <nlohmann/json.hpp>
 #include <numeric>
 #include <ostream>
 #include <set>
@@ -17,8 +18,10 @@
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 std::string NameOf(const Scene& scene, std::int32_t id) {
-    return id >= 0 && id < scene.objectCount ? scene.objects[id].name : "none";
+    return id >= 0 && id < scene.objectCount ? Utf8(scene.objects[id].name) : "none";
 }
 
 /// Each image counts once, however many textures share it.
@@ -46,91 +49,145 @@ std::int64_t DrawCalls(const Scene& scene) {
     return calls;
 }
 
-void PrintSettings(std::ostream& out, const World& world) {
-    const Engine& engine = *world.engine;
-    out << "Window " << engine.windowRect.right << " x " << engine.windowRect.bottom << ", "
-        << int{engine.colourBits} << " bits" << (engine.fullScreen ? ", full screen" : "")
-        << "; a frame lasts " << theTimer->framePeriod << " ms; drawn from " << Shown(engine.nearPlane)
-        << " to " << Shown(engine.farPlane) << "\n";
+double Rounded(float value) {
+    return std::round(double{value} * 100.0) / 100.0;
 }
 
-void PrintPlayer(std::ostream& out, const Scene& scene, std::int32_t index) {
-    const Player& player = scene.players[index];
-    const char* const devices[] = {"keyboard", "mouse", "joystick"};
-    const bool hasDevice = player.controller >= 0 && player.controller < 3;
-    out << "Player " << index << ": by " << (hasDevice ? devices[player.controller] : "no device")
-        << ", moves " << NameOf(scene, player.playerObject) << ", sees through "
-        << NameOf(scene, player.cameraObject) << " from vertex " << player.eyeVertex << " to "
-        << player.lookVertex << ", in " << player.viewportWidth << " x " << player.viewportHeight << " at "
-        << player.viewportX << ", " << player.viewportY << "\n";
+Json Point(Vector point) {
+    return {Rounded(point.x), Rounded(point.y), Rounded(point.z)};
 }
 
-std::string Keys(const Block& block) {
-    std::string keys;
-    for (const KeyUse& use : block.keys) {
+Json Point(const float* values) {
+    return Point(Vector(values[0], values[1], values[2]));
+}
+
+/// Each key that counts, with its arguments.
+Json Keys(const std::vector<KeyUse>& uses) {
+    Json keys = Json::array();
+    for (const KeyUse& use : uses) {
         if (use.key == nullptr) {
             continue;
         }
-        keys += (keys.empty() ? "" : ", ") + use.key->name.substr(1);
+        std::string text = use.key->name.substr(1);
         for (const NumberRead& number : use.numbers) {
-            keys += " " + Shown(number.value);
+            text += " " + Shown(number.value);
         }
-        keys += use.name.empty() ? "" : " " + use.name;
+        keys.push_back(Utf8(text + (use.name.empty() ? "" : " " + use.name)));
     }
     return keys;
 }
 
-void PrintObject(std::ostream& out, const World& world, std::int32_t id) {
+Json Settings(const World& world) {
+    const Engine& engine = *world.engine;
+    return {{"window", {engine.windowRect.right, engine.windowRect.bottom}},
+            {"bits", engine.colourBits},
+            {"full screen", engine.fullScreen},
+            {"milliseconds a frame", theTimer->framePeriod},
+            {"near plane", Rounded(engine.nearPlane)},
+            {"far plane", Rounded(engine.farPlane)},
+            {"keys", Keys(world.settingsKeys)}};
+}
+
+Json OnePlayer(const Scene& scene, std::int32_t index) {
+    const Player& player = scene.players[index];
+    const char* const devices[] = {"keyboard", "mouse", "joystick"};
+    const bool hasDevice = player.controller >= 0 && player.controller < 3;
+    return {
+        {"device", hasDevice ? devices[player.controller] : "none"},
+        {"moves", NameOf(scene, player.playerObject)},
+        {"camera", NameOf(scene, player.cameraObject)},
+        {"eye vertex", player.eyeVertex},
+        {"look vertex", player.lookVertex},
+        {"viewport", {player.viewportX, player.viewportY, player.viewportWidth, player.viewportHeight}}};
+}
+
+Json OneObject(const World& world, std::int32_t id) {
     const Object& object = world.scene->objects[id];
-    out << "Object " << id << " " << object.name << ": " << object.faceValueCount / 3 << " triangles, "
-        << object.vertexValueCount / 3 << " vertices";
-    if (object.texVertexValueCount > 0) {
-        out << ", " << object.texVertexValueCount / 3 << " texture vertices";
-    }
+    Json listed = {{"name", NameOf(*world.scene, id)},
+                   {"triangles", object.faceValueCount / 3},
+                   {"vertices", object.vertexValueCount / 3},
+                   {"texture vertices", object.texVertexValueCount / 3}};
     if (object.faceValueCount > 0) {
         const MeshFacts facts(object);
-        out << ", from " << ShownPoint(facts.low) << " to " << ShownPoint(facts.high);
+        listed["low"] = Point(facts.low);
+        listed["high"] = Point(facts.high);
     }
     if (object.vertexValueCount > 0) {
         Vector centre;
         object.GetVertex(centre, object.centreVertex);
-        out << ", radius " << Shown(std::round(object.radius * 1000.0f) / 1000.0f) << " about "
-            << ShownPoint(centre);
+        listed["radius"] = Rounded(object.radius);
+        listed["centre"] = Point(centre);
     }
-    out << "\n    markers: centre " << object.centreVertex << ", axes " << object.xAxisVertex << " "
-        << object.yAxisVertex << " " << object.zAxisVertex << ", spare " << object.spareVertex << "\n";
+    listed["markers"] = {object.centreVertex, object.xAxisVertex, object.yAxisVertex, object.zAxisVertex,
+                         object.spareVertex};
     if (const Block* block = world.BlockOf(id)) {
-        out << "    block in line " << world.SourceOf(id).attributes.LineOf(block->headBegin) << ": "
-            << Keys(*block) << "\n";
+        listed["line"] = world.SourceOf(id).attributes.LineOf(block->headBegin);
+        listed["keys"] = Keys(block->keys);
     }
     for (std::int32_t i = 0; i < object.keyTrackCount; i++) {
-        out << "    key track " << i << ": " << Counted(object.keyTracks[i].keyCount, "key") << "\n";
+        listed["key tracks"].push_back(object.keyTracks[i].keyCount);
     }
+    return listed;
 }
 
-void PrintLight(std::ostream& out, const Light& light, std::int32_t index) {
-    out << "Light " << index << ": " << (light.position[3] == 0.0f ? "from the direction " : "at ")
-        << ShownPoint(Vector(light.position[0], light.position[1], light.position[2])) << ", diffuse "
-        << ShownPoint(Vector(light.diffuse[0], light.diffuse[1], light.diffuse[2]));
+Json OneTexture(const KeptImage& image) {
+    Json listed = {{"name", Utf8(image.path)}};
+    if (image.pixels != nullptr) {
+        listed["size"] = {image.width, image.height};
+        listed["alpha"] = image.bytesPerPixel == 4;
+    }
+    return listed;
+}
+
+Json OneLight(const Light& light) {
+    Json listed = {{light.position[3] == 0.0f ? "direction" : "position", Point(light.position)},
+                   {"diffuse", Point(light.diffuse)}};
     if (light.spotCutoff <= 90.0f) {
-        out << ", a spot of " << Shown(light.spotCutoff) << " degrees towards "
-            << ShownPoint(Vector(light.spotDirection[0], light.spotDirection[1], light.spotDirection[2]));
+        listed["spot"] = light.spotCutoff;
+        listed["towards"] = Point(light.spotDirection);
     }
-    out << "\n";
+    return listed;
 }
 
-void PrintGroup(std::ostream& out, const Scene& scene, std::int32_t group) {
-    std::string parent = "no parent";
+Json OneGroup(const Scene& scene, std::int32_t group) {
+    Json listed = {{"leader", "none"}, {"members", Json::array()}};
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         if (scene.objects[id].groupParent == group) {
-            parent = scene.objects[id].name;
+            listed["leader"] = NameOf(scene, id);
         }
     }
-    out << "Group " << group << ": " << parent << " leads";
     for (std::int32_t slot = 0; slot < scene.groups[group].capacity; slot++) {
         if (scene.groups[group].ids[slot] != -1) {
-            out << " " << NameOf(scene, scene.groups[group].ids[slot]);
+            listed["members"].push_back(NameOf(scene, scene.groups[group].ids[slot]));
         }
+    }
+    return listed;
+}
+
+/// Within a line: lists in parentheses, numbers short.
+std::string TextOf(const Json& value) {
+    if (value.is_string()) {
+        return value.get<std::string>();
+    }
+    if (value.is_number_float()) {
+        return Shown(value.get<double>());
+    }
+    if (!value.is_array()) {
+        return value.dump();
+    }
+    std::string text;
+    for (const Json& part : value) {
+        text += (text.empty() ? "(" : ", ") + TextOf(part);
+    }
+    return text.empty() ? "()" : text + ")";
+}
+
+void PrintThing(std::ostream& out, const std::string& title, const Json& thing) {
+    const char* separator = ": ";
+    out << title;
+    for (const auto& [name, value] : thing.items()) {
+        out << separator << name << ' ' << TextOf(value);
+        separator = ", ";
     }
     out << "\n";
 }
@@ -161,7 +218,7 @@ void PrintCost(std::ostream& out, const World& world) {
     const char* separator = "most triangles: ";
     for (std::ptrdiff_t i = 0; i < most; i++) {
         const Object& object = scene.objects[ids[static_cast<std::size_t>(i)]];
-        out << separator << object.name << " " << object.faceValueCount / 3;
+        out << separator << Utf8(object.name) << " " << object.faceValueCount / 3;
         separator = ", ";
     }
     if (most > 0) {
@@ -169,28 +226,33 @@ void PrintCost(std::ostream& out, const World& world) {
     }
 }
 
-void PrintWorld(std::ostream& out, const World& world) {
+Json JsonOf(const World& world) {
     const Scene& scene = *world.scene;
-    PrintSettings(out, world);
-    for (std::int32_t i = 0; i < scene.playerCount; i++) {
-        PrintPlayer(out, scene, i);
-    }
-    for (std::int32_t id = 0; id < scene.objectCount; id++) {
-        PrintObject(out, world, id);
-    }
-    for (const KeptImage& image : theReports.images) {
-        out << "Texture " << image.path << ": ";
-        if (image.pixels == nullptr) {
-            out << "no image\n";
-        } else {
-            out << image.width << " x " << image.height
-                << (image.bytesPerPixel == 4 ? ", with alpha\n" : "\n");
+    Json listing = {{"settings", Settings(world)}};
+    const auto add = [&](const char* kind, std::int32_t count, const auto& listed) {
+        listing[kind] = Json::array();
+        for (std::int32_t i = 0; i < count; i++) {
+            listing[kind].push_back(listed(i));
         }
-    }
-    for (std::int32_t i = 0; i < scene.lightCount; i++) {
-        PrintLight(out, scene.lights[i], i);
-    }
-    for (std::int32_t group = 0; group < scene.groupCount; group++) {
-        PrintGroup(out, scene, group);
+    };
+    add("players", scene.playerCount, [&](std::int32_t i) { return OnePlayer(scene, i); });
+    add("objects", scene.objectCount, [&](std::int32_t i) { return OneObject(world, i); });
+    add("textures", static_cast<std::int32_t>(theReports.images.size()),
+        [&](std::int32_t i) { return OneTexture(theReports.images[static_cast<std::size_t>(i)]); });
+    add("lights", scene.lightCount, [&](std::int32_t i) { return OneLight(scene.lights[i]); });
+    add("groups", scene.groupCount, [&](std::int32_t i) { return OneGroup(scene, i); });
+    return listing;
+}
+
+void PrintListing(std::ostream& out, const Json& listing) {
+    for (const auto& [kind, things] : listing.items()) {
+        if (things.is_object()) {
+            PrintThing(out, kind, things);
+            continue;
+        }
+        const std::string one = kind.substr(0, kind.size() - 1);  // "object 2" of the objects
+        for (std::size_t i = 0; i < things.size(); i++) {
+            PrintThing(out, one + " " + std::to_string(i), things[i]);
+        }
     }
 }

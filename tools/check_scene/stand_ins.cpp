@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 #include "loading/image_memory.h"
@@ -25,11 +26,11 @@ std::string Utf8(const char* text) {
     return utf8;
 }
 
-constexpr int lightCount = 8;  // what every OpenGL has, and most have no more
-bool lightIsOn[lightCount] = {};
+constexpr int lightCount = std::size(EngineReports{}.lightIsOn);
 
 bool* Light(GLenum name) {
-    return name >= GL_LIGHT0 && name < GL_LIGHT0 + lightCount ? &lightIsOn[name - GL_LIGHT0] : nullptr;
+    return name >= GL_LIGHT0 && name < GL_LIGHT0 + lightCount ? &theReports.lightIsOn[name - GL_LIGHT0]
+                                                              : nullptr;
 }
 
 /// Takes the box that reading the image has opened off the list.

@@ -24,7 +24,8 @@ struct EngineReports {
     std::vector<std::string> boxes;  ///< texts in UTF-8
     std::vector<std::string> log;    ///< entries in UTF-8
     std::vector<KeptImage> images;   ///< image i belongs to the textures whose `glName` is i + 1
+    bool lightIsOn[8] = {};          ///< as many as every OpenGL has, and most have no more
 };
 
-/// Since the start of the program, or since somebody cleared it.
+/// Of the world that is being checked.
 extern EngineReports theReports;
