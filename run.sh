@@ -52,7 +52,7 @@ KeepMaking() {
     [ "$kind" != model ] || sources=$(dirname "$model")
     stamp=$(mktemp)
     while sleep 0.3; do
-        [ -n "$(find "$sources" -maxdepth 1 -type f ! -name defaultlog.txt ! -name "*.atr" -newer "$stamp" 2>/dev/null)" ] ||
+        [ -n "$(find "$sources" -maxdepth 1 -type f ! -name defaultlog.txt ! -name "*.atr" -newercm "$stamp" 2>/dev/null)" ] ||
             continue
         touch "$stamp"
         sleep 0.2  # for who writes in several steps
