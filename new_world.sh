@@ -28,11 +28,12 @@ cd "$project"
 if [ "$kind" = blender ]; then
     InstallMissing $run_packages $import_packages
     Configure release
-    Build release import_scene
+    Build release check_scene import_scene
 else
     InstallMissing $run_packages
     Configure release
-    Build release scene_writer
+    Build release check_scene scene_writer
 fi
 ENGINE_BUILD=$project/build/release "$folder/make.sh"
+Check "$folder"
 echo "Made $folder. Walk in it: ./run.sh $1"

@@ -68,25 +68,26 @@ packages=$run_packages
 InstallMissing $packages
 case $kind in
 demo)
-    Build release engine demo
+    Build release engine demo ${watch:+check_scene}
     folder=$project/build/release/demo/$world
     cat "demo/$world/controls.txt"
     ;;
 folder)
     Configure release
-    Build release engine scene_writer $([ ! -f "$folder/world.glb" ] || echo import_scene)
+    Build release engine check_scene scene_writer $([ ! -f "$folder/world.glb" ] || echo import_scene)
     Make  # those of new_world.sh, anew each time
+    Check "$folder"
     ;;
 model)
     # Configured anew, as the importer may have been left out before.
     cmake --preset release >/dev/null
-    Build release engine import_scene
+    Build release engine check_scene import_scene
     folder=$project/build/models/$name
     Make "$@"
+    Check "$folder"
     [ "$world" != blender ] || cat demo/blender/controls.txt
     ;;
 esac
-[ -z "$watch" ] || Build release check_scene  # whose findings come to the terminal
 engine=$project/build/release/engine
 screenshot=$project/build/screenshot-$name.png
 cd "$folder"

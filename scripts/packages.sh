@@ -69,3 +69,8 @@ Build() {
     [ -f "build/$preset/build.ninja" ] || Configure "$preset"
     cmake --build --preset "$preset" ${1:+--target "$@"}
 }
+
+# Check FOLDER: what is wrong with the world there, or that nothing is.
+Check() {
+    "$project/build/release/tools/check_scene" --quiet --strict "$1" && echo "check_scene finds nothing wrong." || true
+}

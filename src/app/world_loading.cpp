@@ -1,19 +1,37 @@
 #include "app/world_loading.h"
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
 
 #include "engine/engine.h"
 #include "engine/singletons.h"
+#include "platform/message_box.h"
 #include "scene/scene.h"
 
 namespace {
 
 constexpr std::int32_t additiveSprite = 3;
 
+int boxesBefore = 0;
+
+/// Says on the terminal who knows more, once, if a box has come while the world was loaded.
+void PointToChecker() {
+    if (MessageBoxCount() > boxesBefore) {
+        std::fputs("check_scene says what is wrong with this world, with file and line.\n", stderr);
+    }
+    boxesBefore = std::numeric_limits<int>::max();
+}
+
 }  // namespace
 
 void LoadWorld() {
+    boxesBefore = MessageBoxCount();
+    // Some damage ends the process that meets it.
+    [[maybe_unused]] static const int registered = std::atexit(PointToChecker);
     theEngine->LoadMeshes(settingsFile);
+    PointToChecker();
     theScene->AddSprites(startSpriteCount);
     PlaceSprites();
     theScene->sprites[additiveSprite].blendMode = 0;

@@ -38,6 +38,7 @@ void AddWall(engine::SceneParts& world, const std::string& name, engine::Float3 
 /// Writes data/world.bin and data/world.atr.
 void WriteWorld(const std::string& data) {
     engine::SceneParts world;
+    world.attributes = "Made by world.cpp. Change that file: this one is written anew by ./run.sh.\n\n";
     // The player comes first: eyes, body, and the place to start from. It looks north, along +y.
     world.Add(engine::MakePlayer({0, {60, -24, 0}}));
 

@@ -28,7 +28,7 @@ TEST(Faults, AreToldAndEndTheProcessWithItsCode) {
         {"*PLAYERCOUNT 1 }",
          [] {},
          {"[:-(] Chyba: ChoosePixelFormat\n", "[:-(] Chyba: wglCreateContext\n"},
-         {},
+         {"check_scene"},
          ""},
         {"}",
          [] { std::filesystem::create_directory("defaultlog.txt"); },
@@ -42,7 +42,7 @@ TEST(Faults, AreToldAndEndTheProcessWithItsCode) {
              WriteWholeFile("box.atr", "Box { *TEXTURE missing.rgb }");
          },
          {"[:-(] Tento soubor chybí: nowhere.bin\n", "[:-(] Nenalezen soubor s Texturou\n",
-          "missing.rgb: No such file or directory"},
+          "missing.rgb: No such file or directory", "\ncheck_scene "},
          {"never.bin"},
          "Nahr\xE1v\xE1 se sc\xE9na: box.bin"},
 #ifndef __SANITIZE_ADDRESS__

@@ -150,7 +150,7 @@ void Export(const Options& options, const World& world, const Findings& findings
     for (const auto& [path, bytes] : files) {
         const std::string reason = SaveFile(path, bytes);
         if (!reason.empty()) {
-            throw std::runtime_error(path + " can't be written: " + reason);
+            throw std::runtime_error(std::string(path).append(" can't be written: ").append(reason));
         }
     }
 }
