@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "loading/attribute_file.h"
+#include "loading/load_fault.h"
 #include "loading/object_names.h"
 #include "loading/scene_record.h"
 #include "platform/files.h"
@@ -102,27 +103,26 @@ struct SceneLoad {
 
     /// @param id of the record's object, for which memory is there already
     Damage ReadRecord(std::int64_t& offset, std::int32_t id);
-    void PrepareMesh(const RecordHead& head, Object& object) const;
-    /// @return false if the file turned out to be damaged, which is told
+    void PrepareMesh(const RecordHead& head, std::int32_t id) const;
+    /// @return false if the file turned out to be damaged, which is reported
     bool ReadRecords();
-    void Tell(const std::string& objectName, const std::string& text) const;
 };
 
-void SceneLoad::Tell(const std::string& objectName, const std::string& text) const {
-    Log::Write(scene.log, path + ": object \"" + objectName + "\": " + text);
-}
-
-void SceneLoad::PrepareMesh(const RecordHead& head, Object& object) const {
+void SceneLoad::PrepareMesh(const RecordHead& head, std::int32_t id) const {
+    Object& object = scene.objects[id];
+    const auto report = [&](LoadFault::Kind kind, const std::string& what) {
+        ReportFault(scene.log, {kind, path, what, -1, id, object.name});
+    };
     if (const char* fault = MeshFault(head, object)) {
         DropMesh(object);
-        Tell(object.name, fault + std::string("; it gets the mesh of a new object"));
+        report(LoadFault::Kind::MeshDropped, fault);
         return;
     }
     object.ComputeNormals();
     if (object.texFaces != nullptr) {
         object.ReindexByTexFaces();
     } else if (FillTexVertices(object)) {
-        Tell(object.name, "triangles name texture vertices that don't exist; these are 0");
+        report(LoadFault::Kind::TexVerticesMissing, "triangles name texture vertices that don't exist");
     }
     object.centreVertex = head.centreVertex;
     object.spareVertex = head.spareVertex;
@@ -131,7 +131,7 @@ void SceneLoad::PrepareMesh(const RecordHead& head, Object& object) const {
     object.zAxisVertex = head.zAxisVertex;
     const std::string wrongMarkers = CheckMarkers(object);
     if (!wrongMarkers.empty()) {
-        Tell(object.name, "no vertices for these markers: " + wrongMarkers);
+        report(LoadFault::Kind::MarkersReset, "no vertices for these markers: " + wrongMarkers);
     }
     object.ComputeRadius();
 }
@@ -154,7 +154,7 @@ Damage SceneLoad::ReadRecord(std::int64_t& offset, std::int32_t id) {
     objectTotal++;
     vertexTotal += head.vertexCount;
     triangleTotal += head.triangleCount;
-    PrepareMesh(head, object);
+    PrepareMesh(head, id);
     ApplyObjectAttributes(scene, attributes, id);
     return {};
 }
@@ -178,9 +178,8 @@ bool SceneLoad::ReadRecords() {
     if (damage.text.empty()) {
         return true;
     }
-    const std::string text = path + ": " + damage.text + " (at byte " + std::to_string(damage.offset) +
-                             "); this and what follows is left out";
-    Log::Write(scene.log, text);
+    const std::string text =
+        ReportFault(scene.log, {LoadFault::Kind::RecordsLeftOut, path, damage.text, damage.offset});
     MessageBoxA(nullptr, text.c_str(), ":-(", MB_ICONSTOP);
     return false;
 }

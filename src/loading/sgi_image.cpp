@@ -9,10 +9,10 @@
 #include <string>
 
 #include "loading/image_memory.h"
+#include "loading/load_fault.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/windows1250.h"
-#include "services/log.h"
 
 namespace {
 
@@ -295,7 +295,7 @@ std::unique_ptr<std::uint8_t[]> ReadRgbTexture(const char* path, std::int32_t& w
         }
     }
     if (image->damaged) {
-        Log::Write(log, std::string(path) + ": damaged SGI image; what is missing is drawn as 0");
+        ReportFault(log, {LoadFault::Kind::ImageDamaged, path, "damaged SGI image"});
     }
     CloseRgbImage(std::move(image));
     return rgba;

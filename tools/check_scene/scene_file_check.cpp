@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <cstdlib>
+#include <utility>
 
 #include "check_scene/checks.h"
 #include "platform/files.h"
@@ -9,38 +9,13 @@
 
 namespace {
 
-/// The byte that the engine names in a text; -1 without.
-std::int64_t ByteIn(const std::string& text) {
-    const std::string before = "(at byte ";
-    const std::size_t found = text.find(before);
-    return found == std::string::npos ? -1 : std::atoll(text.c_str() + found + before.size());
-}
-
-/// The text without the place, which stands in front of it already.
-std::string WithoutPlace(std::string text, const std::string& path) {
-    if (text.starts_with(path + ": ")) {
-        text.erase(0, path.size() + 2);
-    }
-    const std::size_t byte = text.find(" (at byte ");
-    const std::size_t end = text.find(')', byte);
-    if (byte != std::string::npos && end != std::string::npos) {
-        text.erase(byte, end + 1 - byte);
-    }
-    return text;
-}
-
 void CheckScene(Findings& findings, const World& world, const SceneSource& source) {
     if (!source.isThere) {
         findings.Error("no-scene", world.settings.At(source.loadPosition),
                        "*LOADMESH: there is no file " + world.ShownName(source.path));
         return;
     }
-    for (const std::string& box : source.boxes) {
-        if (box.starts_with(source.path)) {
-            findings.Error("scene-damaged", source.AtByte(ByteIn(box)), WithoutPlace(box, source.path));
-        }
-    }
-    if (source.objectEnd == source.firstObject && source.boxes.empty()) {
+    if (source.objectEnd == source.firstObject && source.faults.empty()) {
         findings.Warn("scene-empty", source.AtByte(-1), "the scene holds no object");
     }
 }
@@ -80,21 +55,24 @@ bool ReadIndexRange(const World& world, std::int32_t id, std::int32_t& least, st
     return true;
 }
 
-void CheckReports(Findings& findings, const World& world, std::int32_t id) {
-    const ObjectSource& source = world.Of(id);
-    for (const std::string& report : source.reports) {
-        std::string text = Named(world.scene->objects[id]) + ": " + report;
-        std::int32_t least = 0;
-        std::int32_t most = 0;
-        if (source.meshDropped && ReadIndexRange(world, id, least, most)) {
-            text += "; the indices run from " + std::to_string(least) + " to " + std::to_string(most) +
-                    " in " + std::to_string(source.head.vertexCount) + " vertices";
-            if (least >= 1 && most == source.head.vertexCount) {
-                text += ": they seem to count from 1, and have to count from 0";
-            }
-        }
-        findings.Error("record-damaged", world.At(id), text);
+void CheckFault(Findings& findings, const World& world, const SceneSource& source, LoadFault fault) {
+    const std::int64_t byte = std::exchange(fault.byte, -1);  // it is the place
+    if (fault.object < 0) {
+        findings.Error("scene-damaged", source.AtByte(byte), fault.Sentence());
+        return;
     }
+    std::string text = Named(world.scene->objects[fault.object]) + ": " + fault.Sentence();
+    std::int32_t least = 0;
+    std::int32_t most = 0;
+    if (fault.kind == LoadFault::Kind::MeshDropped && ReadIndexRange(world, fault.object, least, most)) {
+        const std::int32_t vertexCount = world.Of(fault.object).head.vertexCount;
+        text += "; the indices run from " + std::to_string(least) + " to " + std::to_string(most) + " in " +
+                std::to_string(vertexCount) + " vertices";
+        if (least >= 1 && most == vertexCount) {
+            text += ": they seem to count from 1, and have to count from 0";
+        }
+    }
+    findings.Error("record-damaged", world.At(fault.object), text);
 }
 
 }  // namespace
@@ -103,8 +81,8 @@ void CheckSceneFiles(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
         CheckScene(findings, world, source);
         CheckFileEnd(findings, world, source);
-    }
-    for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
-        CheckReports(findings, world, id);
+        for (const LoadFault& fault : source.faults) {
+            CheckFault(findings, world, source, fault);
+        }
     }
 }

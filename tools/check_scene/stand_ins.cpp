@@ -33,16 +33,6 @@ bool* Light(GLenum name) {
                                                               : nullptr;
 }
 
-/// Takes the box that reading the image has opened off the list.
-std::string TakeBoxes(std::size_t from) {
-    std::string text;
-    for (std::size_t i = from; i < theReports.boxes.size(); i++) {
-        text = theReports.boxes[i];
-    }
-    theReports.boxes.resize(from);
-    return text;
-}
-
 void Keep(Texture& texture, const char* path, std::int32_t bytesPerPixel, std::string trouble) {
     KeptImage image;
     image.path = path;
@@ -51,6 +41,10 @@ void Keep(Texture& texture, const char* path, std::int32_t bytesPerPixel, std::s
     image.bytesPerPixel = bytesPerPixel;
     image.pixels = std::move(texture.pixels);
     image.trouble = std::move(trouble);
+    if (!theReports.faults.empty() && theReports.faults.back().kind == LoadFault::Kind::ImageDamaged) {
+        image.damage = theReports.faults.back().Sentence();
+        theReports.faults.pop_back();
+    }
     theReports.images.push_back(std::move(image));
     texture.pixels = nullptr;
     texture.glName = static_cast<std::uint32_t>(theReports.images.size());
@@ -76,39 +70,37 @@ const char* DeadlyFault(const char* path) {
 }  // namespace
 
 int MessageBoxA(HWND, const char* text, const char*, UINT) {
-    theReports.boxes.push_back(Utf8(text));
+    theReports.box = Utf8(text);
     return 1;
 }
 
 Log::Log() = default;
 Log::~Log() = default;
 
-bool Log::Write(Log* log, const char* text) {
-    if (log != nullptr) {
-        theReports.log.push_back(Utf8(text));
-    }
+bool Log::Write(Log* log, const char*) {
     return log != nullptr;
 }
 
-bool Log::Write(Log* log, const unsigned char* text) {
-    return Write(log, reinterpret_cast<const char*>(text));
+std::string ReportFault(Log*, const LoadFault& fault) {
+    theReports.faults.push_back(fault);
+    return fault.Sentence();
 }
 
 void Texture::LoadTga(const char* path) {
-    const std::size_t boxCount = theReports.boxes.size();
+    theReports.box.clear();
     pixels = ReadTga(path, width, height, components);
-    Keep(*this, path, components, TakeBoxes(boxCount));
+    Keep(*this, path, components, theReports.box);
 }
 
 void Texture::LoadRgb(const char* path, Log* log) {
-    const std::size_t boxCount = theReports.boxes.size();
     if (const char* fault = DeadlyFault(path)) {
         Keep(*this, path, 4, fault);
         theReports.images.back().endsEngine = true;
         return;
     }
+    theReports.box.clear();
     pixels = ReadRgbTexture(path, width, height, components, log);
-    Keep(*this, path, 4, TakeBoxes(boxCount));
+    Keep(*this, path, 4, theReports.box);
 }
 
 void glGetIntegerv(GLenum, GLint* value) {

@@ -51,6 +51,9 @@ void CheckTexture(Findings& findings, const World& world, const TextureUse& use,
                            "of which none holds another");
     }
     if (texture.name == wanted && judged.insert(image).second) {
+        if (!image->damage.empty()) {
+            findings.Error("image-damaged", place, "*TEXTURE " + wanted + ": " + image->damage);
+        }
         bool isError = false;
         const std::string fault = ImageFault(*image, isError);
         if (!fault.empty()) {
@@ -93,12 +96,5 @@ void CheckTextures(Findings& findings, const World& world) {
     }
     for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
         CheckCoordinates(findings, world, id);
-    }
-    for (const SceneSource& source : world.scenes) {
-        for (const std::string& entry : source.log) {
-            if (entry.find("damaged SGI image") != std::string::npos) {
-                findings.Error("image-damaged", source.AtByte(-1), entry);
-            }
-        }
     }
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <unordered_map>
+#include <utility>
 
 #include "check_scene/stand_ins.h"
 #include "loading/attribute_file.h"
@@ -122,28 +122,6 @@ void AssignTextures(World& world, std::int32_t sceneIndex, std::int32_t texture)
     take(source.globals == -1 ? nullptr : &source.blocks[static_cast<std::size_t>(source.globals)], -1);
 }
 
-/// Hands what the engine has noted about single objects on to them.
-void AssignReports(const SceneSource& source, World& world) {
-    std::unordered_map<std::string, std::int32_t> ids;
-    for (std::int32_t id = source.firstObject; id < source.objectEnd; id++) {
-        ids.emplace(world.scene->objects[id].name, id);
-    }
-    const std::string before = source.path + ": object \"";
-    const std::string between = "\": ";
-    for (const std::string& entry : source.log) {
-        const std::size_t end = entry.find(between, before.size());
-        if (!entry.starts_with(before) || end == std::string::npos) {
-            continue;
-        }
-        const auto id = ids.find(entry.substr(before.size(), end - before.size()));
-        if (id != ids.end()) {
-            ObjectSource& object = world.objects[static_cast<std::size_t>(id->second)];
-            object.reports.push_back(entry.substr(end + between.size()));
-            object.meshDropped = object.meshDropped || entry.ends_with("it gets the mesh of a new object");
-        }
-    }
-}
-
 }  // namespace
 
 std::string World::ShownName(const std::string& path) const {
@@ -173,8 +151,6 @@ void World::LoadScenes() {
         source.loadPosition = use.position;
         source.firstObject = scene->objectCount;
         source.attributesPath = AttributeFileName(use.name);
-        theReports.boxes.clear();
-        theReports.log.clear();
         const std::int32_t firstTexture = scene->textureCount;
         std::FILE* file = OpenFile(use.name.c_str(), "rb");
         source.isThere = file != nullptr;
@@ -183,8 +159,7 @@ void World::LoadScenes() {
         }
         scene->LoadMesh(use.name.c_str());
         source.objectEnd = scene->objectCount;
-        source.boxes = theReports.boxes;
-        source.log = theReports.log;
+        source.faults = std::exchange(theReports.faults, {});
         ObjectSource empty;
         empty.scene = static_cast<std::int32_t>(scenes.size());
         objects.resize(static_cast<std::size_t>(scene->objectCount), empty);
@@ -193,7 +168,11 @@ void World::LoadScenes() {
             source.attributes.Read(source.attributesPath, ShownName(source.attributesPath));
         source.blocks = FindBlocks(source.attributes.text);
         AssignBlocks(source, *this);
-        AssignReports(source, *this);
+        for (const LoadFault& fault : source.faults) {
+            if (fault.kind == LoadFault::Kind::MeshDropped) {
+                objects[static_cast<std::size_t>(fault.object)].meshDropped = true;
+            }
+        }
         scenes.push_back(std::move(source));
         AssignTextures(*this, empty.scene, firstTexture);
     }

@@ -7,6 +7,7 @@
 #include "check_scene/keys.h"
 #include "check_scene/text_file.h"
 #include "common/windowless.h"
+#include "loading/load_fault.h"
 #include "loading/scene_record.h"
 
 /// A block of an attribute file: an opening brace and what belongs to it.
@@ -35,21 +36,19 @@ struct SceneSource {
     std::int32_t globals = -1;  ///< index of the block of the scene
     std::int32_t firstObject = 0;
     std::int32_t objectEnd = 0;
-    std::vector<std::string> boxes;  ///< what the engine showed while it loaded this
-    std::vector<std::string> log;    ///< and what it noted
+    std::vector<LoadFault> faults;  ///< what the engine reported while it loaded this
 
     Place AtByte(std::int64_t byte) const { return {shownName, 0, byte}; }
 };
 
 /// Where an object comes from.
 struct ObjectSource {
-    std::int32_t scene = 0;            ///< index of the source
-    bool hasRecord = false;            ///< false for what stands behind damage
-    std::int64_t offset = 0;           ///< of its record in the file
-    RecordHead head;                   ///< as the file has it
-    std::int32_t block = -1;           ///< index of the block that it is given
-    std::vector<std::string> reports;  ///< what the engine has noted about it
-    bool meshDropped = false;          ///< its mesh couldn't be used, and the engine gave it a plain one
+    std::int32_t scene = 0;    ///< index of the source
+    bool hasRecord = false;    ///< false for what stands after damage
+    std::int64_t offset = 0;   ///< of its record in the file
+    RecordHead head;           ///< as the file has it
+    std::int32_t block = -1;   ///< index of the block that it is given
+    bool meshDropped = false;  ///< its mesh couldn't be used, and the engine gave it a plain one
 };
 
 /// One *TEXTURE and the record that it made.
