@@ -4,7 +4,7 @@
 
 std::string ReportFault(Log* log, const LoadFault& fault) {
     const std::string object = fault.object < 0 ? "" : "object \"" + fault.objectName + "\": ";
-    const std::string line = fault.path + ": " + object + fault.Sentence();
+    std::string line = fault.path + ": " + object + fault.Sentence();
     Log::Write(log, line);
     return line;
 }

@@ -140,7 +140,7 @@ TEST(CheckScene, HasAllItsCodesInTheManual) {
         sources += ReadWholeFile(entry.path());
     }
     const std::string manual = ReadWholeFile(DOCS_FOLDER "/check_scene.md");
-    const std::set<std::string> used = codes(sources, "(?:Error|Warn)\\(\\s*\"([a-z-]+)\"");
+    const std::set<std::string> used = codes(sources, "(?:Error|Cause|Warn)\\(\\s*\"([a-z-]+)\"");
     EXPECT_GT(used.size(), 100u);
     EXPECT_EQ(used, codes(manual.substr(manual.find("## Codes")), "\\| `([a-z-]+)` \\|"));
 }
@@ -404,6 +404,52 @@ TEST(CheckScene, ListsTheWorldAndHandsItOut) {
         EXPECT_EQ(Check(arguments).exitCode, 2) << arguments;
     }
     EXPECT_EQ(Check("--help").exitCode, 0);
+}
+
+TEST(CheckScene, NamesTheCauseAlone) {
+    const std::string png = "\x89PNG\r\n\x1a\n" + std::string(400, '\0');
+    const std::string utf16("\xff\xfe*\0P\0L\0A\0Y\0E\0R\0", 16);
+    const struct {
+        const char* file;
+        std::string bytes;  ///< none: the file is taken away
+        std::string code;
+        const char* advice;
+    } cases[] = {
+        {"data/world.bin", "", "no-scene", "no file data/world.bin"},
+        {"data/world.atr", "", "no-attributes", ""},
+        {"data/world.bin", "glTF" + png, "file-foreign", "import_scene data/world.glb data/world"},
+        {"data/world.bin", "# made by hand\nv 1 2 3\n", "file-foreign",
+         "import_scene data/world.obj data/world"},
+        {"data/world.bin", "Crate {\n *COLLIDER\n}\n", "file-foreign", "attribute file"},
+        {"data/world.bin", std::string("\2\0\0\0Crate", 9), "scene-damaged", ""},
+        {"data/world.atr", utf16, "file-foreign", "iconv -f UTF-16"},
+        {"settings.atr", utf16, "file-foreign", "iconv -f UTF-16"},
+        {"data/floor.tga", png, "image-unusable", "import_scene data/floor.png data/floor.tga"},
+        {"data/crate.rgb", "PK\3\4" + png, "image-unusable", "unpack"},
+    };
+    for (const auto& one : cases) {
+        const TemporaryFolder folder;
+        Parts().Write();
+        WriteWholeFile(one.file, one.bytes);
+        if (one.bytes.empty()) {
+            std::filesystem::remove(one.file);
+        }
+        const std::string found = Check("--quiet").output;
+        EXPECT_EQ(std::ranges::count(found, '\n'), 1) << found;
+        EXPECT_NE(found.find("[" + one.code + "]"), std::string::npos) << one.file << found;
+        EXPECT_NE(found.find(one.advice), std::string::npos) << found;
+    }
+    const TemporaryFolder folder;
+    Parts parts;
+    parts.attributes.insert(0, "\xEF\xBB\xBF");
+    parts.settings.insert(0, "\xEF\xBB\xBF");
+    parts.Write();
+    EXPECT_EQ(Check("--quiet").output, "") << "a byte order mark does no harm";
+    for (const char* wrong : {"data/world.bin", "data/world.atr"}) {
+        EXPECT_NE(Check(wrong).output.find("give the folder"), std::string::npos);
+    }
+    std::filesystem::rename("settings.atr", "settings.atr.txt");
+    EXPECT_NE(Check().output.find("there is settings.atr.txt"), std::string::npos);
 }
 
 TEST(CheckScene, SpeaksToProgramsAndTerminals) {

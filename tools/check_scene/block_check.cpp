@@ -189,15 +189,17 @@ void CheckNames(Findings& findings, const World& world, const SceneSource& sourc
 
 void CheckBlocks(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
-        if (!source.isThere) {
+        if (!source.isThere || !source.foreignAttributes.empty()) {
             continue;
         }
         if (!source.hasAttributes) {
-            findings.Error("no-attributes", world.settings.At(source.loadPosition),
+            findings.Cause("no-attributes", world.settings.At(source.loadPosition),
                            "there is no attribute file " + source.attributesPath + " beside " +
                                source.path + ": no textures, no lights, no players");
             continue;
         }
+        const bool isWhole =
+            std::ranges::all_of(source.faults, [](const LoadFault& fault) { return fault.object >= 0; });
         Names ids;
         for (std::int32_t id = source.firstObject; id < source.objectEnd; id++) {
             if (world.Of(id).hasRecord) {
@@ -208,9 +210,9 @@ void CheckBlocks(Findings& findings, const World& world) {
         std::size_t judgedTo = 0;  // inside an open block the others are only told of once
         for (const Block& block : source.blocks) {
             const bool isTaken = !block.takers.empty() || block.isGlobals;
-            if (!isTaken) {
+            if (!isTaken && isWhole) {
                 check.CheckUntaken(block);
-            } else {
+            } else if (isTaken) {
                 check.CheckTakers(block);
                 CheckKeys(findings, source.attributes, block.keys,
                           block.isGlobals ? KeyPlace::Globals : KeyPlace::Object, world.scene->playerCount);

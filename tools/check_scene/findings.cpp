@@ -40,13 +40,17 @@ void Findings::Sort() {
         fileOrder.emplace(finding.place.file, fileOrder.size());
     }
     const auto key = [&](const Finding& finding) {
-        return std::tuple(fileOrder[finding.place.file], finding.place.line, finding.place.byte,
-                          std::string_view(finding.text));
+        return std::tuple(!finding.isCause, !finding.isError, fileOrder[finding.place.file],
+                          finding.place.line, finding.place.byte, std::string_view(finding.text));
     };
     std::ranges::stable_sort(
         list, [&](const Finding& left, const Finding& right) { return key(left) < key(right); });
     const auto isTwin = [&](const Finding& left, const Finding& right) { return key(left) == key(right); };
     list.erase(std::unique(list.begin(), list.end(), isTwin), list.end());
+}
+
+bool Findings::HasCause() const {
+    return std::ranges::any_of(list, &Finding::isCause);
 }
 
 int Findings::ErrorCount() const {

@@ -21,6 +21,7 @@ struct Finding {
     bool isError = false;   ///< the world won't be what its author meant; otherwise a warning
     Place place;
     std::string text;
+    bool isCause = false;  ///< of so much else that the world can't be judged before it is mended
 };
 
 /// What has been found so far.
@@ -30,11 +31,16 @@ struct Findings {
     void Error(const char* code, const Place& place, const std::string& text) {
         list.push_back({code, true, place, text});
     }
+    void Cause(const char* code, const Place& place, const std::string& text) {
+        list.push_back({code, true, place, text, true});
+    }
     void Warn(const char* code, const Place& place, const std::string& text) {
         list.push_back({code, false, place, text});
     }
-    /// File by file in the order of their first finding, line by line; each finding once.
+    /// Causes, errors, warnings; file by file in the order of their first finding, line by line; each
+    /// finding once.
     void Sort();
+    bool HasCause() const;
     int ErrorCount() const;
 };
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "check_scene/file_kind.h"
 #include "loading/tga_image.h"
 #include "platform/files.h"
 
@@ -83,6 +84,11 @@ std::string ImageFault(const KeptImage& image, bool& isError) {
     std::uint8_t header[headerSize] = {};
     if (!ReadHeader(image.path, header)) {
         return isSgi ? "can't be found or is empty; the engine ends there" : "can't be found or is empty";
+    }
+    const bool isUsable = image.pixels != nullptr && (!isSgi || (header[0] == 1 && header[1] == 218));
+    const std::string foreign = isUsable ? "" : ForeignKind(image.path, FileUse::Image);
+    if (!foreign.empty() && !(isSgi && foreign.starts_with("is an SGI"))) {
+        return foreign;
     }
     if (image.endsEngine) {
         return "can't be loaded, and the engine ends there: " + image.trouble;

@@ -71,6 +71,11 @@ void CheckLight(Findings& findings, const Scene& scene, const Light& light, cons
                       "a light with a direction, w 0, can't be a spot: give it a place and w 1");
     } else if (isAimless) {
         findings.Error("spot-without-direction", place, "the spot has no direction");
+    } else if (light.spotCutoff > 0.0f && light.spotCutoff < 1.6f) {
+        findings.Warn("cutoff-radians", place,
+                      "the spot is " + Shown(light.spotCutoff) +
+                          " degrees wide: if radians are meant, write " +
+                          Shown(std::round(light.spotCutoff * 180.0f / std::numbers::pi_v<float>)));
     } else if (!HitsAnything(scene, light)) {
         findings.Warn("spot-unseen", place,
                       "the spot falls on no vertex, so that it isn't seen: cut the mesh up where it "

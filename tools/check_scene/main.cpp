@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "check_scene/checks.h"
+#include "check_scene/file_kind.h"
 #include "check_scene/obj_export.h"
 #include "check_scene/plan.h"
 #include "check_scene/report.h"
@@ -95,6 +96,16 @@ std::string Enter(const std::string& given, World& world) {
     return isFolder ? "settings.atr" : path.filename().string();
 }
 
+/// Where settings are that aren't in their place.
+std::string SettingsElsewhere() {
+    for (const char* other : {"settings.atr.txt", "data/settings.atr", "settings.txt", "../settings.atr"}) {
+        if (std::filesystem::exists(other)) {
+            return std::string(", and there is ") + other;
+        }
+    }
+    return {};
+}
+
 /// How many players the settings ask for: more than there can be would only exhaust the memory.
 bool HasTooManyPlayers(const World& world) {
     constexpr double most = 10000.0;
@@ -109,15 +120,18 @@ bool HasTooManyPlayers(const World& world) {
 
 Walks Judge(Findings& findings, World& world) {
     if (HasTooManyPlayers(world)) {
-        findings.Error("players-too-many", world.AtSetting("*PLAYERCOUNT"),
-                       "so many players exhaust the memory; nothing else was "
-                       "looked at");
+        findings.Cause("players-too-many", world.AtSetting("*PLAYERCOUNT"),
+                       "so many players exhaust the memory");
         return {};
     }
     world.LoadScenes();
     CheckSettings(findings, world);
     CheckSceneFiles(findings, world);
     CheckBlocks(findings, world);
+    if (findings.HasCause()) {
+        findings.Sort();
+        return {};
+    }
     CheckTextures(findings, world);
     CheckMeshes(findings, world);
     CheckMarkers(findings, world);
@@ -170,7 +184,8 @@ void Print(const Options& options, const World& world, const Findings& findings,
         PrintWays(std::cout, walks);
         const int errors = findings.ErrorCount();
         std::cout << Counted(errors, "error") << ", "
-                  << Counted(static_cast<int>(findings.list.size()) - errors, "warning") << "\n";
+                  << Counted(static_cast<int>(findings.list.size()) - errors, "warning")
+                  << (findings.HasCause() ? "; what else there is shows when this is mended\n" : "\n");
     }
 }
 
@@ -185,12 +200,20 @@ void CheckWorld(const Options& options, const std::string& name, Outcome& outcom
     theReports = {};
     World world;
     const std::string settings = Enter(name, world);
-    if (!world.ReadSettings(settings)) {
-        throw std::runtime_error(world.shownFolder + settings +
-                                 " can't be opened; the folder of a world holds a settings.atr");
+    if (std::filesystem::exists(std::filesystem::path(settings).replace_extension(".bin"))) {
+        throw std::runtime_error(name + " is no settings file: give the folder of the world");
     }
     Findings findings;
-    const Walks walks = Judge(findings, world);
+    const std::string foreign = ForeignKind(settings, FileUse::Text);
+    if (!foreign.empty()) {
+        findings.Cause("file-foreign", {world.shownFolder + settings},
+                       "this is no settings file; it " + foreign);
+    } else if (!world.ReadSettings(settings)) {
+        throw std::runtime_error(world.shownFolder + settings +
+                                 " can't be opened; the folder of a world holds a settings.atr" +
+                                 SettingsElsewhere());
+    }
+    const Walks walks = foreign.empty() ? Judge(findings, world) : Walks();
     if (findings.ErrorCount() > 0 || (options.strict && !findings.list.empty())) {
         outcome.exitCode = std::max(outcome.exitCode, 1);
     }

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "check_scene/checks.h"
 #include "check_scene/mesh_facts.h"
@@ -191,6 +192,7 @@ void CheckMeshes(Findings& findings, const World& world) {
     Vector low;
     Vector high;
     bool isFirst = true;
+    std::vector<float> sides;
     for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
         MeshCheck check{findings, world, id};
         if (!world.Of(id).hasRecord || world.Of(id).meshDropped || !check.CheckValues() ||
@@ -201,6 +203,7 @@ void CheckMeshes(Findings& findings, const World& world) {
         check.CheckTriangles(facts);
         check.CheckLooseVertices(facts);
         check.CheckSize(facts);
+        sides.push_back(facts.LargestSide());
         if (isFirst) {
             low = facts.low;
             high = facts.high;
@@ -210,6 +213,16 @@ void CheckMeshes(Findings& findings, const World& world) {
                      std::min(low.z, facts.low.z));
         high = Vector(std::max(high.x, facts.high.x), std::max(high.y, facts.high.y),
                       std::max(high.z, facts.high.z));
+    }
+    const auto middle = sides.begin() + static_cast<std::ptrdiff_t>(sides.size() / 2);
+    std::nth_element(sides.begin(), middle, sides.end());
+    constexpr std::size_t several = 5;
+    constexpr float huge = 1500.0f;
+    if (sides.size() >= several && *middle > huge) {
+        findings.Warn(
+            "world-huge", world.scenes.front().AtByte(-1),
+            "half of all objects are " + Shown(*middle) +
+                " large or more, and a player is 10 high: make the world smaller, a metre as 5.5 units");
     }
     const float largest = std::max({high.x - low.x, high.y - low.y, high.z - low.z});
     constexpr float playerHeight = 10.0f;

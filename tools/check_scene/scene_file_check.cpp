@@ -2,23 +2,13 @@
 #include <utility>
 
 #include "check_scene/checks.h"
+#include "check_scene/file_kind.h"
 #include "platform/files.h"
 #include "scene/scene.h"
 
 // What the engine itself reports about scene files, with a place for each.
 
 namespace {
-
-void CheckScene(Findings& findings, const World& world, const SceneSource& source) {
-    if (!source.isThere) {
-        findings.Error("no-scene", world.settings.At(source.loadPosition),
-                       "*LOADMESH: there is no file " + world.ShownName(source.path));
-        return;
-    }
-    if (source.objectEnd == source.firstObject && source.faults.empty()) {
-        findings.Warn("scene-empty", source.AtByte(-1), "the scene holds no object");
-    }
-}
 
 /// Bytes that no object accounts for: the count at the beginning is too small, or two files were joined.
 void CheckFileEnd(Findings& findings, const World& world, const SceneSource& source) {
@@ -56,9 +46,9 @@ bool ReadIndexRange(const World& world, std::int32_t id, std::int32_t& least, st
 }
 
 void CheckFault(Findings& findings, const World& world, const SceneSource& source, LoadFault fault) {
-    const std::int64_t byte = std::exchange(fault.byte, -1);  // it is the place
+    const std::int64_t byte = std::exchange(fault.byte, -1);  // which is the finding's place
     if (fault.object < 0) {
-        findings.Error("scene-damaged", source.AtByte(byte), fault.Sentence());
+        findings.Cause("scene-damaged", source.AtByte(byte), fault.Sentence());
         return;
     }
     std::string text = Named(world.scene->objects[fault.object]) + ": " + fault.Sentence();
@@ -75,14 +65,37 @@ void CheckFault(Findings& findings, const World& world, const SceneSource& sourc
     findings.Error("record-damaged", world.At(fault.object), text);
 }
 
+void CheckScene(Findings& findings, const World& world, const SceneSource& source) {
+    if (!source.isThere) {
+        findings.Cause("no-scene", world.settings.At(source.loadPosition),
+                       "*LOADMESH: there is no file " + world.ShownName(source.path));
+        return;
+    }
+    if (!source.foreignAttributes.empty()) {
+        findings.Cause("file-foreign", {world.ShownName(source.attributesPath)},
+                       "this is no attribute file; it " + source.foreignAttributes);
+        return;
+    }
+    const bool isDamaged =
+        std::ranges::any_of(source.faults, [](const LoadFault& fault) { return fault.object < 0; });
+    const std::string foreign = isDamaged ? ForeignKind(source.path, FileUse::Scene) : "";
+    if (!foreign.empty()) {
+        findings.Cause("file-foreign", source.AtByte(-1), "this is no scene; it " + foreign);
+        return;
+    }
+    for (const LoadFault& fault : source.faults) {
+        CheckFault(findings, world, source, fault);
+    }
+    if (source.objectEnd == source.firstObject && source.faults.empty()) {
+        findings.Warn("scene-empty", source.AtByte(-1), "the scene holds no object");
+    }
+}
+
 }  // namespace
 
 void CheckSceneFiles(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
         CheckScene(findings, world, source);
         CheckFileEnd(findings, world, source);
-        for (const LoadFault& fault : source.faults) {
-            CheckFault(findings, world, source, fault);
-        }
     }
 }

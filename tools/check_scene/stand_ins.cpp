@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdio>
-#include <iterator>
 #include <utility>
 
 #include "loading/image_memory.h"
@@ -25,8 +24,6 @@ std::string Utf8(const char* text) {
     Windows1250ToUtf8(text != nullptr ? text : "", utf8, sizeof utf8);
     return utf8;
 }
-
-constexpr int lightCount = std::size(EngineReports{}.lightIsOn);
 
 bool* Light(GLenum name) {
     return name >= GL_LIGHT0 && name < GL_LIGHT0 + lightCount ? &theReports.lightIsOn[name - GL_LIGHT0]

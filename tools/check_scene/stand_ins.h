@@ -23,6 +23,8 @@ struct KeptImage {
     bool endsEngine = false;                 ///< the engine doesn't live on after this
 };
 
+inline constexpr int lightCount = 8;  ///< that every OpenGL has, and most have no more
+
 struct EngineReports {
     std::string box;                ///< the last text, in UTF-8
     std::vector<LoadFault> faults;  ///< of scene files

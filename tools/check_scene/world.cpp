@@ -4,6 +4,7 @@
 #include <cctype>
 #include <utility>
 
+#include "check_scene/file_kind.h"
 #include "check_scene/stand_ins.h"
 #include "loading/attribute_file.h"
 #include "platform/files.h"
@@ -157,7 +158,10 @@ void World::LoadScenes() {
         if (file != nullptr) {
             std::fclose(file);
         }
-        scene->LoadMesh(use.name.c_str());
+        source.foreignAttributes = ForeignKind(source.attributesPath, FileUse::Text);
+        if (source.foreignAttributes.empty()) {
+            scene->LoadMesh(use.name.c_str());
+        }
         source.objectEnd = scene->objectCount;
         source.faults = std::exchange(theReports.faults, {});
         ObjectSource empty;
@@ -165,6 +169,7 @@ void World::LoadScenes() {
         objects.resize(static_cast<std::size_t>(scene->objectCount), empty);
         ReadHeads(source.path, objects, source.firstObject);
         source.hasAttributes =
+            source.foreignAttributes.empty() &&
             source.attributes.Read(source.attributesPath, ShownName(source.attributesPath));
         source.blocks = FindBlocks(source.attributes.text);
         AssignBlocks(source, *this);

@@ -30,6 +30,7 @@ struct SceneSource {
     std::size_t loadPosition = 0;  ///< of its name in the settings
     bool isThere = false;
     std::string attributesPath;
+    std::string foreignAttributes;  ///< what the file is instead; then the scene isn't loaded
     bool hasAttributes = false;
     TextFile attributes;
     std::vector<Block> blocks;  ///< in the order of their braces
