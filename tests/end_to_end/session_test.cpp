@@ -44,9 +44,9 @@ std::string Settings(const std::string& more) {
            more + "\r\n}\r\n";
 }
 
-struct Session : testing::TestWithParam<WindowManager> {
+struct Session : testing::Test {
     TemporaryFolder folder;
-    VirtualDisplay display{GetParam()};
+    VirtualDisplay display{WindowManager::Openbox};
 
     /// The window, once it takes keys.
     std::string WaitForWindow() {
@@ -58,7 +58,7 @@ struct Session : testing::TestWithParam<WindowManager> {
 };
 
 /// Windows line ends, and names whose case and separators are another machine's.
-TEST_P(Session, TheLogTellsOfTheContextAndOfEverythingThatIsLoaded) {
+TEST_F(Session, TheLogTellsOfTheContextAndOfEverythingThatIsLoaded) {
     WriteTwoScenes();
     WriteWholeFile("Settings.ATR", Settings(""));
     EngineProcess engine;
@@ -91,7 +91,7 @@ TEST_P(Session, TheLogTellsOfTheContextAndOfEverythingThatIsLoaded) {
     EXPECT_TRUE(EngineProcess::Log().ends_with("...\n\n"));
 }
 
-TEST_P(Session, WithoutSettingsTwoBoxesComeAndTheDefaultsRule) {
+TEST_F(Session, WithoutSettingsTwoBoxesComeAndTheDefaultsRule) {
     EngineProcess engine;
     EXPECT_TRUE(display.CloseBox(":-(", nullptr, "Engine"));
     EXPECT_TRUE(display.CloseBox(":-("));
@@ -101,16 +101,7 @@ TEST_P(Session, WithoutSettingsTwoBoxesComeAndTheDefaultsRule) {
     EXPECT_TRUE(EngineProcess::Log().ends_with("Logging ended...\n\n"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Manager, Session, testing::Values(WindowManager::None, WindowManager::Openbox),
-                         [](const auto& test) {
-                             return test.param == WindowManager::None ? "None" : "Openbox";
-                         });
-
-struct ManagedSession : Session {};
-INSTANTIATE_TEST_SUITE_P(Manager, ManagedSession, testing::Values(WindowManager::Openbox),
-                         [](const auto&) { return "Openbox"; });
-
-TEST_P(ManagedSession, TheWindowIsResizedMinimisedAndRestoredInBothPaths) {
+TEST_F(Session, TheWindowIsResizedMinimisedAndRestoredInBothPaths) {
     WriteTwoScenes();
     for (const char* path : {"", "*SAFE"}) {
         WriteWholeFile("settings.atr", Settings(path));
@@ -127,7 +118,7 @@ TEST_P(ManagedSession, TheWindowIsResizedMinimisedAndRestoredInBothPaths) {
     }
 }
 
-TEST_P(ManagedSession, FullScreenShowsAtTheOriginAndARefusedModeGivesAWindow) {
+TEST_F(Session, FullScreenShowsAtTheOriginAndARefusedModeGivesAWindow) {
     WriteTwoScenes();
     WriteWholeFile("settings.atr", "*FULLSCREEN " + Settings("*RESOLUTION 1280 1024 32"));
     {
