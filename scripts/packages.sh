@@ -10,10 +10,12 @@ package_packages="dpkg-dev file"
 ci_packages="$package_packages clang clang-format clang-tidy git libclang-rt-14-dev"
 
 # InstallMissing PACKAGE...: has apt install those that are not there, all in one go. Without apt it prints the
-# list and goes on; where apt can't be used it prints the line to run as root, and ends the script.
+# list, and goes on where there are the tools to build with; where apt can't be used it prints the line to run as
+# root, and ends the script.
 InstallMissing() {
     if ! command -v apt-get >/dev/null; then
         echo "This machine has no apt-get. The packages needed, under their Debian names:" $* >&2
+        command -v cmake >/dev/null && command -v ninja >/dev/null || exit 1
         return 0
     fi
     local missing=""

@@ -20,11 +20,18 @@ mv "$manifest" "$folder/manifest.txt"
 export PATH=$folder/usr/bin:$PATH HOME=$folder/home
 unset XDG_DATA_HOME
 
-# Each program has a page of the manual, which names each option that the program tells of.
+# Each program has a page of the manual, which names each option that the program tells of, and all but the
+# script complete them.
 for program in "$folder"/usr/bin/*; do
     page=$(zcat "$folder/usr/share/man/man1/$(basename "$program").1.gz" | sed 's/\\-/-/g')
     for option in $("$program" --help | grep -oE '(^|[ ,[])--[a-z-]+' | tr -d ' ,[' | sort -u); do
         grep -qe "$option\b" <<<"$page" || Fail "the page of $program lacks $option"
+        completion=$folder/usr/share/bash-completion/completions/$(basename "$program")
+        [[ $program = */engine-demo ]] || (
+            . "$completion"
+            _engine_program "$program" "$option"
+            [[ " ${COMPREPLY[*]} " = *" $option "* ]]
+        ) || Fail "$program $option isn't completed"
     done
 done
 

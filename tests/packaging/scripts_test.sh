@@ -29,7 +29,10 @@ Expect() {
 }
 install=". '$source/scripts/packages.sh'; InstallMissing alpha beta"
 
-Expect 0 "no apt-get. The packages needed, under their Debian names: alpha beta" "$install"
+Expect 1 "no apt-get. The packages needed, under their Debian names: alpha beta" "$install"
+StandIn cmake <<<'exit 0'
+StandIn ninja <<<'exit 0'
+Expect 0 "no apt-get." "$install"
 
 StandIn dpkg-query <<<'[ "$4" = alpha ] && echo "install ok installed"'
 StandIn apt-get <<<'exit 77'
@@ -54,7 +57,6 @@ Installing 0% 100%" "$install"
 
 # A display that doesn't answer: the real engine in place, and a build that has nothing to do.
 StandIn dpkg-query <<<'echo "install ok installed"'
-StandIn cmake <<<'exit 0'
 mkdir -p "$folder/tree/scripts" "$folder/tree/build/release"
 cp "$source/run.sh" "$folder/tree"
 cp "$source"/scripts/*.sh "$folder/tree/scripts"
