@@ -18,21 +18,28 @@
 
 namespace {
 
-/// Records or replays, if that is asked for; false, and a message, if the file isn't fit for it.
-bool StartRun(const CommandLine& commandLine) {
-    const ReplayEnd end = commandLine.verify     ? ReplayEnd::Verify
-                          : commandLine.thenPlay ? ReplayEnd::ThenPlay
-                                                 : ReplayEnd::Close;
-    const auto goesWell = [](const std::string& path, const std::string& wrong) {
-        if (!wrong.empty()) {
-            std::fprintf(stderr, "%s: error: %s\n", path.c_str(), wrong.c_str());
-        }
-        return wrong.empty();
-    };
-    // The replayed one has been read when the recorded one, which may be the same, is begun.
-    return (commandLine.replay.empty() ||
-            goesWell(commandLine.replay, ReplayRun(commandLine.replay, end))) &&
-           (commandLine.record.empty() || goesWell(commandLine.record, RecordRun(commandLine.record)));
+/// Whether there is no reason why the file isn't fit; tells of it.
+bool IsFit(const std::string& path, const char* fault, const std::string& reason) {
+    if (!reason.empty()) {
+        std::fprintf(stderr, "%s: error: %s%s\n", path.c_str(), fault, reason.c_str());
+    }
+    return reason.empty();
+}
+
+/// Enters the folder, and begins what is asked for around the play; false, and a message, if that can't be.
+bool Begin(const CommandLine& asked) {
+    constexpr const char* unwritable = "can't be written: ";
+    const ReplayEnd end = asked.verify     ? ReplayEnd::Verify
+                          : asked.thenPlay ? ReplayEnd::ThenPlay
+                                           : ReplayEnd::Close;
+    const bool isEntered = asked.folder.empty() || chdir(asked.folder.c_str()) == 0;
+    // The replayed run has been read when the recorded one, which may be the same, is begun.
+    return IsFit(asked.folder, "can't be entered: ", isEntered ? "" : std::strerror(errno)) &&
+           (asked.screenshot.empty() ||
+            IsFit(asked.screenshot, unwritable, ReasonNotToSave(asked.screenshot))) &&
+           (asked.replay.empty() || IsFit(asked.replay, "", ReplayRun(asked.replay, end))) &&
+           (asked.record.empty() || IsFit(asked.record, unwritable, RecordRun(asked.record))) &&
+           (asked.film.empty() || IsFit(asked.film, unwritable, StartFilm(asked.film)));
 }
 
 }  // namespace
@@ -44,23 +51,7 @@ int main(int count, char** arguments) {
     if (commandLine.exitCode >= 0) {
         return commandLine.exitCode;
     }
-    if (!commandLine.folder.empty() && chdir(commandLine.folder.c_str()) != 0) {
-        std::fprintf(stderr, "%s: error: can't be entered: %s\n", commandLine.folder.c_str(),
-                     std::strerror(errno));
-        return wrongUsage;
-    }
-    const std::string& picture = commandLine.screenshot;
-    const std::string reason = picture.empty() ? "" : ReasonNotToSave(picture);
-    if (!reason.empty()) {
-        std::fprintf(stderr, "%s: error: can't be written: %s\n", picture.c_str(), reason.c_str());
-        return wrongUsage;
-    }
-    if (!StartRun(commandLine)) {
-        return wrongUsage;
-    }
-    const std::string filmed = commandLine.film.empty() ? "" : StartFilm(commandLine.film);
-    if (!filmed.empty()) {
-        std::fprintf(stderr, "%s: error: %s\n", commandLine.film.c_str(), filmed.c_str());
+    if (!Begin(commandLine)) {
         return wrongUsage;
     }
     if (commandLine.watch) {

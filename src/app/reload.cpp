@@ -161,7 +161,7 @@ void Reload(bool fromStart) {
     ReplaceWorld();
     TakeInFilesRead();
     if (fromStart) {
-        ForgetRun();
+        KeepRun();
     }
     CatchUpWithRun();
     // What the showing of the window has told in its time.

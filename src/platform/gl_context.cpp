@@ -136,17 +136,11 @@ BOOL SwapBuffers(HDC deviceContext) {
     if (window == nullptr) {
         return FALSE;
     }
-    if (FramesAreLimited() || IsFilmed()) {
-        int width = 0;
-        int height = 0;
-        SDL_GL_GetDrawableSize(window, &width, &height);
-        if (IsFilmed()) {
-            FilmFrame(width, height);
-        }
-        if (FramesAreLimited()) {
-            CountFrame(width, height);
-        }
-    }
+    int width = 0;
+    int height = 0;
+    SDL_GL_GetDrawableSize(window, &width, &height);
+    FilmFrame(width, height);
+    CountFrame(width, height);
     SDL_GL_SwapWindow(window);
     return TRUE;
 }

@@ -1,13 +1,13 @@
 #include "platform/run.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <sstream>
 #include <utility>
 
 #include "process/close_request.h"
@@ -166,13 +166,12 @@ std::string RecordRun(const std::string& path) {
 }
 
 std::string ReplayRun(const std::string& path, ReplayEnd end) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (!file || !(bytes << file.rdbuf())) {
-        return "can't be read";
+    const std::string bytes = ReadFile(path);
+    if (bytes.empty()) {
+        return "can't be read, or is empty";
     }
     auto newReplay = std::make_unique<Replay>();
-    std::string wrong = ReadRun(bytes.view(), newReplay->run);
+    std::string wrong = ReadRun(bytes, newReplay->run);
     if (!wrong.empty()) {
         return wrong;
     }
@@ -193,9 +192,7 @@ bool RunIsReplayed() {
 }
 
 int ReplayExitCode() {
-    if (replay == nullptr) {
-        return replayExitCode;
-    }
+    assert(replay != nullptr);
     const auto played = static_cast<long long>(replay->frameCount);
     const auto recorded = static_cast<long long>(replay->run.frameCount);
     if (played < recorded && replayExitCode == 0) {
@@ -232,10 +229,6 @@ void CatchUpWithRun() {
 
 bool RunCatchesUp() {
     return replay != nullptr && replay->catchesUp;
-}
-
-void ForgetRun() {
-    recording = std::make_unique<Recording>();
 }
 
 const std::vector<RunFile>& FilesRead() {

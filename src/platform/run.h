@@ -26,11 +26,11 @@ enum class ReplayEnd {
 /// @return empty, or what is wrong with the file
 std::string ReplayRun(const std::string& path, ReplayEnd end);
 bool RunIsReplayed();
-/// From now on the run is kept in memory, to be caught up with.
+/// From now on the run is kept in memory, to be caught up with. One that was kept is forgotten.
 void KeepRun();
 void DropRun();
-/// After the end of the program: 1 if the motion of a frame differed, or the run wasn't played to its end,
-/// 0 otherwise. Writes to the standard error stream how far it came.
+/// For a program that has replayed a run, at its end: 1 if the motion of a frame differed, or the run
+/// wasn't played to its end, 0 otherwise. Writes to the standard error stream how far it came.
 int ReplayExitCode();
 
 // For the frame loop.
@@ -47,8 +47,6 @@ void EndRunFrame(std::uint32_t motion);
 /// Replays the run so far, frame after frame, until it is over: nothing is shown meanwhile.
 void CatchUpWithRun();
 bool RunCatchesUp();
-/// The kept run begins anew, with the next frame.
-void ForgetRun();
 /// The files that were opened for reading since these were forgotten, there or not, as they were then.
 const std::vector<RunFile>& FilesRead();
 /// The same files, as they are now.

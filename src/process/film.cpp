@@ -76,16 +76,12 @@ std::string StartFilm(const std::string& path) {
     return wrong ? wrong.message() : "";
 }
 
-bool IsFilmed() {
-    return !filmPath.empty();
-}
-
 void SetFilmPeriod(int milliseconds) {
     period = milliseconds;
 }
 
 void FilmFrame(int width, int height) {
-    if (!failure.empty() || width <= 0 || height <= 0) {
+    if (filmPath.empty() || !failure.empty() || width <= 0 || height <= 0) {
         return;  // a minimised window has no picture
     }
     frameCount++;

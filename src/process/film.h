@@ -8,10 +8,9 @@
 /// image into a folder, which is made if need be.
 /// @return empty, or the reason why that can't be
 std::string StartFilm(const std::string& path);
-bool IsFilmed();
 /// @param milliseconds that a frame of the film lasts, above 0; before the first
 void SetFilmPeriod(int milliseconds);
-/// A frame stands in the back buffer and is about to be shown.
+/// A frame stands in the back buffer and is about to be shown. Does nothing without a film.
 void FilmFrame(int width, int height);
 /// Ends the film. What went wrong with it, as a message; empty if nothing.
 std::string EndFilm();

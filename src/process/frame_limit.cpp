@@ -27,7 +27,7 @@ bool FramesAreLimited() {
 }
 
 void CountFrame(int width, int height) {
-    if (++shown != limit) {
+    if (limit == 0 || ++shown != limit) {
         return;
     }
     if (!file.empty()) {

@@ -10,7 +10,7 @@
 void LimitFrames(int frames, const std::string& screenshot);
 /// Whether a limit is set, so that nobody is there to close a box.
 bool FramesAreLimited();
-/// A frame stands in the back buffer and is about to be shown.
+/// A frame stands in the back buffer and is about to be shown. Does nothing without a limit.
 void CountFrame(int width, int height);
 /// What frames and picture lack, as a message; empty if nothing. After the end of the run.
 std::string WhatIsUndone();
