@@ -2,6 +2,7 @@
 
 #include <SDL.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/display_guard.h"
@@ -80,10 +81,10 @@ bool IsReallyGiven(const SDL_DisplayMode& mode) {
     SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN);
     SDL_ShowWindow(window);
     const Uint32 start = SDL_GetTicks();
-    Uint32 focused = 0;  // when the focus came; 0: it hasn't
+    Uint32 end = start + longest;
+    bool hasFocus = false;
     bool hasSize = true;
-    for (Uint32 now = start; hasSize && now - (focused != 0 ? focused : start) < longest;
-         now = SDL_GetTicks()) {
+    for (Uint32 now = start; hasSize && now < end; now = SDL_GetTicks()) {
         SDL_GetWindowSurface(window);
         SDL_UpdateWindowSurface(window);
         SDL_Delay(10);
@@ -91,16 +92,14 @@ bool IsReallyGiven(const SDL_DisplayMode& mode) {
         int width = 0;
         int height = 0;
         hasSize = !AskSize(window, width, height) || (width == mode.w && height == mode.h);
-        if (focused == 0 && SDL_GetKeyboardFocus() == window) {
-            focused = now;
-        }
-        if (focused != 0 && now - focused > moment) {
-            break;
+        if (!hasFocus && SDL_GetKeyboardFocus() == window) {
+            hasFocus = true;
+            end = now + std::max(moment, now - start);  // who was slow in one is slow in the other
         }
     }
     SDL_DestroyWindow(window);
     SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
-    return hasSize && focused != 0;
+    return hasSize && hasFocus;
 }
 
 /// Whether the mode can be had; a compositor's X server takes modes that it doesn't give.
