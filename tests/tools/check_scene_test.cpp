@@ -424,6 +424,9 @@ TEST(CheckScene, NamesTheCauseAlone) {
         {"data/world.bin", std::string("\2\0\0\0Crate", 9), "scene-damaged", ""},
         {"data/world.atr", utf16, "file-foreign", "iconv -f UTF-16"},
         {"settings.atr", utf16, "file-foreign", "iconv -f UTF-16"},
+        {"settings.atr",
+         "*PLAYERCOUNT 1 *FRAMERATELIMIT 50\n*LOADMESH data\\world.bin *LOADMESH data\\world.bin\n}\n",
+         "scene-twice", ""},
         {"data/floor.tga", png, "image-unusable", "import_scene data/floor.png data/floor.tga"},
         {"data/crate.rgb", "PK\3\4" + png, "image-unusable", "unpack"},
     };

@@ -138,6 +138,37 @@ const Plant plants[] = {
          p.lights = {LampAt({0, 0, 900}, 1)};
      },
      "[lamp-far]"},
+    {[](Planted& p) {
+         p.lights = {LampAt({0, 0, 30}, 1)};
+         p.lights[0].linearAttenuation = 20;
+         p.world.Add(engine::MakeBox("Bulb", {-1, -1, 29}, {1, 1, 31}), {0, 0, 30}, {"*NOCOLLIDER"});
+     },
+     "[lamp-far]"},
+    {[](Planted& p) {
+         p.lights = {LampAt({0, 0, 30}, 1)};
+         p.lights[0].spotCutoff = 0.7f;
+     },
+     "write 40 [cutoff-radians]"},
+    {[](Planted& p) {
+         p.lights = {LampAt({0, 0, 30}, 1)};
+         p.lights[0].spotCutoff = 40;
+     },
+     ""},
+    {[](Planted& p) {
+         Move(p.Eyes(), {0, 100, 0});
+     },
+     "[camera-far]"},
+    {[](Planted& p) {
+         Move(p.Eyes(), {0, -20, 5});
+     },
+     ""},
+    {[](Planted& p) {
+         for (const char* name : {"A", "B", "C", "D"}) {
+             p.world.Add(engine::MakeBox(name, {-2000, 3000, -1000}, {2000, 3000.f + *name, 900}),
+                         {0, 3000, 0}, {"*NOCOLLIDER"});
+         }
+     },
+     "[world-huge]"},
     {[](Planted& p) { std::swap(p.floor.faces[30].a, p.floor.faces[30].b); }, "the first is triangle 30 "},
     {[](Planted& p) {
          Paint(p.floor, {0, 0, 0});

@@ -189,7 +189,7 @@ void CheckNames(Findings& findings, const World& world, const SceneSource& sourc
 
 void CheckBlocks(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
-        if (!source.isThere || !source.foreignAttributes.empty()) {
+        if (!source.isThere || source.isRepeated || !source.foreignAttributes.empty()) {
             continue;
         }
         if (!source.hasAttributes) {

@@ -150,7 +150,7 @@ void KeyCheck::CheckRange(const KeyUse& use, std::size_t i) {
     const NumberRead& number = use.numbers[i];
     const Argument& argument = use.key->arguments[i];
     if (argument.meaning == Meaning::Player) {
-        if (number.value < 0 || number.value >= playerCount) {
+        if (playerCount > 0 && (number.value < 0 || number.value >= playerCount)) {
             Error("player-unknown", number.begin,
                   use.key->name + " is ignored: there is no player " + Shown(number.value) +
                       "; *PLAYERCOUNT makes " + std::to_string(playerCount) + ", and they count from 0");
@@ -272,17 +272,12 @@ void CheckKeys(Findings& findings, const TextFile& file, const std::vector<KeyUs
         check.CheckUse(use);
         const std::string subject = Subject(use);
         const auto [first, isNew] = firstOf.emplace(subject, use.position);
-        if (isNew || use.Is("*LIGHT")) {
+        if (isNew || use.Is("*LIGHT") || use.Is("*LOADMESH")) {
             continue;
         }
-        std::string text =
-            subject + " stands in line " + std::to_string(file.LineOf(first->second)) + ", too";
-        if (use.key->repeat == Repeat::AddsUp) {
-            text += ", and the counts add up";
-        } else {
-            text += use.Is("*LOADMESH") ? ": the scene is loaded twice, and its objects get numbers"
-                                        : "; this one counts";
-        }
+        const std::string text =
+            subject + " stands in line " + std::to_string(file.LineOf(first->second)) +
+            (use.key->repeat == Repeat::AddsUp ? ", too, and the counts add up" : ", too; this one counts");
         check.Warn("key-repeated", use.position, text);
     }
 }

@@ -29,12 +29,23 @@ struct Arrival {
     float distance = std::numeric_limits<float>::infinity();  ///< of the nearest vertex, in world units
 };
 
+/// A small mesh about the lamp itself.
+bool IsBulb(const Object& object, Vector lamp) {
+    constexpr float small = 3.0f;
+    if (object.radius > small || object.vertexValueCount == 0) {
+        return false;
+    }
+    Vector centre;
+    object.GetVertex(centre, object.centreVertex);
+    return (lamp - centre).Length() <= object.radius;
+}
+
 Arrival FindArrival(const Scene& scene, const Light& light) {
     const Vector lamp(light.position[0], light.position[1], light.position[2]);
     Arrival arrival;
     for (std::int32_t id = 0; id < scene.objectCount && arrival.share < dark; id++) {
         const Object& object = scene.objects[id];
-        if (object.attributes[invisibleAttribute] == 1) {
+        if (object.attributes[invisibleAttribute] == 1 || IsBulb(object, lamp)) {
             continue;
         }
         for (std::int32_t corner = 0; corner < object.faceValueCount && arrival.share < dark; corner++) {

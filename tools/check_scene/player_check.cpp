@@ -82,6 +82,18 @@ void PlayerCheck::CheckCamera() {
     if (player.playerObject == -1 || player.playerObject == player.cameraObject) {
         return;
     }
+    Vector eye;
+    Vector body;
+    camera.GetVertex(eye, camera.HasVertex(player.eyeVertex) ? player.eyeVertex : camera.centreVertex);
+    TheScene().objects[player.playerObject].GetVertex(body,
+                                                      TheScene().objects[player.playerObject].centreVertex);
+    constexpr float far = 60.0f;  // a person's height six times
+    if (!IsBlind(player) && (eye - body).Length() > far) {
+        findings.Warn(
+            "camera-far", place,
+            Name() + " sees from " + Shown(std::round((eye - body).Length())) +
+                " away from their body: the camera belongs where the eyes are, or a little behind");
+    }
     if (!IsMemberOfOwnGroup(player.cameraObject)) {
         findings.Error("camera-left-behind", place,
                        Name() + "'s camera stays behind when they walk: give " + Named(camera) +

@@ -66,6 +66,12 @@ void CheckFault(Findings& findings, const World& world, const SceneSource& sourc
 }
 
 void CheckScene(Findings& findings, const World& world, const SceneSource& source) {
+    if (source.isRepeated) {
+        findings.Cause("scene-twice", world.settings.At(source.loadPosition),
+                       "*LOADMESH " + source.path +
+                           " stands here a second time: each object comes twice, and those find no blocks");
+        return;
+    }
     if (!source.isThere) {
         findings.Cause("no-scene", world.settings.At(source.loadPosition),
                        "*LOADMESH: there is no file " + world.ShownName(source.path));

@@ -159,7 +159,9 @@ void World::LoadScenes() {
             std::fclose(file);
         }
         source.foreignAttributes = ForeignKind(source.attributesPath, FileUse::Text);
-        if (source.foreignAttributes.empty()) {
+        source.isRepeated =
+            std::ranges::find(scenes, source.shownName, &SceneSource::shownName) != scenes.end();
+        if (source.foreignAttributes.empty() && !source.isRepeated) {
             scene->LoadMesh(use.name.c_str());
         }
         source.objectEnd = scene->objectCount;

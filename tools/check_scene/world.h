@@ -29,6 +29,7 @@ struct SceneSource {
     std::string shownName;         ///< for findings
     std::size_t loadPosition = 0;  ///< of its name in the settings
     bool isThere = false;
+    bool isRepeated = false;  ///< an earlier one has this file; then it isn't loaded
     std::string attributesPath;
     std::string foreignAttributes;  ///< what the file is instead; then the scene isn't loaded
     bool hasAttributes = false;
