@@ -28,6 +28,7 @@
 #include "platform/run.h"
 #include "process/close_request.h"
 #include "scene/scene.h"
+#include "services/log.h"
 #include "services/timer.h"
 
 namespace {
@@ -51,7 +52,7 @@ void WatchFiles() {
             folders.push_back(folder);
         }
     }
-    WatchFolders(folders);
+    WatchFolders(folders, theLog->fileName);
 }
 
 /// The program that tells what is wrong with a world, as it stands beside this one; empty without it.

@@ -56,6 +56,7 @@ TEST(Reload, EverythingStandsWhereItStoodAndNothingIsLeftOver) {
     for (int walls = 1; walls <= 5; walls++) {
         WriteWorld(walls);
         ASSERT_TRUE(running.FramesUntil([&] {
+            Log::Write(theLog, "The log is no part of the world.");
             ReloadIfChanged();
             return theScene->objectCount == 2 + walls;
         }));
