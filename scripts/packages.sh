@@ -1,4 +1,11 @@
-# Read by the scripts at the top: installs the Debian packages that are missing.
+# Read by the scripts at the top: installs the Debian packages that are missing. Ends where nothing can be built.
+
+built=${BASH_SOURCE[0]%/*}/../build
+[ -e "$built" ] || built=${built%/build}
+if [ ! -w "$built" ]; then
+    echo "What is built goes into build/, which can't be written here. Copy the project into a folder of yours." >&2
+    exit 1
+fi
 
 run_packages="g++ cmake ninja-build libsdl2-dev libfreetype-dev libfontconfig-dev libgl-dev
     libglu1-mesa-dev libgl1-mesa-dri fonts-liberation libdecor-0-plugin-1-cairo nlohmann-json3-dev"

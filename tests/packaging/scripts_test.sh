@@ -7,7 +7,8 @@ source=$1
 engine=$2
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-mkdir "$folder/bin"
+mkdir -p "$folder/bin" "$folder/tree"
+cp -r "$source"/{run.sh,test.sh,scripts,demo} "$folder/tree"
 for tool in bash sh env awk grep id cat dirname rm; do
     ln -s "$(command -v "$tool")" "$folder/bin"
 done
@@ -27,7 +28,7 @@ Expect() {
         exit 1
     fi
 }
-install=". '$source/scripts/packages.sh'; InstallMissing alpha beta"
+install=". '$folder/tree/scripts/packages.sh'; InstallMissing alpha beta"
 
 Expect 1 "no apt-get. The packages needed, under their Debian names: alpha beta" "$install"
 StandIn cmake <<<'exit 0'
@@ -57,13 +58,15 @@ Installing 0% 100%" "$install"
 
 # A display that doesn't answer: the real engine in place, and a build that has nothing to do.
 StandIn dpkg-query <<<'echo "install ok installed"'
-mkdir -p "$folder/tree/scripts" "$folder/tree/build/release"
-cp "$source/run.sh" "$folder/tree"
-cp "$source"/scripts/*.sh "$folder/tree/scripts"
-cp -r "$source/demo" "$folder/tree"
+mkdir -p "$folder/tree/build/release"
 cp -r "$source/demo" "$folder/tree/build/release"
 ln -s "$engine" "$folder/tree/build/release/engine"
+if [ "$(id -u)" -ne 0 ]; then  # nothing keeps root from writing
+    chmod a-w "$folder/tree/build"
+    Expect 1 "goes into build/, which can't be written here" "'$folder/tree/run.sh'"
+    chmod u+w "$folder/tree/build"
+fi
 unset WAYLAND_DISPLAY
 export DISPLAY=:9876
 Expect 1 "Can the display be used (DISPLAY=:9876" "'$folder/tree/run.sh'"
-Expect 2 "usage: ./test.sh" "'$source/test.sh' everything"
+Expect 2 "usage: ./test.sh" "'$folder/tree/test.sh' everything"
