@@ -194,11 +194,6 @@ void WatchWorld(bool fromStart) {
     KeepRun();
 }
 
-void StopWatching() {
-    watch.reset();
-    DropRun();
-}
-
 bool WorldIsWatched() {
     return watch != nullptr;
 }

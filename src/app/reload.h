@@ -7,7 +7,6 @@
 /// From now on this is done. F5 begins at the start.
 /// @param fromStart every change begins at the start, too
 void WatchWorld(bool fromStart);
-void StopWatching();
 bool WorldIsWatched();
 /// What OpenGL's state is now, each loading begins with. Once, before the first.
 void KeepGlState();

@@ -210,11 +210,6 @@ void KeepRun() {
     recording = std::make_unique<Recording>();
 }
 
-void DropRun() {
-    recording.reset();
-    filesRead.clear();
-}
-
 void CatchUpWithRun() {
     if (recording->frameCount == 0) {
         return;

@@ -28,7 +28,6 @@ std::string ReplayRun(const std::string& path, ReplayEnd end);
 bool RunIsReplayed();
 /// From now on the run is kept in memory, to be caught up with. One that was kept is forgotten.
 void KeepRun();
-void DropRun();
 /// For a program that has replayed a run, at its end: 1 if the motion of a frame differed, or the run
 /// wasn't played to its end, 0 otherwise. Writes to the standard error stream how far it came.
 int ReplayExitCode();

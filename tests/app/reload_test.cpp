@@ -71,7 +71,6 @@ TEST(Reload, EverythingStandsWhereItStoodAndNothingIsLeftOver) {
         ReloadIfChanged();
         return stone().IsZero();
     }));
-    StopWatching();
 }
 
 }  // namespace
