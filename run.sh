@@ -45,7 +45,7 @@ Make() {
     model) "$project/build/release/tools/import_scene" "$model" "$folder/data/world" --settings --force "$@" ;;
     esac
 }
-# KeepMaking ARGUMENT...: makes it again each time when a source has changed; what goes wrong then is told, and the
+# KeepMaking ARGUMENT...: makes it again each time when a source has changed; what goes wrong then is reported, and the
 # old world stays.
 KeepMaking() {
     local sources=$folder stamp

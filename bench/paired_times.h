@@ -26,7 +26,7 @@ inline double ThreadTime() {
 }
 
 /// Runs an action and its baseline in turn, so that both meet the same conditions, however these change
-/// while a benchmark runs. The times are those of the action, the counter `ratioName` tells how many
+/// while a benchmark runs. The times are those of the action, the counter `ratioName` says how many
 /// times as long it takes. Destroying what the two return is not timed.
 /// @param now the clock to use
 /// @param prepare comes before each of them, untimed

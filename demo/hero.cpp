@@ -154,14 +154,14 @@ void AddHero(World& world, const Hero& hero) {
     put(MakeHead(), "Head", {0.0f, 0.0f, 8.2f}, {NodTrack(0.1f), NodTrack(0.1f), NodTrack(0.05f)}, camera);
 
     // A gravity of more than 0.5 brings a walker back to the ground in every frame, which makes the walk
-    // smooth. The body's own tracks hold still, but they are what tells that a step is under way. It stands
+    // smooth. The body's own tracks hold still, but they are what shows that a step is under way. It stands
     // on its own list, so that they are rewound together with the limbs'.
     const engine::SceneKeyTrack still(stepFrames);
     put(MakeTorso(hero), "Hero", bodyCentre, {still, still, still},
         {"*GROUPMEMBER " + number, "*GROUPPARENT " + number, "*PLAYEROBJECT " + number, "*COLLIDER",
          "*PHYSICS 0.55 0 0.5"});
 
-    // Behind the body, since it looks for the player's object. Its first vertex is the place of the centre.
+    // After the body, since it looks for the player's object. Its first vertex is the place of the centre.
     SceneObject spawn =
         engine::MakeCamera("Start" + number, hero.start + bodyCentre, hero.start + bodyCentre);
     AddMarkers(spawn, hero.start + bodyCentre);

@@ -28,7 +28,7 @@ struct World {
     std::vector<WorldObject> objects;
 
     void Add(SceneObject mesh, Role role, std::vector<std::string> attributes = {});
-    /// The same, with the key for the texture; its coordinates must be there.
+    /// Adds a mesh that has texture coordinates, with the key for its texture.
     void AddTextured(SceneObject mesh, Role role, const std::string& texture,
                      std::vector<std::string> attributes = {});
 };

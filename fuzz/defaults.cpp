@@ -10,7 +10,7 @@ int MessageBoxA(HWND, const char*, const char*, UINT) {
     return 1;
 }
 
-// Freed memory comes back soon, and calls are told of less deeply: fresh pages would take half of the time.
+// Freed memory comes back soon, and call stacks are shorter: fresh pages would take half of the time.
 // NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" const char* __asan_default_options() {
     return "quarantine_size_mb=8:malloc_context_size=8";

@@ -7,7 +7,7 @@
 #include "scene_input.h"
 
 // Changes one or two things in an input that is otherwise as it should be: a damaged head ends a load at
-// once, and what lies behind it is never reached by bytes that change at random.
+// once, and what lies after it is never reached by bytes that change at random.
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 
@@ -83,7 +83,7 @@ struct Mutation {
         }
     }
 
-    /// Puts a key behind a brace or an end of line, or a block around what stands there.
+    /// Puts a key after a brace or an end of line, or a block around what stands there.
     void ChangeText() {
         static const char* const words[] = {
             "*GROUPMEMBER ",
@@ -108,8 +108,8 @@ struct Mutation {
                                                   "65535 ", "1e39 ", "2147483648 "};
             inserted += numbers[Below(std::size(numbers))];
         }
-        const std::size_t behind = input.text.find_first_of("{\n", Below(input.text.size()));
-        input.text.insert(behind == std::string::npos ? input.text.size() : behind + 1, inserted + "\n");
+        const std::size_t after = input.text.find_first_of("{\n", Below(input.text.size()));
+        input.text.insert(after == std::string::npos ? input.text.size() : after + 1, inserted + "\n");
     }
 };
 

@@ -42,7 +42,7 @@ InstallMissing() {
     echo "Installing:$missing"
     # Lists of other sources that can't be fetched need not matter.
     $root apt-get update -qq || true
-    # sudo drops the variable, hence env behind it.
+    # sudo drops the variable, hence env after it.
     if ! (set -o pipefail
           $root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
               -o DPkg::Lock::Timeout=300 -o APT::Status-Fd=1 $missing </dev/null | ShowProgress); then
@@ -51,7 +51,7 @@ InstallMissing() {
     fi
 }
 
-# ShowProgress: tells in steps of ten percent how far apt is, from what it says on its status descriptor.
+# ShowProgress: shows in steps of ten percent how far apt is, from what it says on its status descriptor.
 ShowProgress() {
     awk -F: '
         /^(dl|pm)status:/ {

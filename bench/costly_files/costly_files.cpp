@@ -100,7 +100,7 @@ void WriteSettingsBeforeALongNumber(std::int64_t bytes) {
     WriteSettings(keys + "0." + std::string(static_cast<std::size_t>(bytes / 2), '7'));
 }
 
-/// Each of many objects is told by a key of its own to look for what isn't there.
+/// Each of many objects has a key of its own to look for what isn't there.
 void WriteNestedBlocksBeforeNothing(std::int64_t bytes) {
     const std::vector<engine::SceneObject> objects = NumberedObjects(bytes / 4 / recordSize);
     std::string text;

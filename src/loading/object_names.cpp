@@ -24,7 +24,7 @@ std::string ObjectNames::Rename(const std::string& before, const std::string& wa
 
 std::string ObjectNames::TakeUnique(const std::string& wanted) {
     // The one name that an object may give up is the default of new records. It ends in no digit, so the
-    // numbered names behind `lastNumbers` can't be meant.
+    // numbered names after `lastNumbers` can't be meant.
     if (bearers.try_emplace(wanted, 1).second) {
         return wanted;
     }

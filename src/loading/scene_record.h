@@ -13,7 +13,7 @@
 
 /// Every record begins with a head of this many bytes.
 inline constexpr std::int64_t recordHeadSize = 90;
-/// Entries behind the texture vertices of an object, once it has a single index list.
+/// Entries after the texture vertices of an object, once it has a single index list.
 inline constexpr std::int32_t spareEntries = 4;
 
 /// Values of the file become those of the machine.
@@ -27,7 +27,7 @@ void ToHostOrder(Value* values, std::size_t count) {
     }
 }
 
-/// The open file. Its size is that of the moment it was opened; reads tell if it has shrunk since.
+/// The open file. Its size is that of the moment it was opened; reads show if it has shrunk since.
 struct SceneFile {
     std::FILE* file;
     std::int64_t size = 0;
@@ -91,7 +91,7 @@ struct Damage {
     std::int64_t offset = 0;
 };
 
-/// Tells of a count that is negative or too large.
+/// Describes a count that is negative or too large.
 Damage CountDamage(const char* what, std::int32_t count, std::int64_t offset);
 
 /// Reads the head of the record at the offset, and makes sure that the whole record is there: every count

@@ -43,7 +43,7 @@ std::unique_ptr<RgbImage> AllocateRecord() {
     return image;
 }
 
-/// Takes bytes of the file from the offset on. Those that it doesn't have are 0, and tell of damage.
+/// Takes bytes of the file from the offset on. Those that it doesn't have are 0, and mean damage.
 void CopyBytes(RgbImage& image, std::uint64_t offset, void* destination, std::size_t size) {
     const std::size_t begin = std::min<std::uint64_t>(offset, image.byteCount);
     const std::size_t present = std::min(size, image.byteCount - begin);
@@ -65,7 +65,7 @@ void ReadContent(RgbImage& image, std::FILE* file) {
     image.byteCount = std::fread(image.bytes.get(), 1, wanted, file);
 }
 
-/// Those behind are not read.
+/// Those after are not read.
 constexpr std::size_t maxChannels = 4;
 constexpr std::size_t tableEntrySize = sizeof(std::uint32_t);
 
@@ -124,7 +124,7 @@ std::size_t DecodeRow(const std::uint8_t* packet, const std::uint8_t* end, std::
     return filled;
 }
 
-/// Whether the row is told to be the same bytes of the file as the one below it.
+/// Whether the row has the same bytes of the file as the one below it.
 bool RepeatsRowBelow(RgbImage& image, std::int32_t y, std::int32_t z) {
     const std::size_t index = static_cast<std::size_t>(y) + std::size_t{image.ysize} * z;
     if (!image.isEncoded || y == 0 || index >= std::size_t{image.ysize} * image.zsize) {

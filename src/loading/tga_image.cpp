@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Where the header tells the size. What lies between the first bytes and here is of no use.
+/// Where the header has the size. What lies between the first bytes and here is of no use.
 constexpr long sizeOffset = 12;
 
 std::unique_ptr<std::uint8_t[]> Refuse(const char* text) {

@@ -11,7 +11,7 @@ struct Matrix {
     void SetIdentity();
     /// All 16 elements equal the identity's, by value and exactly: a negative zero is a zero.
     bool IsIdentity() const;
-    /// The same without the last column, so a pure translation counts.
+    /// As `IsIdentity`, but for the last column, so that a pure translation counts.
     bool IsIdentityRotation() const;
     /// Transposes the 3x3 block and negates the translation: the inverse of a matrix that is either a
     /// pure rotation or a pure translation, and of no other.

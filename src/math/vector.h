@@ -46,7 +46,7 @@ struct Vector {
     /// @return distance to the first crossing of the whole line, negative if that lies behind the origin
     /// (from inside the sphere too); -1.0 if the line misses.
     float IntersectRaySphere(Vector rayVector, Vector sphereCentre, float radius) const;
-    /// The same in the plane z = 0; the vector may be of any length.
+    /// As `IntersectRaySphere`, in the plane z = 0; the vector may be of any length.
     float IntersectRayCircle(Vector rayVector, Vector circleCentre, float radius) const;
     /// The line against an infinite cylinder.
     /// @param axis of unit length
@@ -79,7 +79,7 @@ struct Vector {
     /// point behind the plane; a point in front moves as far again away from it.
     Vector ProjectOntoPlane(Vector planeNormal, Vector planeOrigin) const;
     bool IsWithinDistance(Vector other, float limit) const;
-    /// The same with both z taken as 0.
+    /// As `IsWithinDistance`, with both z taken as 0.
     bool IsWithinDistanceXY(Vector other, float limit) const;
 };
 

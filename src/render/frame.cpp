@@ -97,7 +97,7 @@ void ApplyCamera(const Scene& scene, const Player& player) {
     gluLookAt(eye.x, eye.y, eye.z, centre.x, centre.y, centre.z, player.up.x, player.up.y, player.up.z);
 }
 
-/// OpenGL keeps lights in eye space: the world's lights have to be placed again behind every camera.
+/// OpenGL keeps lights in eye space: the world's lights have to be placed again after every camera.
 void PlaceLights(const Scene& scene) {
     for (std::int32_t i = 0; i < scene.lightCount; i++) {
         const GLenum glLight = GL_LIGHT0 + static_cast<GLenum>(i);

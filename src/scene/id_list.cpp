@@ -9,7 +9,7 @@ IdList::IdList(std::int32_t newCapacity) {
 }
 
 bool IdList::Add(std::int32_t id) {
-    // Free slots lie behind the others, and files may go on adding to a full list.
+    // Free slots lie after the others, and files may go on adding to a full list.
     if (capacity > 0 && ids[capacity - 1] != -1) {
         return false;
     }

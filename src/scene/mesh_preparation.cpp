@@ -21,7 +21,7 @@ void StoreVector(float* values, std::int32_t index, Vector value) {
     values[3 * index + 2] = value.z;
 }
 
-/// Resizes the array, with the given value behind the old ones, and gives entry `texFaces[i]` the old value
+/// Resizes the array, with the given value after the old ones, and gives entry `texFaces[i]` the old value
 /// of entry `faces[i]`, for all i in order: of two vertices that one texture vertex belongs to, the later
 /// wins.
 void Redistribute(std::unique_ptr<float[]>& values, std::int32_t oldCount, std::int32_t newCount,

@@ -7,7 +7,7 @@
 namespace {
 
 /// Replaces the array by one of `newCount` values with as many of the first old ones as fit. The values
-/// behind them are not initialised.
+/// after them are not initialised.
 template <typename Value>
 void ResizeArray(std::unique_ptr<Value[]>& array, std::int32_t oldCount, std::int32_t newCount) {
     assert(oldCount >= 0 && newCount >= 0);
@@ -108,7 +108,7 @@ void Object::CopyTo(Object& destination) const {
     }
     std::copy_n(texVertices.get(), texVertexValueCount, destination.texVertices.get());
     std::copy_n(texFaces.get(), texFaceValueCount, destination.texFaces.get());
-    // An array of no values is no array: the render paths tell a textured object by it.
+    // An array of no values is no array: the render paths know a textured object by it.
     if (texVertices == nullptr) {
         destination.texVertices = nullptr;
     }

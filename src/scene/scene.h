@@ -64,7 +64,7 @@ struct Scene {
 
     /// Id of the first object of exactly this name, or -1.
     std::int32_t FindObject(const std::string& name) const;
-    /// The same as a pointer, good until the objects grow. Shows a box and gives null if there is none.
+    /// That object as a pointer, good until the objects grow. Shows a box and gives null if there is none.
     Object* pGetObject(const std::string& name);
     /// Index of the first texture whose own name occurs anywhere in `name`, or -1. A record with an empty
     /// name is found for any name.
@@ -77,7 +77,7 @@ struct Scene {
     /// Reads a scene: the binary file and the attribute file beside it. Its objects join those that stand.
     /// @return false if the file can't be opened or is damaged.
     bool LoadMesh(const char* path);
-    /// The same for several files, one after the other, however small they are.
+    /// Reads several scenes, one after the other.
     void LoadMeshes(const std::vector<std::string>& paths);
     /// Applies the block of the object in the attribute file. False if there is no such file or block.
     bool ReadObjectAttributes(const char* path, const char* objectName);
@@ -102,7 +102,7 @@ struct Scene {
     void ReportGlCapabilities();
     /// Draws one frame with vertex arrays, for every player, and swaps the buffers.
     void RenderFrame(const Engine& engine);
-    /// The same picture, corner by corner.
+    /// Draws that picture corner by corner.
     void RenderFrameSafe(const Engine& engine);
     /// All sprites, from the farthest to the nearest as this player sees them; the player must have a
     /// camera and the modelview matrix hold it.

@@ -22,7 +22,7 @@ struct Texture {
     /// Copies every field but the pixels, which a loaded texture has no more.
     void CopyTo(Texture& destination) const;
 
-    // Loading, in loading/. Failure is told by message box; the record is usable all the same, and its
+    // Loading, in loading/. Failure is reported by message box; the record is usable all the same, and its
     // texture object exists.
 
     /// Reads an uncompressed TGA image of 24 or 32 bits, with sides of powers of two from 2 to 512.
@@ -31,7 +31,7 @@ struct Texture {
     /// @param log takes a line if the file is damaged; may be null
     void LoadRgb(const char* path, Log* log = nullptr);
 
-    /// The image as RGB or RGBA bytes; null on failure, told by message box.
+    /// The image as RGB or RGBA bytes; null on failure, reported by message box.
     std::unique_ptr<std::uint8_t[]> ReadTga(const char* path, std::int32_t& imageWidth,
                                             std::int32_t& imageHeight, std::int32_t& imageComponents);
     /// @param depth bits per pixel, 24 or 32. Null if the data are short or don't fit into memory.

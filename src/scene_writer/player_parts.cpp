@@ -49,7 +49,7 @@ SceneParts MakePlayer(const ScenePlayer& player) {
     AddMarkers(body, centre, xAxis, yAxis);
     if (player.nod != 0.0f) {
         eyes.keyTracks.assign(3, NodTrack(player.nod));
-        // The body holds still, but its tracks are what tells that a step is under way.
+        // The body holds still, but its tracks are what shows that a step is under way.
         body.keyTracks.assign(3, SceneKeyTrack(stepFrames));
     }
     const Float3 place{centre.x, centre.y, centre.z + 0.1f};

@@ -16,7 +16,7 @@ struct ScenePlayer {
     float nod = 0.08f;                ///< how far the eyes go up and down with each step; 0 for no tracks
 };
 
-/// Makes the objects "Eyes", "Body" and "Start" with the player's index behind each name. They form the
+/// Makes the objects "Eyes", "Body" and "Start" with the player's index after each name. They form the
 /// group of the player's index. The settings still need a *PLAYERCOUNT and the player's *PLAYERVIEWPORT.
 SceneParts MakePlayer(const ScenePlayer& player);
 

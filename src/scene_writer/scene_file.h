@@ -45,8 +45,8 @@ struct SceneObject {
 
 /// The bytes of a scene file. Nothing is checked: damaged scenes can be written too.
 std::string SceneFileBytes(const std::vector<SceneObject>& objects);
-/// The same as a file. Throws std::invalid_argument for an object that the engine couldn't load as it
-/// stands, and std::runtime_error if the file can't be written.
+/// Writes these bytes to a file. Throws std::invalid_argument for an object that the engine couldn't load
+/// as it stands, and std::runtime_error if the file can't be written.
 void WriteSceneFile(const std::string& path, const std::vector<SceneObject>& objects);
 
 }  // namespace engine

@@ -54,7 +54,7 @@ void Stretch(SceneObject& object, Float3 centre, Float3 factors);
 void TurnAboutZ(SceneObject& object, Float3 centre, float angle);
 
 /// Adds the five marker vertices, none of which a triangle uses. In an object with texture faces the centre
-/// and the axes come to stand right behind as many entries as there are texture vertices, where the engine
+/// and the axes come to stand right after as many entries as there are texture vertices, where the engine
 /// keeps them; the spare vertex is the last entry before them, with a texture vertex that no face names.
 /// The axes are vectors from the centre, of unit length and at right angles. An object takes markers once.
 void AddMarkers(SceneObject& object, Float3 centre, Float3 xAxis = {1.0f, 0.0f, 0.0f},

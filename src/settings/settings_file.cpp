@@ -29,7 +29,7 @@ std::unique_ptr<AttributeText> CaptureSettings(const char* fileName, bool& close
     return std::make_unique<AttributeText>(ReadAttributeBlock(*stream, &closed));
 }
 
-/// The player whose index stands behind the key; null if there is no such player.
+/// The player whose index stands after the key; null if there is no such player.
 Player* ScanPlayer(TextCursor& cursor) {
     const std::int32_t index = ScanInt(cursor);
     return index >= 0 && index < theScene->playerCount ? &theScene->players[index] : nullptr;
@@ -111,7 +111,7 @@ bool Engine::ReadSettings(const char* fileName) {
 }
 
 bool Engine::LoadMeshes(const char* fileName) {
-    bool closed = false;  // told by the first pass over the file
+    bool closed = false;  // reported by the first pass over the file
     const std::unique_ptr<AttributeText> text = CaptureSettings(fileName, closed);
     if (text == nullptr) {
         return false;

@@ -22,7 +22,7 @@ struct FaceFilter {
     /// Takes up `count` faces in a row, at most `batchSize`, and fills `far` for them.
     /// @param faces three vertex indices each
     void Load(const float* vertices, const std::int32_t* faces, std::int32_t count);
-    /// The same for faces anywhere on the list.
+    /// Takes up the faces with these ids, anywhere on the list.
     void Load(const float* vertices, const std::int32_t* faces, const std::int32_t* ids,
               std::int32_t count);
 

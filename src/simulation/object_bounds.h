@@ -14,7 +14,7 @@
 /// bodies, are on lists, which are gone through.
 ///
 /// The bounds must be those of the moment. So the first sweep of a world step looks all of them up, and
-/// from then on the step tells of each object that it moves. A sweep outside of a step looks them up for
+/// from then on the step reports each object that it moves. A sweep outside of a step looks them up for
 /// itself.
 struct ObjectBounds {
     /// The index of the scene, made at the first call.

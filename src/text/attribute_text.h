@@ -8,18 +8,18 @@
 #include "platform/files.h"
 
 // The attribute language: blocks in braces, keys with an asterisk, numbers and names fished out of
-// whatever stands behind a key. What isn't looked for is ignored.
+// whatever stands after a key. What isn't looked for is ignored.
 
-/// Searches forward for the pattern, and leaves the stream behind it. A character that breaks a partial
+/// Searches forward for the pattern, and leaves the stream after it. A character that breaks a partial
 /// match is not tried again as the start of a new one; a pattern byte above 127 never matches.
 bool SeekText(const char* pattern, TextStream& stream);
 /// The pattern must come next, with only blanks and line ends before it. The character that breaks it is
 /// consumed.
 bool ExpectText(const char* pattern, TextStream& stream);
-/// Finds `name` followed by an opening brace, and leaves the stream behind the brace.
+/// Finds `name` followed by an opening brace, and leaves the stream after the brace.
 bool FindAttributeBlock(const char* name, TextStream& stream);
 /// The text from here up to and including the brace that closes the block.
-/// @param closed if not null, tells whether that brace was there; without it the rest of the file is taken
+/// @param closed if not null, whether that brace was there; without it the rest of the file is taken
 std::string ReadAttributeBlock(TextStream& stream, bool* closed = nullptr);
 
 /// A stretch of a text: characters `begin` up to, and without, `end`.
@@ -65,7 +65,7 @@ struct TextCursor {
     std::size_t end;  ///< no further than `AttributeText::UpToZero` goes
 };
 
-/// The key loop: calls `action` with the cursor behind each occurrence of the key in the whole text, in the
+/// The key loop: calls `action` with the cursor after each occurrence of the key in the whole text, in the
 /// order of the text. A key is found wherever its characters stand, also as the beginning of a longer word;
 /// so no key of a reader may begin with another one of the same reader.
 template <typename Action>
@@ -77,7 +77,7 @@ void ForEachKey(const AttributeText& text, const std::string& key, Action action
 }
 
 /// The next integer, skipping all that is neither digit nor hyphen. 0 if there is none; beyond 32 bits the
-/// nearest 32-bit value. The cursor moves behind it.
+/// nearest 32-bit value. The cursor moves after it.
 std::int32_t ScanInt(TextCursor& cursor);
 /// The next number, in the same way; it has to begin with a digit or a hyphen.
 float ScanFloat(TextCursor& cursor);

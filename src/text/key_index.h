@@ -25,7 +25,7 @@ struct KeyIndex {
             action(CursorAt(place, range), place.NumberBefore(range.end));
         }
     }
-    /// The same from the last occurrence to the first.
+    /// As `ForEach`, from the last occurrence to the first.
     template <typename Action>
     void ForEachBackwards(TextRange range, std::size_t key, Action action) const {
         const std::span<const Place> found = Within(range, key);

@@ -6,7 +6,7 @@
 #include "scene_writer/shapes.h"
 #include "support/engine_process.h"
 
-// What goes wrong around the engine: it tells, goes on where it can, and never hangs.
+// What goes wrong around the engine: it is reported, the engine goes on where it can, and never hangs.
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "scene_writer/shapes.h"
 #include "support/engine_process.h"
 
-// Whole sessions, from the start of the process to its end, with what the log tells about them.
+// Whole sessions, from the start of the process to its end, with what the log says about them.
 
 namespace {
 
@@ -68,7 +68,7 @@ TEST_F(Session, TheLogTellsOfTheContextAndOfEverythingThatIsLoaded) {
     const std::vector<std::string> entries = LogEntries(Windows1250ToUtf8(EngineProcess::Log().c_str()));
     std::string log;
     for (std::size_t i = 0; i < entries.size(); i++) {
-        // What the driver says differs: four strings, and the numbers behind the colons.
+        // What the driver says differs: four strings, and the numbers after the colons.
         const bool text = i > 0 && i < 9 && i % 2 == 0;
         const bool number = i > 8 && i < 20 && i != 17 && i != 18;
         EXPECT_FALSE(entries[i].empty());

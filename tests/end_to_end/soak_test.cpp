@@ -93,7 +93,8 @@ TEST(Soak, LongPlayNeitherDriftsNorLeaks) {
         EXPECT_LT(mallinfo2().uordblks, memory + 4 * (frameCount - settled));
     }
     const std::string told = ReadWholeFile(folder.path / "defaultlog.txt");
-    // Bodies that press on one another run into the limit of contacts now and then; nothing else is told.
+    // Bodies that press on one another run into the limit of contacts now and then; nothing else is
+    // reported.
     const auto count = [&told](const std::string& text) {
         int found = 0;
         for (std::size_t at = 0; (at = told.find(text, at)) != std::string::npos; at++) {

@@ -29,7 +29,7 @@ TEST(BlockIndex, FindsWhatThePlainSearchFinds) {
     const std::string alphabets[] = {"ab {", "a1{}\n ", "ab{\n", "a{", "aab x{\t", "ab\xC8 {}", " \n{"};
     RandomText random;
     int found = 0;
-    int missedBehindItsName = 0;
+    int missedAfterItsName = 0;
     for (int round = 0; round < 3000; round++) {
         const std::string& alphabet = alphabets[round % std::size(alphabets)];
         const std::string text = random.Make(alphabet, round % 50 == 0 ? 2000 : 80);
@@ -51,11 +51,11 @@ TEST(BlockIndex, FindsWhatThePlainSearchFinds) {
                 ASSERT_EQ(block->isClosed, closed) << text;
             }
             found += wanted ? 1 : 0;
-            missedBehindItsName += !wanted && text.find(name + "{") != std::string::npos ? 1 : 0;
+            missedAfterItsName += !wanted && text.find(name + "{") != std::string::npos ? 1 : 0;
         }
     }
     EXPECT_GT(found, 5000);
-    EXPECT_GT(missedBehindItsName, 500) << "the quirks of the search have hardly been met";
+    EXPECT_GT(missedAfterItsName, 500) << "the quirks of the search have hardly been met";
 }
 
 TEST(TextureIndex, FindsTheTextureThatTheSceneFinds) {
@@ -85,7 +85,7 @@ TEST(ObjectNames, GiveWhatTheSceneItselfGives) {
             names.TakeNewObjects(scene);
             // The last one stays unnamed, as after a damaged file.
             for (std::int32_t id = first; id < scene.objectCount - 1; id++) {
-                // A number that is put behind one name often makes another.
+                // A number that is put after one name often makes another.
                 const std::string name = random.random() % 8 == 0 ? "NoName" : random.Make("a12", 3);
                 std::string expected;
                 scene.MakeUniqueObjectName(name, expected);

@@ -141,8 +141,8 @@ struct DamagedSceneTest : LoadingTest {
         scene = Scene();
         scene.SetLog(&log);
     }
-    /// The load is told to have failed at this place, once in the log and once in a box, and what stands
-    /// behind the objects is read all the same.
+    /// The load is reported to have failed at this place, once in the log and once in a box, and what
+    /// stands after the objects is read all the same.
     void ExpectDamage(const std::string& where) {
         const Lines lines = LoggedWith("level.bin: ");
         ASSERT_EQ(lines.size(), 1u) << where;
@@ -153,7 +153,7 @@ struct DamagedSceneTest : LoadingTest {
 };
 
 TEST_F(DamagedSceneTest, ACountThatTheFileCannotHoldEndsTheLoad) {
-    constexpr std::size_t firstKeyTrack = 90 + 12 * 11;  // behind 3 + 1 + 3 + 1 + 3 triples
+    constexpr std::size_t firstKeyTrack = 90 + 12 * 11;  // after 3 + 1 + 3 + 1 + 3 triples
     const struct {
         std::size_t offset;  ///< in the second record
         std::int32_t count;
@@ -211,13 +211,13 @@ TEST_F(DamagedSceneTest, AMeshThatContradictsItselfIsReplaced) {
         std::function<void(engine::SceneObject&)> damage;
     } cases[] = {
         {"negative corner", [](engine::SceneObject& o) { o.faces[0].b = -1; }},
-        {"corner behind the vertices", [](engine::SceneObject& o) { o.faces[0].c = 3; }},
+        {"corner after the vertices", [](engine::SceneObject& o) { o.faces[0].c = 3; }},
         {"negative texture corner", [](engine::SceneObject& o) { o.texFaces[0].a = INT32_MIN; }},
-        {"texture corner behind its list", [](engine::SceneObject& o) { o.texFaces[0].a = 3; }},
+        {"texture corner after its list", [](engine::SceneObject& o) { o.texFaces[0].a = 3; }},
         {"no texture vertices", [](engine::SceneObject& o) { o.texVertices.clear(); }},
         {"too few texture faces", [](engine::SceneObject& o) { o.faces.resize(2); }},
         {"too many texture faces", [](engine::SceneObject& o) { o.texFaces.resize(2); }},
-        {"corner behind the spare entries",
+        {"corner after the spare entries",
          [](engine::SceneObject& o) { o.vertices.resize(8), o.faces[0].a = 7; }},
     };
     for (const auto& [what, damage] : cases) {

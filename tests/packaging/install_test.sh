@@ -20,7 +20,7 @@ mv "$manifest" "$folder/manifest.txt"
 export PATH=$folder/usr/bin:$PATH HOME=$folder/home
 unset XDG_DATA_HOME
 
-# Each program has a page of the manual, which names each option that the program tells of, and all but the
+# Each program has a page of the manual, which names each option that the program names, and all but the
 # script complete them.
 for program in "$folder"/usr/bin/*; do
     page=$(zcat "$folder/usr/share/man/man1/$(basename "$program").1.gz" | sed 's/\\-/-/g')

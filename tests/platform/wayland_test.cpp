@@ -100,7 +100,7 @@ TEST_P(Xwayland, TheWindowsPlaceFollowsItsMoves) {
             "sleep 0.1 "
             "mousemove_relative 25 20 sleep 0.1 mouseup 1 keyup super");
     };
-    drag();  // at first the compositor may not have told its X server where it has put the window
+    drag();  // at first the compositor may not have reported to its X server where it has put the window
     EXPECT_TRUE(PumpUntilSeen({WM_MOVE, 0}));
     const auto shown = std::chrono::steady_clock::now();
     PumpUntil([&] { return std::chrono::steady_clock::now() - shown > std::chrono::milliseconds(300); });

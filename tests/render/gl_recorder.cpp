@@ -68,7 +68,7 @@ Function* FindReal(const char* name) {
         real(__VA_ARGS__);                                          \
     }
 
-// The same by the types of the arguments.
+// By the types of the arguments.
 #define RECORDED_0(name) RECORDED(void, name, ())
 #define RECORDED_1(name, A) RECORDED(void, name, (A a), a)
 #define RECORDED_2(name, A, B) RECORDED(void, name, (A a, B b), a, b)

@@ -77,7 +77,7 @@ TEST(Scene, ATextureIsFoundByItsNameInsideTheName) {
     EXPECT_EQ(scene.FindTexture("b.tga"), 1);  // an empty name is part of any
 }
 
-TEST(IdList, TakesFiftyIdsAndCopiesBehindWhatTheDestinationHolds) {
+TEST(IdList, TakesFiftyIdsAndCopiesAfterWhatTheDestinationHolds) {
     IdList list;
     for (int id = 0; id < 50; id++) {
         EXPECT_TRUE(list.Add(id));

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(Log, EntriesAreTheirBytesBehindATimeStampAndAreThereAtOnce) {
+TEST(Log, EntriesAreTheirBytesAfterATimeStampAndAreThereAtOnce) {
     TemporaryFolder folder;
     WriteWholeFile("defaultlog.txt", std::string(10000, 'x'));  // each run rewrites the file
     std::string stamp;

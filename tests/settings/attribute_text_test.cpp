@@ -30,7 +30,7 @@ void ExpectScanned(Value (*scan)(TextCursor&), const Scanned<Value>& cases) {
 TEST(AttributeBlock, BeginsAtItsNameAndABrace) {
     const char* const none = "none";
     const struct {
-        const char *name, *text, *behindHead;
+        const char *name, *text, *afterHead;
     } cases[] = {
         {"Box", "Box  \n\n {1", "1"},
         {"Box", "a Box in a list, a Box [1] and Box {2", "2"},
@@ -49,10 +49,10 @@ TEST(AttributeBlock, BeginsAtItsNameAndABrace) {
         {"", "Box {1} Ball {2", "1} Ball {2"},
         {"", "no brace at all", none},
     };
-    for (const auto& [name, text, behindHead] : cases) {
+    for (const auto& [name, text, afterHead] : cases) {
         TextStream stream{text};
         const bool found = FindAttributeBlock(name, stream);
-        EXPECT_EQ(found ? stream.text.substr(stream.position) : none, behindHead) << text;
+        EXPECT_EQ(found ? stream.text.substr(stream.position) : none, afterHead) << text;
     }
     // It ends at the brace that closes it, or with the file.
     TextStream stream{"a {b} c} d {e"};

@@ -110,7 +110,7 @@ TEST_F(SettingsFile, EndsAtTheFirstBraceThatClosesNothingOrElseWithTheFile) {
     const std::string text = ReadWholeFile("defaultlog.txt");
     const std::size_t line = text.find(" settings.atr: the closing brace is missing\n");
     EXPECT_NE(line, std::string::npos);
-    EXPECT_EQ(text.find("settings.atr", line + 2), std::string::npos) << "told once for both passes";
+    EXPECT_EQ(text.find("settings.atr", line + 2), std::string::npos) << "reported once for both passes";
 }
 
 TEST_F(SettingsFile, WarnsOfZerosAndKeepsAllButTheFrameRate) {

@@ -43,7 +43,7 @@ inline std::int32_t AddMarkers(Scene& scene, Vector centre) {
     return scene.objectCount - 1;
 }
 
-/// The same with a collider and physics.
+/// An object with markers, a collider and physics.
 inline std::int32_t AddBody(Scene& scene, Vector centre) {
     const std::int32_t id = AddMarkers(scene, centre);
     scene.objects[id].MakeCollider();

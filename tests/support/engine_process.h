@@ -85,7 +85,7 @@ struct EngineProcess {
     }
 };
 
-/// The log's entries without their time stamps: what stands behind the second blank of each line. Empty
+/// The log's entries without their time stamps: what stands after the second blank of each line. Empty
 /// lines, which follow the first and the last entry, are left out.
 inline std::vector<std::string> LogEntries(const std::string& log) {
     std::vector<std::string> entries;

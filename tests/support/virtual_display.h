@@ -106,7 +106,7 @@ struct VirtualDisplay {
     }
 
     /// Waits for a message box and presses Return until it is gone, as a user would. False if no box
-    /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` tells it. `next` is a
+    /// comes, or if it doesn't close. `size` is given the box's, as `WindowSize` gives it. `next` is a
     /// window that comes when the box has gone, where another box of that title may follow at once.
     bool CloseBox(const std::string& title, std::string* size = nullptr, const char* next = nullptr) const {
         if (!WaitUntil([&] { return !WindowSize(title).empty(); })) {

@@ -15,8 +15,8 @@
 #include "support/command.h"
 #include "support/temporary_folder.h"
 
-// Mistakes that authors make, each planted alone into a small world that is clean otherwise, and told by
-// the program itself.
+// Mistakes that authors make, each planted alone into a small world that is clean otherwise, and reported
+// by the program itself.
 
 namespace {
 
@@ -213,7 +213,7 @@ TEST(CheckScene, FindsMistakesInAttributes) {
             {"*PHYSICS 1 0.5 0.1\n}", "*PHYSICS 1 0.5 0.1\n",
              "the block Crate has no closing brace before Eyes0 begins in line 12"},
             {"*TEXTURE data\\floor.tga", "*TEXTURE\tdata\\floor.tga",
-             "*TEXTURE isn't read here: a blank has to stand right behind it"},
+             "*TEXTURE isn't read here: a blank has to stand right after it"},
             {"*COLLIDER", "*COLIDER",
              "data/world.atr:9: error: *COLIDER is no key of an object's block; did you mean *COLLIDER?"},
             {"*COLLIDER", "*COLLIDER 2 2 2", "*COLLIDER takes no number"},
@@ -242,7 +242,7 @@ TEST(CheckScene, FindsMistakesInAttributes) {
              "shows data\\floor.tga, because that was loaded before"},
             {"*TEXTURE data\\crate.rgb", "", "object \"Crate\" has texture coordinates and no *TEXTURE"},
             {"*COLLIDER", "*COLLIDER" + Repeated("\n*GROUPMEMBER 0", 49),
-             "group 0 has 51 members, and those behind the first 50"},
+             "group 0 has 51 members, and those after the first 50"},
             {"*LIGHT",
              Repeated("*LIGHT 0 0 0 1 1 1 1 1 0 0 0 1 0 0 9 1 0 0 -1 0 180 1 0 0\n", 8) + "*LIGHT",
              "this is light number 9"},
@@ -391,7 +391,7 @@ TEST(CheckScene, ListsTheWorldAndHandsItOut) {
     for (const std::string& line : lines) {
         EXPECT_NE(list.output.find(line), std::string::npos) << line << "\n" << list.output;
     }
-    // The floor comes behind the 29 vertices of the body, which has no texture: 24 corners and 5 markers.
+    // The floor comes after the 29 vertices of the body, which has no texture: 24 corners and 5 markers.
     const std::string obj = ReadWholeFile("out.obj");
     const std::size_t floor =
         obj.find("o Floor\nusemtl data_floor.tga\nv -60 -60 0 1 1 1\nv -50 -60 0 1 1 1\n");

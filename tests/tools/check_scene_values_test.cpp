@@ -8,7 +8,7 @@
 #include "support/temporary_folder.h"
 
 // Bodies that don't stand where they should, and values that can be read but not be meant: each is planted
-// alone beside its right neighbour, and told by the program.
+// alone beside its right neighbour, and reported by the program.
 
 namespace {
 
@@ -78,7 +78,7 @@ engine::SceneLight LampAt(Float3 place, float brightness) {
     return lamp;
 }
 
-/// What is planted, and a part of what is told; empty for right things.
+/// What is planted, and a part of what is reported; empty for right things.
 struct Plant {
     void (*plant)(Planted& planted);
     const char* finding;

@@ -23,7 +23,7 @@ def plain(name):
 
 
 def object_named(name):
-    """Blender's object for one of the world, whose name may have a material's or a number behind it."""
+    """Blender's object for one of the world, whose name may have a material's or a number after it."""
     if name in bpy.data.objects:
         return name
     sought = plain(name)
@@ -43,7 +43,7 @@ def block_at(path, line):
 
 
 def object_of(finding, folder):
-    """The object that a finding of check_scene is about; an empty text if that can't be told."""
+    """The object that a finding of check_scene is about; an empty text if that isn't known."""
     name = finding.get("object")
     if not name:
         quoted = re.search(r'object "([^"]+)"', finding.get("text", ""))

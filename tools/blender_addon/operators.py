@@ -25,7 +25,7 @@ def tell_early_end():
 
 
 class Attempt:
-    """Does the work, and tells the user if it fails."""
+    """Does the work, and informs the user if it fails."""
 
     def execute(self, context):
         try:

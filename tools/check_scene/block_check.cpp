@@ -121,8 +121,8 @@ void BlockCheck::CheckTakers(const Block& block) {
 
 /// A block that ends too late or not at all.
 void BlockCheck::CheckClosing(const Block& block) {
-    const auto behind = std::ranges::upper_bound(source.blocks, block.brace, {}, &Block::brace);
-    for (auto inner = behind; inner != source.blocks.end() && inner->brace < block.end; inner++) {
+    const auto after = std::ranges::upper_bound(source.blocks, block.brace, {}, &Block::brace);
+    for (auto inner = after; inner != source.blocks.end() && inner->brace < block.end; inner++) {
         if (IsName(inner->head, ids)) {
             findings.Error("block-runs-on", At(block.headBegin),
                            "the block " + block.head + " has no closing brace before " + inner->head +
@@ -207,7 +207,7 @@ void CheckBlocks(Findings& findings, const World& world) {
             }
         }
         BlockCheck check{findings, world, source, ids};
-        std::size_t judgedTo = 0;  // inside an open block the others are only told of once
+        std::size_t judgedTo = 0;  // inside an open block the others are reported once only
         for (const Block& block : source.blocks) {
             const bool isTaken = !block.takers.empty() || block.isGlobals;
             if (!isTaken && isWhole) {

@@ -56,7 +56,7 @@ nlohmann::ordered_json JsonOf(const Findings& findings);
 /// What would steer a terminal becomes a question mark.
 std::string Utf8(const std::string& text);
 
-/// A number as people write it: without a row of zeros behind the point.
+/// A number as people write it: without a row of zeros after the point.
 std::string Shown(double value);
 /// "(1, 2.5, 3)", to the hundredth.
 std::string ShownPoint(Vector point);

@@ -47,7 +47,7 @@ void CheckMembers(Findings& findings, const World& world, std::int32_t number, c
     if (group.members.size() > capacity) {
         findings.Error("group-too-large", at(group.members[capacity]),
                        name + " has " + std::to_string(group.members.size()) +
-                           " members, and those behind the first " + std::to_string(capacity) +
+                           " members, and those after the first " + std::to_string(capacity) +
                            " stay behind");
     }
     for (const std::int32_t member : group.members) {

@@ -8,7 +8,7 @@
 #include "loading/tga_image.h"
 #include "platform/files.h"
 
-// The engine tells in a box that an image can't be used; the header tells why.
+// The engine says in a box that an image can't be used; the header shows why.
 
 namespace {
 
@@ -107,7 +107,7 @@ std::string ImageFault(const KeptImage& image, bool& isError) {
     }
     isError = false;
     if (header[0] != 0) {
-        return "carries an ID text behind its header, which shifts the pixels: save it without";
+        return "carries an ID text after its header, which shifts the pixels: save it without";
     }
     if ((header[17] & 0x10) != 0) {
         return "begins with its right column and is shown mirrored: save it from the left to the right";

@@ -53,7 +53,7 @@ void KeyCheck::CheckUnread(const KeyUse& use) {
         if (key.name == use.word) {
             Error("key-without-blank", use.position,
                   use.word +
-                      " isn't read here: a blank has to stand right behind it, in front "
+                      " isn't read here: a blank has to stand right after it, in front "
                       "of its value on the same line");
             return;
         }
@@ -120,7 +120,7 @@ void KeyCheck::CheckForm(const KeyUse& use, std::size_t i) {
               read + "." + token + " is read as " + Shown(number.value) + "; write 0." + token);
     } else if (use.key->arguments[i].isWhole && after == '.' && IsDigit(second)) {
         Error("number-with-point", number.begin,
-              read + "a whole number is wanted, and what stands behind the point of " + token + "." +
+              read + "a whole number is wanted, and what stands after the point of " + token + "." +
                   second + " is read as the next one");
     } else if ((after == 'x' || after == 'X') && token == "0") {
         Error("number-hexadecimal", number.begin,
@@ -169,7 +169,7 @@ void KeyCheck::CheckRange(const KeyUse& use, std::size_t i) {
               "; sensible values are " + sensible);
 }
 
-/// Numbers behind the last one that is read.
+/// Numbers after the last one that is read.
 void KeyCheck::CheckRest(const KeyUse& use) {
     std::size_t at = use.numbers.empty() ? use.end : use.numbers.back().end;
     while (At(at) == ' ' || At(at) == '\t' || At(at) == ',') {
@@ -191,7 +191,7 @@ void KeyCheck::CheckRest(const KeyUse& use) {
 void KeyCheck::CheckName(const KeyUse& use) {
     const std::size_t nextKey = file.text.find('*', use.end);
     if (use.name.empty() || nextKey < use.nameBegin) {
-        Error("name-missing", use.position, use.key->name + " has no name behind it");
+        Error("name-missing", use.position, use.key->name + " has no name after it");
         return;
     }
     std::size_t begin = use.nameBegin;

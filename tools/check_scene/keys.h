@@ -32,7 +32,7 @@ enum class Repeat {
 
 struct Key {
     std::string name;         ///< with its asterisk
-    bool needsBlank = false;  ///< is a key only with a blank right behind it
+    bool needsBlank = false;  ///< is a key only with a blank right after it
     bool takesName = false;
     std::vector<Argument> arguments;
     Repeat repeat = Repeat::LastWins;
@@ -50,12 +50,12 @@ struct NumberRead {
     bool isMissing = false;  ///< the text ends before it; 0 is taken
 };
 
-/// A word behind an asterisk.
+/// A word after an asterisk.
 struct KeyUse {
     const Key* key = nullptr;  ///< null if the engine passes over it
     std::string word;          ///< with its asterisk
     std::size_t position = 0;  ///< of the asterisk, in the file
-    std::size_t end = 0;       ///< behind the key
+    std::size_t end = 0;       ///< after the key
     std::vector<NumberRead> numbers;
     std::string name;           ///< for keys that take one
     std::size_t nameBegin = 0;  ///< position in the file
@@ -65,5 +65,5 @@ struct KeyUse {
 };
 
 /// All words with an asterisk from `begin` to `end`, in the order of the text, with what the engine reads
-/// behind those that are keys.
+/// after those that are keys.
 std::vector<KeyUse> FindKeyUses(const TextFile& file, std::size_t begin, std::size_t end, KeyPlace place);

@@ -22,14 +22,14 @@
 #include "process/options.h"
 #include "process/save_file.h"
 
-// Tells an author what is wrong with a world, before the world runs.
+// Says to an author what is wrong with a world, before the world runs.
 
 namespace {
 
 constexpr const char* beforeOptions =
     R"(usage: check_scene [options] [FOLDER | SETTINGS]...
 
-Loads the world of a folder as the engine does, without a display, and tells what is wrong with it:
+Loads the world of a folder as the engine does, without a display, and says what is wrong with it:
 file:line: error or warning: what it is and what to do. FOLDER is the present one by default; SETTINGS is
 a settings file of another name than settings.atr.
 

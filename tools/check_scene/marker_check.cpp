@@ -125,7 +125,7 @@ void MarkerCheck::CheckOverwritten(bool needsAxes) {
                                      "object at " +
                                      std::to_string(head.texVertexCount) + " to " +
                                      std::to_string(head.texVertexCount + 3) +
-                                     ", behind its texture vertices";
+                                     ", after its texture vertices";
             if (needsAxes) {
                 Error("marker-overwritten", text);
             } else {

@@ -6,7 +6,7 @@
 #include "check_scene/mesh_facts.h"
 #include "scene/scene.h"
 
-// Meshes: what their triangles, vertices and sizes tell of mistakes.
+// Meshes: what their triangles, vertices and sizes show of mistakes.
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 struct Object;
 
-/// What one walk over an object's triangles tells.
+/// What one walk over an object's triangles shows.
 struct MeshFacts {
     std::vector<bool> isUsed;  ///< for each vertex, whether a triangle names it
     std::int32_t usedCount = 0;

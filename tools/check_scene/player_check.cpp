@@ -101,7 +101,7 @@ void PlayerCheck::CheckCamera() {
     } else if (player.cameraObject > player.playerObject) {
         findings.Warn("camera-after-player", world.At(player.cameraObject),
                       Name() +
-                          "'s camera comes behind the player's object in the file, so that it ends up "
+                          "'s camera comes after the player's object in the file, so that it ends up "
                           "askew when it tilts and turns at once; write it first");
     }
 }

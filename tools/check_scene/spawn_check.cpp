@@ -61,7 +61,7 @@ void CheckSpawn(Findings& findings, const World& world, std::int32_t player, std
     if (spawn <= body) {
         findings.Error("spawn-before-player", place,
                        "*PLAYERSPAWNPOINT finds no player " + std::to_string(player) +
-                           " yet: " + Named(scene.objects[spawn]) + " has to come behind " +
+                           " yet: " + Named(scene.objects[spawn]) + " has to come after " +
                            Named(scene.objects[body]) + " in the scene file");
     } else if (!scene.objects[spawn].HasVertex(0)) {
         findings.Error("spawn-without-vertex", place,

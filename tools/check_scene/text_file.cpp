@@ -39,6 +39,6 @@ bool TextFile::IsInComment(std::size_t position) const {
         }
     }
     // The asterisk of the mark itself may be the one that is asked about.
-    const auto behind = std::ranges::upper_bound(longComments, std::pair(position, std::string::npos));
-    return behind != longComments.begin() && position < std::prev(behind)->second;
+    const auto after = std::ranges::upper_bound(longComments, std::pair(position, std::string::npos));
+    return after != longComments.begin() && position < std::prev(after)->second;
 }

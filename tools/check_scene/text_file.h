@@ -11,7 +11,7 @@ struct TextFile {
     std::string shownName;  ///< for findings
     std::string text;
     std::vector<std::size_t> lineStarts;
-    /// From behind each "/*" to its "*/".
+    /// From after each "/*" to its "*/".
     std::vector<std::pair<std::size_t, std::size_t>> longComments;
 
     /// False if it can't be opened.
@@ -19,7 +19,7 @@ struct TextFile {
     /// From 1.
     int LineOf(std::size_t position) const;
     Place At(std::size_t position) const { return {shownName, LineOf(position), -1}; }
-    /// Whether the position stands behind the mark of a comment, as other languages have them: the engine
+    /// Whether the position stands after the mark of a comment, as other languages have them: the engine
     /// knows none.
     bool IsInComment(std::size_t position) const;
 };

@@ -24,7 +24,7 @@ std::string ExtensionAdvice(const std::string& name) {
     return "the name has to hold .tga or .rgb";
 }
 
-/// @param judged the images that have been told of
+/// @param judged the images that have been reported
 void CheckTexture(Findings& findings, const World& world, const TextureUse& use,
                   std::set<const KeptImage*>& judged) {
     const Texture& texture = world.scene->textures[use.texture];

@@ -15,7 +15,7 @@ struct Block {
     std::size_t headBegin = 0;  ///< of the word in front of the brace
     std::string head;           ///< that word
     std::size_t brace = 0;
-    std::size_t end = 0;  ///< behind the closing brace
+    std::size_t end = 0;  ///< after the closing brace
     bool isClosed = false;
     std::int32_t depth = 0;            ///< how many other blocks it stands in
     std::vector<std::int32_t> takers;  ///< ids of the objects that are given this block
@@ -66,7 +66,7 @@ struct World {
     std::string shownFolder;  ///< put in front of all names of files; ends with a slash or is empty
     TextFile settings;
     std::vector<KeyUse> settingsKeys;
-    std::size_t settingsEnd = 0;  ///< behind the last character that is read
+    std::size_t settingsEnd = 0;  ///< after the last character that is read
     bool settingsClosed = false;
     std::vector<SceneSource> scenes;
     std::vector<ObjectSource> objects;  ///< by object id

@@ -20,7 +20,7 @@ std::uint32_t RootOf(std::vector<std::uint32_t>& group, std::uint32_t corner) {
     return corner;
 }
 
-/// The corners of each position, one behind the other: those of position p are from starts[p] to starts[p +
+/// The corners of each position, one after the other: those of position p are from starts[p] to starts[p +
 /// 1].
 struct CornersByPosition {
     std::vector<std::uint32_t> starts;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-/// Tells which corners of a mesh without normals shade smoothly together: those that meet in a point and
+/// Finds which corners of a mesh without normals shade smoothly together: those that meet in a point and
 /// whose triangles hang together there over edges that are less sharp than the angle.
 /// @param corners for each corner, three a triangle, the number of its position; equal positions, equal
 /// numbers

@@ -115,7 +115,7 @@ engine::Image ReadImageFile(const std::string& path) {
 }
 
 engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format) {
-    // A TGA image has no mark at its beginning, so nothing but its name tells it.
+    // A TGA image has no mark at its beginning, so it is known by its name alone.
     const char* type = LowerCase(format).ends_with("tga") ? "TGA" : "";
     CheckHeader(static_cast<const std::uint8_t*>(bytes), size);
     return FromSurface(

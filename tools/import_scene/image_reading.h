@@ -11,7 +11,7 @@
 
 engine::Image ReadImageFile(const std::string& path);
 /// @param bytes the content of an image file
-/// @param format its extension, which tells kinds apart that have no mark of their own; may be empty
+/// @param format its extension, which parts kinds that have no mark of their own; may be empty
 engine::Image ReadImageBytes(const void* bytes, std::size_t size, const std::string& format);
 /// @param pixels blue, green, red, alpha; the top row first
 engine::Image ReadImagePixels(const void* pixels, int width, int height);

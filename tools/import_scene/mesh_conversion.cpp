@@ -262,7 +262,7 @@ struct Converter {
     }
 };
 
-/// The same mesh once more, seen from behind.
+/// Adds the mesh once more, seen from behind.
 void AddBackSides(engine::SceneObject& object) {
     const auto vertexCount = static_cast<std::int32_t>(object.vertices.size());
     const auto texVertexCount = static_cast<std::int32_t>(object.texVertices.size());

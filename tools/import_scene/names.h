@@ -16,7 +16,7 @@ public:
     /// @param newLongest most characters of a name
     explicit NameList(std::size_t newLongest) : longest(newLongest) {}
 
-    /// A name that nobody has, made from what is wished for, with a number behind it if need be.
+    /// A name that nobody has, made from what is wished for, with a number after it if need be.
     std::string Take(const std::string& wish);
 
 private:

@@ -20,7 +20,7 @@ COLLADA, 3DS, PLY, AC3D or anything else that the assimp library reads.
 
 constexpr const char* afterOptions = R"(
 Custom properties of nodes become attributes: COLLIDER, NOCOLLIDER, INVISIBLE, PHYSICS, GROUPPARENT,
-GROUPMEMBER, PLAYEROBJECT, PLAYERSPAWNPOINT, CAMERAOBJECT, TRACK. docs/from_blender.md tells how.
+GROUPMEMBER, PLAYEROBJECT, PLAYERSPAWNPOINT, CAMERAOBJECT, TRACK. docs/from_blender.md says how.
 
 Examples
   import_scene room.glb world/data/room --settings && cd world && engine

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// What the user is told besides errors: warnings, each of a kind once with what it is about, and notes.
+/// What the user hears besides errors: warnings, each of a kind once with what it is about, and notes.
 struct Report {
-    /// Warns; what is told of more than a few subjects is summed up.
+    /// Warns; what is reported of more than a few subjects is summed up.
     /// @param subject what the warning is about, such as a node's name; may be empty
     void Warn(const std::string& text, const std::string& subject = "");
     void Note(const std::string& text);

@@ -23,7 +23,7 @@ std::string NumberText(float value) {
 }
 
 /// What follows a leader comes before it: then it has made its own turn when it is taken along. Spawn
-/// points find a player's object only behind it.
+/// points find a player's object only after it.
 int RankOf(const WorldObject& object) {
     if (object.drawnLast) {
         return 4;
