@@ -8,6 +8,7 @@
 #include "engine/engine.h"
 #include "engine/singletons.h"
 #include "platform/message_box.h"
+#include "process/close_request.h"
 #include "scene/scene.h"
 
 namespace {
@@ -16,9 +17,10 @@ constexpr std::int32_t additiveSprite = 3;
 
 int boxesBefore = 0;
 
-/// Says on the terminal who knows more, once, if a box has come while the world was loaded.
+/// Says on the terminal who knows more, once, if a box has come while the world was loaded. Where a world
+/// is only tried, as one that has changed, boxes aren't shown, and check_scene speaks for itself.
 void PointToChecker() {
-    if (MessageBoxCount() > boxesBefore) {
+    if (MessageBoxCount() > boxesBefore && !CloseIsRequested()) {
         std::fputs("check_scene says what is wrong with this world, with file and line.\n", stderr);
     }
     boxesBefore = std::numeric_limits<int>::max();
