@@ -148,10 +148,7 @@ struct WindowTest : testing::TestWithParam<WindowManager> {
         EXPECT_TRUE(PumpUntilSeen({WM_ACTIVATE, 1}));
     }
 
-    std::string Identifier() const {
-        const std::string found = display->Xdotool("search --name '^Test window$'");
-        return found.substr(0, found.find('\n'));
-    }
+    std::string Identifier() const { return display->WaitForWindow("Test window", ""); }
     RECT OuterRectangle() const {
         RECT rectangle;
         GetWindowRect(window, &rectangle);

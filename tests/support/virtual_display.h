@@ -78,10 +78,11 @@ struct VirtualDisplay {
     }
 
     /// Waits until a window of that title is to be seen, and gives its number; empty if none comes.
-    std::string WaitForWindow(const std::string& title) const {
+    /// @param visibility empty for windows that aren't shown, too
+    std::string WaitForWindow(const std::string& title, const char* visibility = "--onlyvisible") const {
         std::string found;
-        WaitUntil([&] {
-            found = Xdotool("search --onlyvisible --name '^" + title + "$'");
+        WaitUntil([&] {  // it gives up, with a message, when another window goes while it looks
+            found = Xdotool(std::string("search ") + visibility + " --name '^" + title + "$'");
             found.resize(std::min(found.find('\n'), found.size()));
             return !found.empty() && found.find_first_not_of("0123456789") == std::string::npos;
         });
