@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 
 #include "import_scene/animations.h"
 #include "import_scene/groups.h"
@@ -50,19 +49,19 @@ struct Target {
             Check(folderInTexts.substr(0, folderInTexts.size() - 1));
         }
         if (name.size() + folderInTexts.size() > 150) {
-            throw std::invalid_argument("the engine reads paths of 199 characters at most");
+            throw WrongUsage("the engine reads paths of 199 characters at most");
         }
     }
 
     /// The engine reads letters and digits, and makes the name of the second file by the first "bin".
     static void Check(const std::string& part) {
         if (part.empty() || PlainName(part) != part) {
-            throw std::invalid_argument("the engine can't read the name \"" + part +
-                                        "\": the scene and its folder may have letters and digits only");
+            throw WrongUsage("the engine can't read the name \"" + part +
+                             "\": the scene and its folder may have letters and digits only");
         }
         if (part.find("bin") != std::string::npos) {
-            throw std::invalid_argument(
-                "the engine cuts paths at the first \"bin\": choose another name than \"" + part + "\"");
+            throw WrongUsage("the engine cuts paths at the first \"bin\": choose another name than \"" +
+                             part + "\"");
         }
     }
 };

@@ -14,7 +14,6 @@
 #include <fstream>
 #include <new>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -30,7 +29,7 @@ int Fail(const Options& options, const char* text) {
 int Run(const Options& options) {
     try {
         Import(options);
-    } catch (const std::invalid_argument& wrong) {
+    } catch (const WrongUsage& wrong) {
         std::fprintf(stderr, "import_scene: error: %s\n", wrong.what());
         return 2;
     } catch (const std::bad_alloc&) {

@@ -219,9 +219,9 @@ std::string MakeSettings(const std::vector<WorldObject>& objects, const std::str
             " 32",
         NumberedKey("FRAMERATELIMIT", options.framesPerSecond),
         "*NEARCLIPPINGPLANE " + NumberText(nearPlane * std::max(1.0f, farPlane / 10000.0f)),
-        NumberedKey("FARCLIPPINGPLANE", static_cast<int>(farPlane)),
-        "*MOUSESENSITIVITY 0.003",
-        NumberedKey("PLAYERCOUNT", static_cast<int>(hasCamera.size()))};
+        NumberedKey("FARCLIPPINGPLANE", static_cast<int>(farPlane)), "*MOUSESENSITIVITY 0.003",
+        // At full deflection, 32,767, some 90 degrees a second with 50 frames.
+        "*JOYSTICKSENSITIVITY 0.000001", NumberedKey("PLAYERCOUNT", static_cast<int>(hasCamera.size()))};
     Viewports viewports(options, static_cast<int>(std::count(hasCamera.begin(), hasCamera.end(), true)));
     // The mouse for the first, the keyboard for the second, a joystick for the third; others look on.
     constexpr int devices[] = {1, 0, 2, 3};
