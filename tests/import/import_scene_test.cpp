@@ -317,6 +317,28 @@ TEST(ImportScene, APlayerBeginsInRoomsOnGroundAndInFrontOfThings) {
     EXPECT_TRUE(hasFloor);
 }
 
+// A pyramid of 60 by 60 whose tip is the last corner, 60 up by one axis.
+TEST(ImportScene, WhatIsUpIsGuessedByWhatAModelStandsOn) {
+    const auto tipHeight = [](const std::string& tip, const std::string& side, const std::string& options) {
+        ImportedScene world;
+        const std::string corner = side == "z" ? "60 60 0\n" : "60 0 60\n";
+        const std::string last = side == "z" ? "0 60 0\n" : "0 0 60\n";
+        WriteWholeFile("model.off", "OFF\n5 6 0\n0 0 0\n60 0 0\n" + corner + last + tip +
+                                        "\n3 0 1 2\n3 0 2 3\n3 0 1 4\n3 1 2 4\n3 2 3 4\n3 3 0 4\n");
+        world.Import("model.off", options);
+        float highest = 0.0f;
+        for (const Triangle& triangle : TrianglesOf(world.Get("OFFRoot"))) {
+            for (const Corner& at : triangle) {
+                highest = std::max(highest, at[0] == 30.0f ? at[2] : 0.0f);
+            }
+        }
+        return highest;
+    };
+    EXPECT_EQ(tipHeight("30 30 60", "z", ""), 60);
+    EXPECT_EQ(tipHeight("30 60 30", "y", ""), 60);
+    EXPECT_EQ(tipHeight("30 60 30", "y", "--up z"), 30);
+}
+
 TEST(ImportScene, ImagesComeFromTheModelsFolderOrOneThatIsNamed) {
     const TemporaryFolder folder;
     std::filesystem::create_directories("house/Textures");

@@ -19,6 +19,10 @@ constexpr float unitsForOneMetre = 5.5f;
 /// Longest sides between which a model without known units is taken as it is.
 constexpr float smallestModel = 5.0f;
 constexpr float largestModel = 5000.0f;
+/// How many times more there must be to stand on for the other axis to be up: in formats from programs of
+/// all kinds, and in one that came with a convention, though it says nothing.
+constexpr float doubtful = 1.2f;
+constexpr float certain = 3.0f;
 /// What others are brought to.
 constexpr float usualModel = 60.0f;
 
@@ -37,30 +41,16 @@ int HeadNumber(const aiScene& scene, const char* key, int absent) {
     return scene.mMetaData != nullptr && scene.mMetaData->Get(key, value) ? value : absent;
 }
 
-char UpAxis(const std::string& format, const aiScene& scene, Report& report) {
-    if (format == "fbx") {
-        constexpr const char* axes = "xyz";
-        return axes[std::clamp(HeadNumber(scene, "UpAxis", 1), 0, 2)];
-    }
-    // Formats without a convention come mostly from programs in which z is up.
-    const bool isMostlyZ = IsOneOf(format, {"ply", "stl", "off", "dxf", "raw"});
-    if (isMostlyZ || format == "x") {
-        report.Note(isMostlyZ
-                        ? "the format doesn't say what is up: taken with --up z; y if it lies on a side"
-                        : "the format doesn't say what is up: taken with --up y; z if it lies on a side");
-    }
-    return isMostlyZ ? 'z' : 'y';
-}
-
-/// Turns the axis that points up into z, and keeps the handedness.
-aiMatrix3x3 UpToZ(char up) {
+/// Turns the axis that points up into z, and keeps the handedness. The z of `.x`, whose space is
+/// left-handed, points down after reading.
+aiMatrix3x3 UpToZ(char up, bool isLeftHanded) {
     if (up == 'x') {
         return {0, 0, 1, 0, 1, 0, 1, 0, 0};
     }
     if (up == 'y') {
         return {1, 0, 0, 0, 0, -1, 0, 1, 0};
     }
-    return {};
+    return isLeftHanded ? aiMatrix3x3{1, 0, 0, 0, -1, 0, 0, 0, -1} : aiMatrix3x3{};
 }
 
 /// Units for one of the model's, or 0 if the format doesn't say.
@@ -106,27 +96,83 @@ std::vector<ModelNode> FlattenNodes(const aiNode* root) {
     return nodes;
 }
 
-/// The longest side of the box around the model, in its own units; 0 without a vertex.
-float LongestSide(const Model& model) {
-    aiVector3D low(1e30f);
-    aiVector3D high(-1e30f);
+/// Calls with each mesh and where its vertices are in the model, as often as nodes have it.
+template <typename Action>
+void ForEachMesh(const Model& model, Action action) {
     for (const ModelNode& node : model.nodes) {
         for (unsigned i = 0; i < node.source->mNumMeshes; i++) {
-            if (node.source->mMeshes[i] >= model.scene->mNumMeshes) {
-                continue;
-            }
-            const aiMesh& mesh = *model.scene->mMeshes[node.source->mMeshes[i]];
-            for (unsigned vertex = 0; vertex < mesh.mNumVertices; vertex++) {
-                const aiVector3D place = node.toModel * mesh.mVertices[vertex];
-                if (IsFinite(place)) {
-                    low = {std::min(low.x, place.x), std::min(low.y, place.y), std::min(low.z, place.z)};
-                    high = {std::max(high.x, place.x), std::max(high.y, place.y),
-                            std::max(high.z, place.z)};
-                }
+            if (node.source->mMeshes[i] < model.scene->mNumMeshes) {
+                action(*model.scene->mMeshes[node.source->mMeshes[i]], node.toModel);
             }
         }
     }
-    return low.x > high.x ? 0.0f : std::max({high.x - low.x, high.y - low.y, high.z - low.z});
+}
+
+/// A box around the model, in its own units.
+struct ModelBox {
+    aiVector3D low{1e30f};
+    aiVector3D high{-1e30f};
+
+    explicit ModelBox(const Model& model) {
+        ForEachMesh(model, [&](const aiMesh& mesh, const aiMatrix4x4& toModel) {
+            for (unsigned vertex = 0; vertex < mesh.mNumVertices; vertex++) {
+                const aiVector3D place = toModel * mesh.mVertices[vertex];
+                for (unsigned axis = 0; axis < 3 && IsFinite(place); axis++) {
+                    low[axis] = std::min(low[axis], place[axis]);
+                    high[axis] = std::max(high[axis], place[axis]);
+                }
+            }
+        });
+    }
+    /// 0 without a vertex.
+    float LongestSide() const {
+        const aiVector3D size = high - low;
+        return std::max({size.x, size.y, size.z, 0.0f});
+    }
+};
+
+/// What a model stands on if that axis points up, or down: twice the surface that lies in the lowest
+/// twentieth, as seen from below, and a little for a broad side, as few vertices touch the ground of what
+/// has legs.
+float FootArea(const Model& model, const ModelBox& box, unsigned axis, bool isDown) {
+    constexpr float ofBroadSide = 0.04f;
+    const aiVector3D size = box.high - box.low;
+    const float slab = 0.05f * size[axis];
+    float area = ofBroadSide * size[(axis + 1) % 3] * size[(axis + 2) % 3];
+    ForEachMesh(model, [&](const aiMesh& mesh, const aiMatrix4x4& toModel) {
+        for (unsigned i = 0; i < mesh.mNumFaces; i++) {
+            const aiFace& face = mesh.mFaces[i];
+            if (face.mNumIndices != 3) {
+                continue;
+            }
+            const aiVector3D a = toModel * mesh.mVertices[face.mIndices[0]];
+            const aiVector3D b = toModel * mesh.mVertices[face.mIndices[1]];
+            const aiVector3D c = toModel * mesh.mVertices[face.mIndices[2]];
+            const bool isLow = isDown ? std::min({a[axis], b[axis], c[axis]}) >= box.high[axis] - slab
+                                      : std::max({a[axis], b[axis], c[axis]}) <= box.low[axis] + slab;
+            area += isLow ? std::fabs(((b - a) ^ (c - a))[axis]) : 0.0f;
+        }
+    });
+    return area;
+}
+
+char UpAxis(const Model& model, Report& report) {
+    if (model.format == "fbx") {
+        constexpr const char* axes = "xyz";
+        return axes[std::clamp(HeadNumber(*model.scene, "UpAxis", 1), 0, 2)];
+    }
+    // Formats without a convention come mostly from programs in which z is up.
+    const bool isMostlyZ = IsOneOf(model.format, {"ply", "stl", "off", "dxf", "raw"});
+    if (!isMostlyZ && model.format != "x") {
+        return 'y';
+    }
+    const ModelBox box(model);
+    const float footY = FootArea(model, box, 1, false);
+    const float footZ = FootArea(model, box, 2, model.format == "x");
+    const bool isZ = isMostlyZ ? footY <= doubtful * footZ : footZ > certain * footY;
+    report.Note(std::string("the format doesn't say what is up: taken with --up ") +
+                (isZ ? "z; y" : "y; z") + " if it lies on a side");
+    return isZ ? 'z' : 'y';
 }
 
 /// Units count for worlds. A lone thing of another size than a person can look at is brought to one that he
@@ -137,7 +183,7 @@ float ChooseScale(const Model& model, const Options& options, Report& report) {
     }
     const float known = KnownScale(model.format, *model.scene);
     const float trueScale = known != 0.0f ? known : 1.0f;
-    const float side = LongestSide(model) * trueScale;
+    const float side = ModelBox(model).LongestSide() * trueScale;
     const bool isTooLarge = known == 0.0f && side > largestModel;
     const bool isTooSmall = side < smallestModel && model.scene->mNumCameras == 0;
     if (side == 0.0f || (!isTooLarge && !isTooSmall)) {
@@ -189,7 +235,7 @@ Model::Model(const Options& options, Report& report)
     nodes = FlattenNodes(scene->mRootNode);
     linearColours = IsOneOf(format, {"gltf", "glb"});
 
-    const aiMatrix3x3 upToZ = UpToZ(options.up != 0 ? options.up : UpAxis(format, *scene, report));
+    const aiMatrix3x3 upToZ = UpToZ(options.up != 0 ? options.up : UpAxis(*this, report), format == "x");
     // Where the library turns the whole model by the root node, the nodes below have z up already.
     if (!IsOneOf(format, {"dae", "3ds", "ase", "blend"})) {
         axesToNode = upToZ;

@@ -21,6 +21,8 @@ constexpr int mostFloorCells = 48;
 /// Half the vertical field of view, and of what a window of four to three shows across.
 constexpr float tangentUp = 0.577f;
 constexpr float tangentAcross = 0.77f;
+/// Radians from a thing's front to where it is looked at from.
+constexpr float besideFront = 0.5f;
 
 /// Points the camera from an eye along a direction, as steep as a head may be, and upright.
 void PointCamera(WorldObject& camera, const aiVector3D& eye, aiVector3D direction) {
@@ -180,13 +182,17 @@ struct PlayerMaker {
         if (bounds.IsEmpty()) {
             bounds.Add({});
         }
-        const aiVector3D half = bounds.Size() * 0.5f;
-        const float distance =
-            1.1f * std::max((half.z + standing + eyeAboveCentre) / tangentUp, half.x / tangentAcross) +
-            4.0f;
+        // The ball around it fits into the picture at some two times its radius. From beside its front:
+        // seen square on, a box is a rectangle.
         const aiVector3D middle = bounds.Middle();
-        const float y = LooksAway() ? bounds.high.y + distance : bounds.low.y - distance;
-        const aiVector3D eye(middle.x, y, bounds.low.z + standing + eyeAboveCentre);
+        const float radius = bounds.Size().Length() * 0.5f;
+        const float height = bounds.low.z + standing + eyeAboveCentre;
+        const float aside =
+            std::sqrt(std::max(0.0f, 4.4f * radius * radius - (height - middle.z) * (height - middle.z)));
+        const float distance = std::max(aside, radius + 2.0f * bodyReach);
+        const aiVector3D eye(middle.x + std::sin(besideFront) * distance,
+                             middle.y + (LooksAway() ? distance : -distance) * std::cos(besideFront),
+                             height);
         PointCamera(camera, eye, middle - eye);
     }
 

@@ -7,8 +7,6 @@
 
 namespace {
 
-/// Half of a body's width and a little more, from its eye.
-constexpr float bodyReach = 2.5f;
 /// Rooms that a body can turn round in, and ground that is more than a pedestal.
 constexpr float smallestRoom = 12.0f;
 constexpr float smallestGround = 100.0f;

@@ -10,6 +10,8 @@
 /// begin in the floor.
 inline constexpr float standing = engine::standingHeight + 0.05f;
 inline constexpr float eyeAboveCentre = 3.0f;
+/// Half of a body's width and a little more, from its eye.
+inline constexpr float bodyReach = 2.5f;
 
 /// The highest floor below a point, as far as bodies can stand on it.
 std::optional<float> FloorBelow(const std::vector<WorldObject>& objects, const aiVector3D& point);
