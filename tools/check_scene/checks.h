@@ -3,6 +3,7 @@
 #include "check_scene/findings.h"
 #include "check_scene/world.h"
 
+struct MeshFacts;
 struct Walks;
 
 // The judgements on a world that is loaded, each in a file of its own.
@@ -15,7 +16,8 @@ void CheckMeshes(Findings& findings, const World& world);
 void CheckMarkers(Findings& findings, const World& world);
 void CheckPlayers(Findings& findings, const World& world);
 void CheckSpawnPoints(Findings& findings, const World& world);
-void CheckSurfaces(Findings& findings, const World& world);
+void CheckSurface(Findings& findings, const World& world, std::int32_t id, const MeshFacts& facts);
+void CheckTwins(Findings& findings, const World& world);
 void CheckWords(Findings& findings, const World& world);
 void CheckViews(Findings& findings, const World& world);
 void CheckGroupLevels(Findings& findings, const World& world);

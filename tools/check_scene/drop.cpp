@@ -39,19 +39,19 @@ void CopyNear(const Object& obstacle, Vector place, Object& copy) {
     const Vector centre = obstacle.vertexValueCount > 0 ? Centre(obstacle) : Vector();
     vertices.insert(vertices.end(), {centre.x, centre.y, centre.z});
     for (std::int32_t corner = 0; corner + 2 < obstacle.faceValueCount; corner += 3) {
-        const Vector a = Corner(obstacle, corner);
-        const Vector b = Corner(obstacle, corner + 1);
-        const Vector c = Corner(obstacle, corner + 2);
-        const Vector sum = a + b + c;
-        const bool isBroken = !std::isfinite(sum.x + sum.y + sum.z);
-        if (isBroken || std::min({a.x, b.x, c.x}) > place.x + columnReach ||
-            std::max({a.x, b.x, c.x}) < place.x - columnReach ||
-            std::min({a.y, b.y, c.y}) > place.y + columnReach ||
-            std::max({a.y, b.y, c.y}) < place.y - columnReach) {
+        const float* a = &obstacle.vertices[std::ptrdiff_t{3} * obstacle.faces[corner]];
+        const float* b = &obstacle.vertices[std::ptrdiff_t{3} * obstacle.faces[corner + 1]];
+        const float* c = &obstacle.vertices[std::ptrdiff_t{3} * obstacle.faces[corner + 2]];
+        const auto isBeside = [&](int axis, float middle) {
+            const auto [least, most] = std::minmax({a[axis], b[axis], c[axis]});
+            return least > middle + columnReach || most < middle - columnReach;
+        };
+        if (isBeside(0, place.x) || isBeside(1, place.y) ||
+            !std::isfinite(a[0] + a[1] + a[2] + b[0] + b[1] + b[2] + c[0] + c[1] + c[2])) {
             continue;
         }
-        for (const Vector vertex : {a, b, c}) {
-            vertices.insert(vertices.end(), {vertex.x, vertex.y, vertex.z});
+        for (const float* vertex : {a, b, c}) {
+            vertices.insert(vertices.end(), vertex, vertex + 3);
         }
     }
     const auto vertexCount = static_cast<std::int32_t>(vertices.size() / 3);

@@ -118,11 +118,11 @@ bool HasTooManyPlayers(const World& world) {
     return count > most;
 }
 
-Walks Judge(Findings& findings, World& world) {
+void Judge(Findings& findings, World& world) {
     if (HasTooManyPlayers(world)) {
         findings.Cause("players-too-many", world.AtSetting("*PLAYERCOUNT"),
                        "so many players exhaust the memory");
-        return {};
+        return;
     }
     world.LoadScenes();
     CheckSettings(findings, world);
@@ -130,7 +130,7 @@ Walks Judge(Findings& findings, World& world) {
     CheckBlocks(findings, world);
     if (findings.HasCause()) {
         findings.Sort();
-        return {};
+        return;
     }
     CheckTextures(findings, world);
     CheckMeshes(findings, world);
@@ -138,7 +138,7 @@ Walks Judge(Findings& findings, World& world) {
     CheckPlayers(findings, world);
     CheckSpawnPoints(findings, world);
     CheckBodies(findings, world);
-    CheckSurfaces(findings, world);
+    CheckTwins(findings, world);
     CheckWords(findings, world);
     CheckViews(findings, world);
     CheckGroupLevels(findings, world);
@@ -147,10 +147,8 @@ Walks Judge(Findings& findings, World& world) {
     CheckLamps(findings, world);
     CheckGroups(findings, world);
     CheckKeyTracks(findings, world);
-    Walks walks = WalkThrough(*world.scene);
-    CheckWays(findings, world, walks);
+    CheckWays(findings, world, WalkThrough(*world.scene));
     findings.Sort();
-    return walks;
 }
 
 void Export(const Options& options, const World& world, const Findings& findings) {
@@ -174,14 +172,16 @@ bool ColoursAreWanted() {
     return isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
 }
 
-void Print(const Options& options, const World& world, const Findings& findings, const Walks& walks) {
+void Print(const Options& options, const World& world, const Findings& findings) {
     if (options.list) {
         PrintListing(std::cout, JsonOf(world));
     }
     PrintFindings(std::cout, findings, !options.picture.empty(), ColoursAreWanted());
     if (!options.quiet) {
         PrintCost(std::cout, world);
-        PrintWays(std::cout, walks);
+        for (const std::string& note : findings.notes) {
+            std::cout << note << '\n';
+        }
         const int errors = findings.ErrorCount();
         std::cout << Counted(errors, "error") << ", "
                   << Counted(static_cast<int>(findings.list.size()) - errors, "warning")
@@ -213,13 +213,15 @@ void CheckWorld(const Options& options, const std::string& name, Outcome& outcom
                                  " can't be opened; the folder of a world holds a settings.atr" +
                                  SettingsElsewhere());
     }
-    const Walks walks = foreign.empty() ? Judge(findings, world) : Walks();
+    if (foreign.empty()) {
+        Judge(findings, world);
+    }
     if (findings.ErrorCount() > 0 || (options.strict && !findings.list.empty())) {
         outcome.exitCode = std::max(outcome.exitCode, 1);
     }
     Export(options, world, findings);
     if (!options.json) {
-        Print(options, world, findings, walks);
+        Print(options, world, findings);
         return;
     }
     for (const auto& finding : JsonOf(findings)) {

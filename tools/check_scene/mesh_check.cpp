@@ -203,6 +203,7 @@ void CheckMeshes(Findings& findings, const World& world) {
         check.CheckTriangles(facts);
         check.CheckLooseVertices(facts);
         check.CheckSize(facts);
+        CheckSurface(findings, world, id, facts);
         sides.push_back(facts.LargestSide());
         if (isFirst) {
             low = facts.low;

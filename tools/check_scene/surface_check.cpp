@@ -129,21 +129,24 @@ bool AreTwins(const Object& a, const Object& b) {
 
 }  // namespace
 
-void CheckSurfaces(Findings& findings, const World& world) {
+void CheckSurface(Findings& findings, const World& world, std::int32_t id, const MeshFacts& facts) {
+    const Scene& scene = *world.scene;
+    CheckLook(findings, world, id);
+    CheckTurned(findings, world, id, facts);
+    for (std::int32_t i = 0; i < scene.playerCount; i++) {
+        if (scene.players[i].playerObject == id) {
+            CheckPlayersMesh(findings, world, id, facts);
+        }
+    }
+}
+
+void CheckTwins(Findings& findings, const World& world) {
     const Scene& scene = *world.scene;
     std::map<std::pair<std::int32_t, float>, std::int32_t> firstAlike;
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         const Object& object = scene.objects[id];
         if (!world.Of(id).hasRecord || world.Of(id).meshDropped || object.faceValueCount == 0) {
             continue;
-        }
-        const MeshFacts facts(object);
-        CheckLook(findings, world, id);
-        CheckTurned(findings, world, id, facts);
-        for (std::int32_t i = 0; i < scene.playerCount; i++) {
-            if (scene.players[i].playerObject == id) {
-                CheckPlayersMesh(findings, world, id, facts);
-            }
         }
         const auto [alike, isNew] =
             firstAlike.emplace(std::pair(object.faceValueCount, object.vertices[0]), id);

@@ -321,7 +321,8 @@ Walks WalkThrough(const Scene& scene) {
     for (const std::int32_t id : obstacles) {
         triangles += scene.objects[id].faceValueCount / 3;
     }
-    if (triangles == 0 || triangles > mostTriangles) {
+    walks.isTooLarge = triangles > mostTriangles;
+    if (triangles == 0 || walks.isTooLarge) {
         return walks;
     }
     FloorNet net;

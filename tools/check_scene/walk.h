@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <iosfwd>
 #include <vector>
 
 #include "math/vector.h"
@@ -23,13 +22,12 @@ struct Walks {
     };
     float side = 0.0f;  ///< of the squares, in world units
     std::vector<Square> floor;
-    std::vector<Player> players;  ///< those who walk; none if the world is too large to be walked through
+    std::vector<Player> players;  ///< those who walk
     bool isWhole = true;          ///< false if a walk was broken off, as it took too many steps
+    bool isTooLarge = false;      ///< nobody walks, as the world has too many triangles
 };
 
 /// Floods the floor from each player's start with the engine's own sweeps: freely where nothing is in the
 /// way, and else frame by frame, pressing on, climbing and falling as a player does. Bodies, members of
 /// groups and what they carry are left out: they move, and don't bar a way for ever.
 Walks WalkThrough(const Scene& scene);
-/// One line for each player: how much of the floor they get over, and where they fall out of the world.
-void PrintWays(std::ostream& out, const Walks& walks);

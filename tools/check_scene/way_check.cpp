@@ -1,5 +1,4 @@
 #include <cmath>
-#include <ostream>
 
 #include "check_scene/checks.h"
 #include "check_scene/walk.h"
@@ -10,28 +9,25 @@
 void CheckWays(Findings& findings, const World& world, const Walks& walks) {
     constexpr double little = 0.04;
     constexpr std::size_t leastSquares = 50;  // a world of one small room is whole with few
+    if (walks.isTooLarge) {
+        findings.notes.emplace_back(
+            "nobody walked through this world, as it has too many triangles for that: where players get "
+            "wasn't looked at");
+    }
     for (const Walks::Player& player : walks.players) {
         const double share = static_cast<double>(player.reached) / static_cast<double>(walks.floor.size());
+        const std::string name = "player " + std::to_string(player.index);
+        const std::string percent = Shown(std::round(100.0 * share)) + " % of the floor";
+        findings.notes.push_back(
+            name + " gets over " + (walks.isWhole ? "" : "at least ") + percent + " on foot" +
+            (player.fallsOut ? ", and falls out of the world at " + ShownPoint(player.edge) : ""));
         if (walks.isWhole && walks.floor.size() >= leastSquares && share < little && !player.fallsOut) {
             findings.Warn(
                 "player-shut-in",
                 world.At(world.scene->players[player.index].playerObject, "*PLAYEROBJECT", player.index),
-                "player " + std::to_string(player.index) + " gets over " +
-                    Shown(std::round(100.0 * share)) +
-                    " % of the floor only: the ways out are too narrow, too low or too high; a body is 4 "
+                name + " gets over " + percent +
+                    " only: the ways out are too narrow, too low or too high; a body is 4 "
                     "wide and 10 high, and climbs steps up to about 3");
         }
-    }
-}
-
-void PrintWays(std::ostream& out, const Walks& walks) {
-    for (const Walks::Player& player : walks.players) {
-        const double share = static_cast<double>(player.reached) / static_cast<double>(walks.floor.size());
-        out << "player " << player.index << " gets over " << (walks.isWhole ? "" : "at least ")
-            << Shown(std::round(100.0 * share)) << " % of the floor on foot";
-        if (player.fallsOut) {
-            out << ", and falls out of the world at " << ShownPoint(player.edge);
-        }
-        out << '\n';
     }
 }
