@@ -185,6 +185,7 @@ TEST(CheckScene, FindsMistakesInSettings) {
             {"0 0 0 640 480", "0 0 0 640 0", "the height is 0; sensible values are 1 or more"},
             {"0 0 0 640 480", "0 100 0 640 480", "to 740, 480, beyond the window of 640 x 480"},
             {"0 0 0 640 480", "0 0 0 320 480", "is squeezed to 50 % of its width"},
+            {"0 0 0 640 480", "0 0 0 24 18", "[viewport-small]"},
             {"*PLAYERVIEWPORT 0 0 0 640 480", "", "player 0 has no *PLAYERVIEWPORT"},
             {"*FARCLIPPINGPLANE 800", "*FARCLIPPINGPLANE 0.2",
              "the far clipping plane, 0.2, has to lie behind the near one"},
@@ -297,6 +298,12 @@ TEST(CheckScene, FindsMistakesInMeshesAndImages) {
              Move(p.Object("Ramp"), {50000, 0, 0});
          },
          "it reaches 50030 from the origin"},
+        {[](Parts& p) {
+             for (engine::Float3& pixel : p.Object("Crate").texVertices) {
+                 pixel = pixel * 512.0f;
+             }
+         },
+         "[coordinates-large]"},
         {[](Parts& p) {
              p.Object("Crate").texFaces.clear();
              p.Object("Crate").texVertices.clear();

@@ -219,6 +219,31 @@ const Plant plants[] = {
     {[](Planted& p) { p.AddRoom(3.5f, 0.1f); }, "[player-shut-in]"},
     {[](Planted& p) { p.AddRoom(5, 7); }, "[player-shut-in]"},
     {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "[world-beyond-far-plane]"},
+    {[](Planted& p) {
+         p.lights[0].position = {0.6f, 0, 0.8f, 1};
+     },
+     "[sun-as-lamp]"},
+    {[](Planted& p) { p.lights.push_back(p.lights[0]); }, "[light-twice]"},
+    {[](Planted& p) { p.lights[0].diffuse.y = -0.5f; }, "[light-negative]"},
+    {[](Planted& p) {
+         p.Eyes().keyTracks[0][3].axis = {0, 0, 0};
+     },
+     ""},
+    {[](Planted& p) {
+         p.Eyes().keyTracks[0][3].axis = {0, 0, 0};
+         p.Eyes().keyTracks[0][3].angle = 0.1f;
+     },
+     "[track-axis]"},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 0}, 5, "*INVISIBLE");
+         p.world.objects.back().faces.clear();
+     },
+     ""},
+    {[](Planted& p) {
+         p.AddCrate("Crate", {10, 0, 0}, 5, "");
+         p.world.objects.back().faces.clear();
+     },
+     "[mesh-empty]"},
 };
 
 TEST(CheckSceneValues, FindsWhatCanNotBeMeant) {

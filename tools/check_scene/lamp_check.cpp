@@ -85,6 +85,11 @@ void CheckLamp(Findings& findings, const Scene& scene, const Light& light, const
                           " looks like a place: a lamp there has a w of 1");
     }
     const bool isSpot = light.spotCutoff != 180.0f;
+    if (!isDirection && !isSpot && !fades && std::fabs(position.Length() - 1.0f) < 0.25f) {
+        findings.Warn("sun-as-lamp", place,
+                      "the light is a lamp, for its w is 1, and " + ShownPoint(position) +
+                          " looks like a direction: a sun there has a w of 0");
+    }
     const bool isBlack = most <= 0.0f;
     if (isDirection || isSpot || isBlack || !(Attenuation(light, 1.0f) > 0.0f)) {
         return;

@@ -46,6 +46,20 @@ void CheckLight(Findings& findings, const Scene& scene, const Light& light, cons
         findings.Warn("light-black", place,
                       "the light is black: its ambient, diffuse and specular colours are all 0");
     }
+    for (const auto& colour : {light.ambient, light.diffuse, light.specular}) {
+        if (std::min({colour[0], colour[1], colour[2]}) < 0.0f) {
+            findings.Warn("light-negative", place, "a colour below 0 takes away what other lights give");
+            break;
+        }
+    }
+    for (const Light* other = scene.lights.get(); other != &light; other++) {
+        if (std::ranges::equal(other->position, light.position) &&
+            std::ranges::equal(other->diffuse, light.diffuse) &&
+            std::ranges::equal(other->spotDirection, light.spotDirection)) {
+            findings.Warn("light-twice", place, "the same light stands there already, and adds up");
+            break;
+        }
+    }
     const bool isDirection = light.position[3] == 0.0f;
     if (isDirection && light.position[0] == 0.0f && light.position[1] == 0.0f &&
         light.position[2] == 0.0f) {

@@ -39,12 +39,24 @@ struct MeshCheck {
         findings.Warn(code, world.At(id), Name() + text);
     }
 
+    void CheckPurpose();
     bool CheckValues();
     void CheckTriangles(const MeshFacts& facts);
     void CheckLooseVertices(const MeshFacts& facts);
     void CheckSize(const MeshFacts& facts);
     bool IsLookedAtFromInside(const MeshFacts& facts) const;
 };
+
+/// What shows nothing is there for a key: a camera, a start, a part of a group.
+void MeshCheck::CheckPurpose() {
+    const Block* block = world.BlockOf(id);
+    const bool isPlain = block == nullptr || std::ranges::all_of(block->keys, [](const KeyUse& use) {
+                             return use.key == nullptr || use.Is("*TEXTURE") || use.Is("*NOCOLLIDER");
+                         });
+    if (isPlain && world.Of(id).hasRecord && !world.Of(id).meshDropped && Subject().faceValueCount == 0) {
+        Warn("mesh-empty", " has no triangles, and no key makes anything else of it");
+    }
+}
 
 /// Whether all values are numbers.
 bool MeshCheck::CheckValues() {
@@ -195,6 +207,7 @@ void CheckMeshes(Findings& findings, const World& world) {
     std::vector<float> sides;
     for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
         MeshCheck check{findings, world, id};
+        check.CheckPurpose();
         if (!world.Of(id).hasRecord || world.Of(id).meshDropped || !check.CheckValues() ||
             check.Subject().faceValueCount == 0) {
             continue;

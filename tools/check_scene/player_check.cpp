@@ -168,6 +168,12 @@ void PlayerCheck::CheckViewport() {
                            std::to_string(engine.windowRect.bottom));
         return;
     }
+    constexpr std::int32_t fewPixels = 32;
+    if (std::min(player.viewportWidth, player.viewportHeight) < fewPixels) {
+        findings.Warn("viewport-small", place,
+                      Name() + "'s viewport is only " + std::to_string(player.viewportWidth) + " x " +
+                          std::to_string(player.viewportHeight) + " pixels large");
+    }
     const double stretch = static_cast<double>(player.viewportWidth) * engine.windowRect.bottom /
                            (static_cast<double>(player.viewportHeight) * engine.windowRect.right);
     if (stretch < 0.95 || stretch > 1.05) {

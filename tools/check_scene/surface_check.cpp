@@ -25,6 +25,18 @@ bool AreAllAlike(const Object& object, const float* values, Vector& value) {
     return true;
 }
 
+/// How often the texture lies side by side on one triangle, at most.
+float MostRepeats(const Object& object) {
+    float most = 0.0f;
+    for (std::int32_t i = 0; i < object.faceValueCount && object.texVertices != nullptr; i++) {
+        const std::int32_t next = i % 3 == 2 ? i - 2 : i + 1;
+        const float* from = &object.texVertices[std::ptrdiff_t{3} * object.faces[i]];
+        const float* to = &object.texVertices[std::ptrdiff_t{3} * object.faces[next]];
+        most = std::max({most, std::fabs(to[0] - from[0]), std::fabs(to[1] - from[1])});
+    }
+    return most;
+}
+
 /// Of the triangles' edges, gathered by the vertex that they begin at: where each of them leads.
 struct Edges {
     std::vector<std::int32_t> begins;  ///< of each vertex, in `ends`
@@ -104,6 +116,12 @@ void CheckLook(Findings& findings, const World& world, std::int32_t id) {
                       Named(object) +
                           ": all its texture coordinates are the same, so "
                           "that it shows one point of its texture");
+    }
+    constexpr float most = 100.0f;
+    if (const float repeats = MostRepeats(object); object.textureIndex >= 0 && repeats > most) {
+        findings.Warn("coordinates-large", world.At(id, "*TEXTURE"),
+                      Named(object) + ": its texture lies " + Shown(std::round(repeats)) +
+                          " times on one triangle: coordinates count whole images, not pixels");
     }
 }
 

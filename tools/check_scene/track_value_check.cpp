@@ -46,6 +46,11 @@ void CheckTrack(Findings& findings, const World& world, std::int32_t id, std::in
                                ", more than half a turn in one frame: angles are in radians");
             return;
         }
+        if (angle != 0.0f && track.keyAxes[key].Length() == 0.0f) {
+            findings.Error("track-axis", world.At(id),
+                           name + ": key " + std::to_string(key) + " turns about an axis of length 0");
+            return;
+        }
         moved = moved + track.keyTranslations[key];
         Vector axis = track.keyAxes[key];
         axis.Normalise();
