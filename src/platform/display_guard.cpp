@@ -32,12 +32,13 @@ bool HasSize(const XRRCrtcInfo& screen, unsigned width, unsigned height) {
     return std::minmax(screen.width, screen.height) == std::minmax(width, height);  // it may stand upright
 }
 
-/// Whether the screen shows a mode of that size, and it isn't the desktop's.
+/// Whether the screen shows a mode of that size, and it isn't the desktop's, or was left dark on the way
+/// back.
 bool IsChanged(Display* display, XRRScreenResources* resources, const Screen& screen, unsigned width,
                unsigned height) {
     XRRCrtcInfo* now = XRRGetCrtcInfo(display, resources, screen.id);
-    const bool changed =
-        now != nullptr && now->mode != screen.desktop->mode && HasSize(*now, width, height);
+    const bool changed = now != nullptr && now->mode != screen.desktop->mode &&
+                         (now->mode == None || HasSize(*now, width, height));
     if (now != nullptr) {
         XRRFreeCrtcInfo(now);
     }

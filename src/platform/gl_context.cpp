@@ -83,8 +83,11 @@ BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* 
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, (descriptor->dwFlags & PFD_DOUBLEBUFFER) ? 1 : 0);
     const Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN |
                          (window.popUp ? SDL_WINDOW_BORDERLESS : SDL_WINDOW_RESIZABLE);
-    window.system = SDL_CreateWindow(window.title.c_str(), window.position.x, window.position.y,
-                                     window.clientWidth, window.clientHeight, flags);
+    SDL_Rect primary{};  // where its screen begins among the others, whose modes may be different
+    SDL_GetDisplayBounds(0, &primary);
+    window.system =
+        SDL_CreateWindow(window.title.c_str(), primary.x + window.position.x, primary.y + window.position.y,
+                         window.clientWidth, window.clientHeight, flags);
     SDL_GL_UnloadLibrary();  // which the choice of the format has loaded, and the window keeps
     return window.system != nullptr ? TRUE : FALSE;
 }

@@ -40,6 +40,15 @@ int EndWithTheDisplay(Display*) {
     std::_Exit(1);
 }
 
+/// Such as a mode that can't be set between other screens. Whoever asked goes on with what there is, as
+/// Xlib's own way of ending here, in the midst of SDL's work, may leave the server to nobody else.
+int GoOnAfterError(Display* display, XErrorEvent* event) {
+    char text[200];
+    XGetErrorText(display, event->error_code, text, sizeof text);
+    std::fprintf(stderr, "The X server refuses a request: %s\n", text);
+    return 0;
+}
+
 }  // namespace
 
 bool VideoRuns() {
@@ -56,6 +65,7 @@ bool StartVideo() {
     }
     SDL_StopTextInput();  // keys are wanted, not texts, and no input method's window
     XSetIOErrorHandler(EndWithTheDisplay);
+    XSetErrorHandler(GoOnAfterError);
     WatchKeyReleases();
     const char* driver = SDL_GetCurrentVideoDriver();
     cursorCanBeMoved = driver == nullptr || std::strcmp(driver, "wayland") != 0;

@@ -19,7 +19,7 @@ struct PlatformWindow {
     WNDPROC procedure = nullptr;
     std::string title;  ///< UTF-8
     bool popUp = false;
-    POINT position;        ///< asked for; outer corner on the screen
+    POINT position;        ///< asked for; outer corner on the primary screen
     int clientWidth = 0;   ///< asked for, pixels
     int clientHeight = 0;  ///< asked for, pixels
     POINT origin;          ///< of the client area on the screen, as last asked for; under Xwayland alone
