@@ -41,16 +41,15 @@ int HeadNumber(const aiScene& scene, const char* key, int absent) {
     return scene.mMetaData != nullptr && scene.mMetaData->Get(key, value) ? value : absent;
 }
 
-/// Turns the axis that points up into z, and keeps the handedness. The z of `.x`, whose space is
-/// left-handed, points down after reading.
-aiMatrix3x3 UpToZ(char up, bool isLeftHanded) {
+/// Turns the axis that points up into z, and keeps the handedness.
+aiMatrix3x3 UpToZ(char up, bool zPointsDown) {
     if (up == 'x') {
         return {0, 0, 1, 0, 1, 0, 1, 0, 0};
     }
     if (up == 'y') {
         return {1, 0, 0, 0, 0, -1, 0, 1, 0};
     }
-    return isLeftHanded ? aiMatrix3x3{1, 0, 0, 0, -1, 0, 0, 0, -1} : aiMatrix3x3{};
+    return zPointsDown ? aiMatrix3x3{1, 0, 0, 0, -1, 0, 0, 0, -1} : aiMatrix3x3{};
 }
 
 /// Units for one of the model's, or 0 if the format doesn't say.
@@ -131,6 +130,11 @@ struct ModelBox {
     }
 };
 
+/// Formats with a left-handed space, whose z the library mirrors.
+bool ZPointsDown(const std::string& format) {
+    return IsOneOf(format, {"x", "hmp"});
+}
+
 /// What a model stands on if that axis points up, or down: twice the surface that lies in the lowest
 /// twentieth, as seen from below, and a little for a broad side, as few vertices touch the ground of what
 /// has legs.
@@ -162,13 +166,13 @@ char UpAxis(const Model& model, Report& report) {
         return axes[std::clamp(HeadNumber(*model.scene, "UpAxis", 1), 0, 2)];
     }
     // Formats without a convention come mostly from programs in which z is up.
-    const bool isMostlyZ = IsOneOf(model.format, {"ply", "stl", "off", "dxf", "raw"});
+    const bool isMostlyZ = IsOneOf(model.format, {"ply", "stl", "off", "dxf", "raw", "hmp", "cob"});
     if (!isMostlyZ && model.format != "x") {
         return 'y';
     }
     const ModelBox box(model);
     const float footY = FootArea(model, box, 1, false);
-    const float footZ = FootArea(model, box, 2, model.format == "x");
+    const float footZ = FootArea(model, box, 2, ZPointsDown(model.format));
     const bool isZ = isMostlyZ ? footY <= doubtful * footZ : footZ > certain * footY;
     report.Note(std::string("the format doesn't say what is up: taken with --up ") +
                 (isZ ? "z; y" : "y; z") + " if it lies on a side");
@@ -235,7 +239,8 @@ Model::Model(const Options& options, Report& report)
     nodes = FlattenNodes(scene->mRootNode);
     linearColours = IsOneOf(format, {"gltf", "glb"});
 
-    const aiMatrix3x3 upToZ = UpToZ(options.up != 0 ? options.up : UpAxis(*this, report), format == "x");
+    const aiMatrix3x3 upToZ =
+        UpToZ(options.up != 0 ? options.up : UpAxis(*this, report), ZPointsDown(format));
     // Where the library turns the whole model by the root node, the nodes below have z up already.
     if (!IsOneOf(format, {"dae", "3ds", "ase", "blend"})) {
         axesToNode = upToZ;
