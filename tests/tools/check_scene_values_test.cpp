@@ -235,6 +235,14 @@ const Plant plants[] = {
      },
      "[track-axis]"},
     {[](Planted& p) {
+         for (const char* name : {"A", "B", "C", "D"}) {
+             p.AddCrate(name, {10, 0, 9}, 5, "");
+             Stretch(p.world.objects.back(), {-1, 1, 1});
+         }
+         Stretch(p.floor, {-1, 1, 1});
+     },
+     "[world-mirrored]"},
+    {[](Planted& p) {
          p.AddCrate("Crate", {10, 0, 0}, 5, "*INVISIBLE");
          p.world.objects.back().faces.clear();
      },

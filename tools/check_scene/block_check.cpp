@@ -189,7 +189,8 @@ void CheckNames(Findings& findings, const World& world, const SceneSource& sourc
 
 void CheckBlocks(Findings& findings, const World& world) {
     for (const SceneSource& source : world.scenes) {
-        if (!source.isThere || source.isRepeated || !source.foreignAttributes.empty()) {
+        if (source.objectEnd == source.firstObject || source.isRepeated ||
+            !source.foreignAttributes.empty()) {
             continue;
         }
         if (!source.hasAttributes) {

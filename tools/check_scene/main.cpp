@@ -128,12 +128,14 @@ void Judge(Findings& findings, World& world) {
     CheckSettings(findings, world);
     CheckSceneFiles(findings, world);
     CheckBlocks(findings, world);
+    if (!findings.HasCause()) {
+        CheckMeshes(findings, world);
+    }
     if (findings.HasCause()) {
         findings.Sort();
         return;
     }
     CheckTextures(findings, world);
-    CheckMeshes(findings, world);
     CheckMarkers(findings, world);
     CheckPlayers(findings, world);
     CheckSpawnPoints(findings, world);

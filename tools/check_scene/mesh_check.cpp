@@ -205,6 +205,8 @@ void CheckMeshes(Findings& findings, const World& world) {
     Vector high;
     bool isFirst = true;
     std::vector<float> sides;
+    const auto before = static_cast<std::ptrdiff_t>(findings.list.size());
+    std::size_t inward = 0;
     for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
         MeshCheck check{findings, world, id};
         check.CheckPurpose();
@@ -218,6 +220,7 @@ void CheckMeshes(Findings& findings, const World& world) {
         check.CheckSize(facts);
         CheckSurface(findings, world, id, facts);
         sides.push_back(facts.LargestSide());
+        inward += facts.LooksInwards() && !check.IsLookedAtFromInside(facts) ? 1 : 0;
         if (isFirst) {
             low = facts.low;
             high = facts.high;
@@ -232,6 +235,15 @@ void CheckMeshes(Findings& findings, const World& world) {
     std::nth_element(sides.begin(), middle, sides.end());
     constexpr std::size_t several = 5;
     constexpr float huge = 1500.0f;
+    if (sides.size() >= several && 2 * inward > sides.size()) {
+        findings.list.erase(findings.list.begin() + before, findings.list.end());
+        findings.Cause(
+            "world-mirrored", world.scenes.front().AtByte(-1),
+            std::to_string(inward) + " of " + std::to_string(sides.size()) +
+                " meshes look inwards: the world seems mirrored, by a negative scale or by exchanged "
+                "axes; list the corners the other way round");
+        return;
+    }
     if (sides.size() >= several && *middle > huge) {
         findings.Warn(
             "world-huge", world.scenes.front().AtByte(-1),
@@ -241,8 +253,9 @@ void CheckMeshes(Findings& findings, const World& world) {
     const float largest = std::max({high.x - low.x, high.y - low.y, high.z - low.z});
     constexpr float playerHeight = 10.0f;
     if (!isFirst && largest < playerHeight && world.scene->playerCount > 0) {
-        findings.Warn("world-tiny", world.scenes.front().AtByte(-1),
-                      "the whole world is only " + Shown(largest) +
-                          " large, and a player 10 high: make it larger, a metre as 5.5 units");
+        findings.list.erase(findings.list.begin() + before, findings.list.end());
+        findings.Cause("world-tiny", world.scenes.front().AtByte(-1),
+                       "the whole world is only " + Shown(largest) +
+                           " large, and a player 10 high: make it larger, a metre as 5.5 units");
     }
 }

@@ -93,7 +93,7 @@ void CheckScene(Findings& findings, const World& world, const SceneSource& sourc
         CheckFault(findings, world, source, fault);
     }
     if (source.objectEnd == source.firstObject && source.faults.empty()) {
-        findings.Warn("scene-empty", source.AtByte(-1), "the scene holds no object");
+        findings.Cause("scene-empty", source.AtByte(-1), "the scene holds no object");
     }
 }
 

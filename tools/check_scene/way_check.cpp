@@ -16,16 +16,16 @@ void CheckWays(Findings& findings, const World& world, const Walks& walks) {
     }
     for (const Walks::Player& player : walks.players) {
         const double share = static_cast<double>(player.reached) / static_cast<double>(walks.floor.size());
-        const std::string name = "player " + std::to_string(player.index);
+        const std::string gets = "player " + std::to_string(player.index) + " gets over ";
         const std::string percent = Shown(std::round(100.0 * share)) + " % of the floor";
-        findings.notes.push_back(
-            name + " gets over " + (walks.isWhole ? "" : "at least ") + percent + " on foot" +
-            (player.fallsOut ? ", and falls out of the world at " + ShownPoint(player.edge) : ""));
+        std::string& note = findings.notes.emplace_back(gets);
+        note += (walks.isWhole ? "" : "at least ") + percent + " on foot";
+        note += player.fallsOut ? ", and falls out of the world at " + ShownPoint(player.edge) : "";
         if (walks.isWhole && walks.floor.size() >= leastSquares && share < little && !player.fallsOut) {
             findings.Warn(
                 "player-shut-in",
                 world.At(world.scene->players[player.index].playerObject, "*PLAYEROBJECT", player.index),
-                name + " gets over " + percent +
+                gets + percent +
                     " only: the ways out are too narrow, too low or too high; a body is 4 "
                     "wide and 10 high, and climbs steps up to about 3");
         }
