@@ -88,8 +88,9 @@ int RunGuarded(const Options& options) {
     }
     const int status = *ended;
     if (WIFSIGNALED(status)) {
-        const std::string text = std::string("reading it ended with \"") + strsignal(WTERMSIG(status)) +
-                                 "\": the file is damaged, or too large for this machine";
+        const std::string text =
+            std::string("reading it ended with \"") + strsignal(WTERMSIG(status)) +
+            "\": the file is damaged, nests too deeply, or is too large for this machine";
         return Fail(options, text.c_str());
     }
     return WEXITSTATUS(status);

@@ -227,10 +227,13 @@ struct PlayerMaker {
         objects.push_back(std::move(start));
     }
 
-    /// Whether a walker's body below this eye is in nothing solid.
+    /// Whether a walker's body below this eye is in nothing solid. An eye amid a model without a floor
+    /// would be set down below it.
     bool HasRoom(aiVector3D eye) const {
         if (const std::optional<float> floor = FloorBelow(objects, eye)) {
             eye.z = *floor + standing + eyeAboveCentre;
+        } else if (options.addFloor && BoundsOf(objects).Holds(eye)) {
+            return false;
         }
         return IsFree(objects, eye);
     }

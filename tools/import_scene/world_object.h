@@ -36,6 +36,10 @@ struct Bounds {
     bool IsEmpty() const { return low.x > high.x; }
     aiVector3D Middle() const { return (low + high) * 0.5f; }
     aiVector3D Size() const { return high - low; }
+    bool Holds(const aiVector3D& point) const {
+        return point.x > low.x && point.x < high.x && point.y > low.y && point.y < high.y &&
+               point.z > low.z && point.z < high.z;
+    }
     void Add(engine::Float3 point) {
         low = {std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z)};
         high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
