@@ -166,7 +166,8 @@ char UpAxis(const Model& model, Report& report) {
         return axes[std::clamp(HeadNumber(*model.scene, "UpAxis", 1), 0, 2)];
     }
     // Formats without a convention come mostly from programs in which z is up.
-    const bool isMostlyZ = IsOneOf(model.format, {"ply", "stl", "off", "dxf", "raw", "hmp", "cob"});
+    const bool isMostlyZ =
+        IsOneOf(model.format, {"ply", "stl", "off", "dxf", "raw", "hmp", "cob", "smd", "q3o"});
     if (!isMostlyZ && model.format != "x") {
         return 'y';
     }
