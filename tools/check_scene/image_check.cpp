@@ -86,7 +86,7 @@ std::string ImageFault(const KeptImage& image, bool& isError) {
         return isSgi ? "can't be found or is empty; the engine ends there" : "can't be found or is empty";
     }
     const bool isUsable = image.pixels != nullptr && (!isSgi || (header[0] == 1 && header[1] == 218));
-    const std::string foreign = isUsable ? "" : ForeignKind(image.path, FileUse::Image);
+    std::string foreign = isUsable ? "" : ForeignKind(image.path, FileUse::Image);
     if (!foreign.empty() && !(isSgi && foreign.starts_with("is an SGI"))) {
         return foreign;
     }
