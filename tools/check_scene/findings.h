@@ -27,8 +27,8 @@ struct Finding {
 /// What has been found so far.
 struct Findings {
     std::vector<Finding> list;
-    std::vector<std::string>
-        notes;  ///< what else is worth a line: how far players get, what wasn't looked at
+    /// What else is worth a line: how far players get, what wasn't looked at.
+    std::vector<std::string> notes;
 
     void Error(const char* code, const Place& place, const std::string& text) {
         list.push_back({code, true, place, text});

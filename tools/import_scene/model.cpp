@@ -146,7 +146,11 @@ float FootArea(const Model& model, const ModelBox& box, unsigned axis, bool isDo
     ForEachMesh(model, [&](const aiMesh& mesh, const aiMatrix4x4& toModel) {
         for (unsigned i = 0; i < mesh.mNumFaces; i++) {
             const aiFace& face = mesh.mFaces[i];
-            if (face.mNumIndices != 3) {
+            const bool isTriangle = face.mNumIndices == 3 &&
+                                    std::all_of(face.mIndices, face.mIndices + 3, [&](unsigned corner) {
+                                        return corner < mesh.mNumVertices;
+                                    });
+            if (!isTriangle) {
                 continue;
             }
             const aiVector3D a = toModel * mesh.mVertices[face.mIndices[0]];
