@@ -4,8 +4,10 @@
 #include <bit>
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <string>
 
+#include "platform/files.h"
 #include "scene/object.h"
 
 // One object in the binary mesh file of a scene: a head of fixed size and a body. Everything in it is
@@ -30,15 +32,11 @@ void ToHostOrder(Value* values, std::size_t count) {
 /// The open file. Its size is that of the moment it was opened; reads show if it has shrunk since.
 struct SceneFile {
     std::FILE* file;
-    std::int64_t size = 0;
+    std::int64_t size;
     std::int64_t position = 0;  ///< of the next byte to read
 
-    explicit SceneFile(std::FILE* newFile) : file(newFile) {
-        std::setvbuf(file, nullptr, _IOFBF, std::size_t{1} << 16);
-        if (std::fseek(file, 0, SEEK_END) == 0) {
-            size = std::max(std::ftell(file), 0L);
-        }
-        std::rewind(file);
+    explicit SceneFile(std::FILE* newFile) : file(newFile), size(FileSize(newFile)) {
+        std::setvbuf(file, buffer.get(), _IOFBF, bufferSize);
     }
     ~SceneFile() { std::fclose(file); }
     SceneFile(const SceneFile&) = delete;
@@ -66,6 +64,10 @@ struct SceneFile {
         ToHostOrder(values, valueCount);
         return true;
     }
+
+private:
+    static constexpr std::size_t bufferSize = std::size_t{1} << 16;
+    std::unique_ptr<char[]> buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
 };
 
 /// The head of a record, and where the record lies.

@@ -110,6 +110,11 @@ std::FILE* OpenFile(const char* fileName, const char* mode) {
     return file;
 }
 
+std::int64_t FileSize(std::FILE* file) {
+    struct stat status {};
+    return fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode) ? status.st_size : 0;
+}
+
 std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
     std::FILE* file = OpenFile(fileName, "r");
     if (file == nullptr) {
@@ -117,11 +122,9 @@ std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
     }
     auto stream = std::make_unique<TextStream>();
     std::string& text = stream->text;
-    struct stat status {};
-    if (fstat(fileno(file), &status) == 0 && status.st_size > 0) {
-        text.resize(static_cast<std::size_t>(status.st_size));
-        text.resize(std::fread(text.data(), 1, text.size(), file));
-    }
+    std::setvbuf(file, nullptr, _IONBF, 0);  // it is read at once
+    text.resize(static_cast<std::size_t>(FileSize(file)));
+    text.resize(std::fread(text.data(), 1, text.size(), file));
     // What isn't a plain file has no size, and a file may have grown meanwhile.
     char buffer[4096];
     for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, file)) > 0;) {

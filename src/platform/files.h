@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -18,6 +19,9 @@ std::string ResolveFileName(const char* fileName);
 
 /// As `fopen`, with the lookup above. Null on failure; a folder can't be opened. Close with `fclose`.
 std::FILE* OpenFile(const char* fileName, const char* mode);
+
+/// Bytes in an open file; 0 for what isn't a plain one.
+std::int64_t FileSize(std::FILE* file);
 
 /// A text file read as text: the whole content at once, with each CR LF already turned into LF.
 struct TextStream {

@@ -197,19 +197,19 @@ void BoundTree::Build(const Bound* bounds, const std::int32_t* ids, std::int32_t
     }
 }
 
-bool BoundTree::Covers(const Reach& question) const {
+bool BoundTree::Covers(const NearQuery& query) const {
     const auto within = [](float value, float low, float high) { return value > low && value < high; };
-    const Vector scale = question.scale;
+    const Vector scale = query.scale;
     // The scaled coordinates then stay below 1e8, so that no square overflows.
     return within(scale.x, 1e-5f, 1e5f) && within(scale.y, 1e-5f, 1e5f) && within(scale.z, 1e-5f, 1e5f) &&
-           IsWithin(question.origin, largestCoordinate) && within(question.reach, 1e-6f, 1e7f) &&
+           IsWithin(query.origin, largestCoordinate) && within(query.reach, 1e-6f, 1e7f) &&
            largest * LargestComponent(scale) < 5e7f;
 }
 
-void BoundTree::FindNearEntries(const Block& block, const Reach& question, std::int32_t (&isNear)[width]) {
-    const Vector scale = question.scale;
-    const Vector origin = question.origin;
-    const float reachSquared = question.reach * question.reach;
+void BoundTree::FindNearEntries(const Block& block, const NearQuery& query, std::int32_t (&isNear)[width]) {
+    const Vector scale = query.scale;
+    const Vector origin = query.origin;
+    const float reachSquared = query.reach * query.reach;
     // An axis along which the origin lies within the box counts nothing. All lengths are twice as long
     // here, so that this takes no choice, and the compiler can compute on several entries at once.
     const auto away2 = [](float below, float above) {
@@ -231,7 +231,7 @@ void BoundTree::FindNearEntries(const Block& block, const Reach& question, std::
     }
 }
 
-void BoundTree::FindNear(const Reach& question, IdMarks& found) const {
+void BoundTree::FindNear(const NearQuery& query, IdMarks& found) const {
     struct Place {
         std::int32_t level;
         std::int32_t block;
@@ -245,7 +245,7 @@ void BoundTree::FindNear(const Reach& question, IdMarks& found) const {
     std::int32_t isNear[width];
     while (openCount > 0) {
         const auto [level, block] = open[--openCount];
-        FindNearEntries(blocks[firstBlocks[level] + block], question, isNear);
+        FindNearEntries(blocks[firstBlocks[level] + block], query, isNear);
         const std::int32_t inBlock = std::min(width, entryCounts[level] - block * width);
         for (std::int32_t slot = 0; slot < inBlock; slot++) {
             if (isNear[slot] == 0) {

@@ -14,7 +14,7 @@ struct Bound {
 
 /// What is asked of a tree: whether things lie near a point. A thing is as far from it as its centre, in a
 /// space that is scaled axis by axis, and its own radius there is the length of its scaled size.
-struct Reach {
+struct NearQuery {
     Vector scale{1.0f, 1.0f, 1.0f};  ///< from world into the scaled space; above 0
     Vector origin;                   ///< in the scaled space
     float reach = 0.0f;              ///< in the scaled space
@@ -32,13 +32,13 @@ struct BoundTree {
     /// @param ids of the things, in the same order; null if they are 0, 1, 2 ...
     /// @param leafSize how many things share an entry of the lowest level
     void Build(const Bound* bounds, const std::int32_t* ids, std::int32_t count, std::int32_t leafSize);
-    /// Whether the limits of `FindNear` hold for this question.
-    bool Covers(const Reach& question) const;
+    /// Whether the limits of `FindNear` hold for this query.
+    bool Covers(const NearQuery& query) const;
     /// Adds to `found` all things whose distance is below their radius + reach, and others near them. It
     /// passes over a thing only if distance² * 0.998 >= (radius + reach)², up to rounding, which is less
     /// than a millionth of what is compared: the distance to the box of an entry is at most that to each
     /// centre in it, and no radius is larger than that of the entry's size.
-    void FindNear(const Reach& question, IdMarks& found) const;
+    void FindNear(const NearQuery& query, IdMarks& found) const;
     /// Bytes that the tree takes.
     std::int64_t Memory() const;
 
@@ -64,5 +64,5 @@ private:
 
     template <typename BoundAt>
     void FillLevel(std::int32_t level, std::int32_t perEntry, std::int32_t partCount, BoundAt boundAt);
-    static void FindNearEntries(const Block& block, const Reach& question, std::int32_t (&isNear)[width]);
+    static void FindNearEntries(const Block& block, const NearQuery& query, std::int32_t (&isNear)[width]);
 };

@@ -75,16 +75,16 @@ IdMarks* FaceIndex::FindCandidates(const Object& mesh, const Collider& body, flo
     // origin's size. The rounding of all figures involved, here and there, is in proportion to the
     // coordinates of the face and of the origin in ellipsoid space, less than a hundred-thousandth of them;
     // and they are at most origin, distance and radius together. So such a face is far for the filter, too.
-    Reach question;
-    question.scale = Vector(1.0f / body.radii.x, 1.0f / body.radii.y, 1.0f / body.radii.z);
-    question.origin = body.sweepOrigin;
+    NearQuery query;
+    query.scale = Vector(1.0f / body.radii.x, 1.0f / body.radii.y, 1.0f / body.radii.z);
+    query.origin = body.sweepOrigin;
     const float originSize =
-        std::fabs(question.origin.x) + std::fabs(question.origin.y) + std::fabs(question.origin.z);
-    question.reach = travel + 1.0f + 4e-4f * originSize;
-    if (!tree.Covers(question)) {
+        std::fabs(query.origin.x) + std::fabs(query.origin.y) + std::fabs(query.origin.z);
+    query.reach = travel + 1.0f + 4e-4f * originSize;
+    if (!tree.Covers(query)) {
         return nullptr;
     }
-    tree.FindNear(question, candidates);
+    tree.FindNear(query, candidates);
     candidates.Add(faceCount - 1);
     return &candidates;
 }

@@ -208,17 +208,17 @@ IdMarks& ObjectBounds::FindNear(const Scene& scene, const Object& body) {
     // larger distance by a thousandth no rounding makes a smaller one, as long as the three add up and
     // don't cancel each other out.
     const float halfAxis = std::max({radii.x, radii.y, radii.z});
-    Reach question;
-    body.GetVertex(question.origin, body.centreVertex);
-    question.reach = travel + halfAxis;
-    if (!(halfAxis >= 0.0f) || !tree.Covers(question)) {
+    NearQuery query;
+    body.GetVertex(query.origin, body.centreVertex);
+    query.reach = travel + halfAxis;
+    if (!(halfAxis >= 0.0f) || !tree.Covers(query)) {
         for (std::int32_t id = 0; id < objectCount; id++) {
             found.Add(id);
         }
         return found;
     }
-    tree.FindNear(question, found);
-    FindListedMeshes(question.origin, question.reach);
+    tree.FindNear(query, found);
+    FindListedMeshes(query.origin, query.reach);
     FindBodies(collider, travel);
     listedInVain += stillListed;
     return found;

@@ -47,11 +47,11 @@ struct MeshCheck {
     bool IsLookedAtFromInside(const MeshFacts& facts) const;
 };
 
-/// What shows nothing is there for a key: a camera, a start, a part of a group.
+/// What shows nothing is there for a key: a camera, a start, a part of a group, a texture for sprites.
 void MeshCheck::CheckPurpose() {
     const Block* block = world.BlockOf(id);
     const bool isPlain = block == nullptr || std::ranges::all_of(block->keys, [](const KeyUse& use) {
-                             return use.key == nullptr || use.Is("*TEXTURE") || use.Is("*NOCOLLIDER");
+                             return use.key == nullptr || use.Is("*NOCOLLIDER");
                          });
     if (isPlain && world.Of(id).hasRecord && !world.Of(id).meshDropped && Subject().faceValueCount == 0) {
         Warn("mesh-empty", " has no triangles, and no key makes anything else of it");
