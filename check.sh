@@ -4,6 +4,6 @@
 set -eu
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$project/scripts/packages.sh"
-InstallMissing $run_packages
+InstallMissing $run_packages >&2  # the output may be read as JSON
 (cd "$project" && Build release check_scene) >&2
 exec "$project/build/release/tools/check_scene" "$@"
