@@ -85,9 +85,9 @@ std::string ImageFault(const KeptImage& image, bool& isError) {
     if (!ReadHeader(image.path, header)) {
         return isSgi ? "can't be found or is empty; the engine ends there" : "can't be found or is empty";
     }
-    const bool isUsable = image.pixels != nullptr && (!isSgi || (header[0] == 1 && header[1] == 218));
-    std::string foreign = isUsable ? "" : ForeignKind(image.path, FileUse::Image);
-    if (!foreign.empty() && !(isSgi && foreign.starts_with("is an SGI"))) {
+    const bool isForeign = isSgi ? header[0] != 1 || header[1] != 218 : image.pixels == nullptr;
+    std::string foreign = isForeign ? ForeignKind(image.path, FileUse::Image) : "";
+    if (!foreign.empty()) {
         return foreign;
     }
     if (image.endsEngine) {

@@ -82,13 +82,15 @@ void PlayerCheck::CheckCamera() {
     if (player.playerObject == -1 || player.playerObject == player.cameraObject) {
         return;
     }
+    const Object& object = TheScene().objects[player.playerObject];
     Vector eye;
     Vector body;
-    camera.GetVertex(eye, camera.HasVertex(player.eyeVertex) ? player.eyeVertex : camera.centreVertex);
-    TheScene().objects[player.playerObject].GetVertex(body,
-                                                      TheScene().objects[player.playerObject].centreVertex);
+    if (camera.HasVertex(player.eyeVertex) && object.HasVertex(object.centreVertex)) {
+        camera.GetVertex(eye, player.eyeVertex);
+        object.GetVertex(body, object.centreVertex);
+    }
     constexpr float far = 60.0f;  // a person's height six times
-    if (!IsBlind(player) && (eye - body).Length() > far) {
+    if ((eye - body).Length() > far) {
         findings.Warn(
             "camera-far", place,
             Name() + " sees from " + Shown(std::round((eye - body).Length())) +
