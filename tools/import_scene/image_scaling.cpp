@@ -1,80 +1,12 @@
 #include "import_scene/image_scaling.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
+#include <stb/stb_image_resize.h>
 
-#include "import_scene/colour_space.h"
+#include <algorithm>
+#include <cmath>
+#include <new>
 
 namespace {
-
-/// What one sample of the result takes: weights for the samples from `first` on.
-struct Taps {
-    int first = 0;
-    std::vector<float> weights;
-};
-
-/// Catmull and Rom's cubic, 1 at 0 and 0 from 2 on.
-float Cubic(float distance) {
-    const float x = std::fabs(distance);
-    if (x < 1.0f) {
-        return 1.0f + x * x * (1.5f * x - 2.5f);
-    }
-    return x < 2.0f ? 2.0f + x * (-4.0f + x * (2.5f - 0.5f * x)) : 0.0f;
-}
-
-std::vector<Taps> MakeTaps(int from, int to) {
-    const float step = static_cast<float>(from) / static_cast<float>(to);
-    const float width = std::max(step, 1.0f);
-    std::vector<Taps> all(to);
-    for (int i = 0; i < to; i++) {
-        const float middle = (static_cast<float>(i) + 0.5f) * step - 0.5f;
-        Taps& taps = all[i];
-        taps.first = static_cast<int>(std::floor(middle - 2.0f * width)) + 1;
-        float sum = 0.0f;
-        for (int at = taps.first; static_cast<float>(at) < middle + 2.0f * width; at++) {
-            taps.weights.push_back(Cubic((static_cast<float>(at) - middle) / width));
-            sum += taps.weights.back();
-        }
-        for (float& weight : taps.weights) {
-            weight /= sum;
-        }
-    }
-    return all;
-}
-
-int Inside(int at, int size, bool repeat) {
-    return repeat ? (at % size + size) % size : std::clamp(at, 0, size - 1);
-}
-
-using Pixel = std::array<float, 4>;  ///< amounts of light times alpha, and alpha
-
-std::array<float, 256> LinearTable() {
-    std::array<float, 256> table;
-    for (int i = 0; i < 256; i++) {
-        table[i] = ToLinear(static_cast<float>(i) / 255.0f);
-    }
-    return table;
-}
-
-std::vector<Pixel> LinearRow(const engine::Image& image, int y) {
-    static const std::array<float, 256> linear = LinearTable();
-    std::vector<Pixel> row(image.width);
-    for (int x = 0; x < image.width; x++) {
-        const float alpha = image.channels == 4 ? static_cast<float>(image.At(x, y, 3)) / 255.0f : 1.0f;
-        // A trace of the colour stays where nothing is to be seen of it.
-        const float weight = std::max(alpha, 1e-4f);
-        for (int channel = 0; channel < 3; channel++) {
-            row[x][channel] = linear[image.At(x, y, channel)] * weight;
-        }
-        row[x][3] = weight;
-    }
-    return row;
-}
-
-std::uint8_t ToByte(float value) {
-    return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0f, 1.0f) * 255.0f));
-}
 
 int NearestPowerOfTwo(int side, int most) {
     const float exponent = std::round(std::log2(static_cast<float>(side)));
@@ -137,54 +69,14 @@ void SpreadColour(engine::Image& image) {
 }  // namespace
 
 engine::Image Scaled(const engine::Image& image, int width, int height, bool repeatX, bool repeatY) {
-    if (width == image.width && height == image.height) {
-        return image;
-    }
-    const std::vector<Taps> tapsX = MakeTaps(image.width, width);
-    const std::vector<Taps> tapsY = MakeTaps(image.height, height);
-    std::vector<Pixel> sums(static_cast<std::size_t>(width) * height);
-    // The rows of the result to which a row of the image contributes are near one another: each row is
-    // filtered across once and added to all of them.
-    std::vector<std::vector<std::pair<int, float>>> takers(image.height);
-    for (int y = 0; y < height; y++) {
-        for (std::size_t tap = 0; tap < tapsY[y].weights.size(); tap++) {
-            const int from = Inside(tapsY[y].first + static_cast<int>(tap), image.height, repeatY);
-            takers[from].emplace_back(y, tapsY[y].weights[tap]);
-        }
-    }
-    std::vector<Pixel> narrow(width);
-    for (int from = 0; from < image.height; from++) {
-        const std::vector<Pixel> row = LinearRow(image, from);
-        for (int x = 0; x < width; x++) {
-            narrow[x] = {};
-            for (std::size_t tap = 0; tap < tapsX[x].weights.size(); tap++) {
-                const Pixel& pixel =
-                    row[Inside(tapsX[x].first + static_cast<int>(tap), image.width, repeatX)];
-                for (int channel = 0; channel < 4; channel++) {
-                    narrow[x][channel] += pixel[channel] * tapsX[x].weights[tap];
-                }
-            }
-        }
-        for (const auto& [y, weight] : takers[from]) {
-            for (int x = 0; x < width; x++) {
-                for (int channel = 0; channel < 4; channel++) {
-                    sums[static_cast<std::size_t>(y) * width + x][channel] += narrow[x][channel] * weight;
-                }
-            }
-        }
-    }
     engine::Image scaled(width, height, image.channels);
-    for (int y = 0; y < height; y++) {
-        for (int x = 0; x < width; x++) {
-            const Pixel& pixel = sums[static_cast<std::size_t>(y) * width + x];
-            const float alpha = std::max(pixel[3], 1e-6f);
-            for (int channel = 0; channel < 3; channel++) {
-                scaled.At(x, y, channel) = ToByte(ToDisplay(std::max(pixel[channel] / alpha, 0.0f)));
-            }
-            if (image.channels == 4) {
-                scaled.At(x, y, 3) = ToByte(pixel[3]);
-            }
-        }
+    const auto edge = [](bool repeat) { return repeat ? STBIR_EDGE_WRAP : STBIR_EDGE_CLAMP; };
+    if (stbir_resize(image.samples.data(), image.width, image.height, 0, scaled.samples.data(), width,
+                     height, 0, STBIR_TYPE_UINT8, image.channels,
+                     image.channels == 4 ? 3 : STBIR_ALPHA_CHANNEL_NONE, 0, edge(repeatX), edge(repeatY),
+                     STBIR_FILTER_CATMULLROM, STBIR_FILTER_CATMULLROM, STBIR_COLORSPACE_SRGB,
+                     nullptr) == 0) {
+        throw std::bad_alloc();
     }
     return scaled;
 }
