@@ -13,17 +13,12 @@ float Larger(float a, float b) {
     return a > b ? a : b;
 }
 
-/// Whether the span of three coordinates lies beyond the limit on one side of zero.
-bool IsBeyond(float a, float b, float c, float limit) {
-    return std::min({a, b, c}) > limit || std::max({a, b, c}) < -limit;
-}
-
 }  // namespace
 
-FaceFilter::FaceFilter(const Collider& body, float newTravel)
-    : scale(1.0f / body.radii.x, 1.0f / body.radii.y, 1.0f / body.radii.z),
+FaceFilter::FaceFilter(const Collider& newBody, float newTravel)
+    : body(newBody),
+      scale(1.0f / body.radii.x, 1.0f / body.radii.y, 1.0f / body.radii.z),
       origin(body.sweepOrigin),
-      displacement(body.sweepVelocity),
       travel(newTravel),
       originSize(std::fabs(origin.x) + std::fabs(origin.y) + std::fabs(origin.z)),
       ordinary(travel > 1e-3f && travel < 1.9f && originSize < 1e4f) {}
@@ -81,15 +76,18 @@ bool FaceFilter::CantTouch(std::int32_t i) const {
     if (!ordinary) {
         return false;
     }
+    // Where a contact was found, only nearer ones count any more. A distance that is NaN ends nothing.
+    const float path =
+        body.foundCollision != 0 && body.nearestDistance < travel ? body.nearestDistance : travel;
+    const Vector displacement = body.sweepVelocity * (path / travel);
     // Corners and edges as seen from the start of the sweep.
-    const Vector a = Corner(i, 0) * scale - origin;
-    const Vector b = Corner(i, 1) * scale - origin;
-    const Vector c = Corner(i, 2) * scale - origin;
-    const Vector e1 = b - a;
-    const Vector e2 = c - a;
+    const Vector corners[3] = {Corner(i, 0) * scale - origin, Corner(i, 1) * scale - origin,
+                               Corner(i, 2) * scale - origin};
+    const Vector e1 = corners[1] - corners[0];
+    const Vector e2 = corners[2] - corners[0];
     const float size = 1.5f * std::sqrt(LengthSquared(e1) + LengthSquared(e2));  // above the longest edge
-    const float reach = travel + 1.0f;
-    const float rounding = 1e-5f * (originSize + size + reach);
+    const float reach = path + 1.0f;
+    const float rounding = 4e-6f * (originSize + size + reach);
 
     const Vector n = e1.Cross(e2);
     const float nLength = std::sqrt(LengthSquared(n));
@@ -99,18 +97,35 @@ bool FaceFilter::CantTouch(std::int32_t i) const {
         return false;
     }
 
-    // Every contact lies within reach of the origin, and in the triangle or, as the sum of angles is only
-    // a sum within a tolerance, less than a tenth of its size beside it.
-    const float limit = reach * 1.001f + 0.1f * size + rounding;
-    if (IsBeyond(a.x, b.x, c.x, limit) || IsBeyond(a.y, b.y, c.y, limit) ||
-        IsBeyond(a.z, b.z, c.z, limit)) {
+    // Every contact touches the sphere somewhere on its way, so it can't be that the sphere stays on one
+    // side of the plane all the way. (A sunken sphere reports a contact without touching, but only with its
+    // centre less than 1.0 above the plane and less than path - 1.0 below.)
+    const float start = -corners[0].Dot(n);
+    const float end = start + displacement.Dot(n);
+    const float height = Larger(std::min(start, end), -Larger(start, end));  // least one, from either side
+    const float heightRounding = nLength * rounding + 2.0f * nRounding * (size + reach);
+    if (height > nLength * 1.001f + heightRounding) {
         return true;
     }
-    // And every contact touches the sphere somewhere on its way, so it can't be that the sphere stays on
-    // one side of the plane all the way. (A sunken sphere reports a contact without touching, but only
-    // with its centre less than 1.0 above the plane and less than travel - 1.0 below.)
-    const float start = -a.Dot(n);
-    const float end = start + displacement.Dot(n);
-    const float planeLimit = nLength * (1.001f + rounding) + 2.0f * nRounding * (size + reach);
-    return std::min(start, end) > planeLimit || std::max(start, end) < -planeLimit;
+
+    // The foot of the sphere's centre on the plane runs along a segment, and no point of the plane that the
+    // sphere touches is farther from there than this. Every contact is such a point of the triangle, an
+    // edge of it, or the foot itself. That may lie beside the triangle by less than a hundredth of its
+    // size, since the sum of angles is a sum only within a tolerance.
+    const float least = Larger(height - heightRounding, 0.0f) / nLength;
+    const float aside =
+        Larger(std::sqrt(1.0021f - std::min(least * least, 1.002f)), 0.02f * size) + rounding;
+    for (int corner = 0; corner < 3; corner++) {
+        const Vector edge = corners[(corner + 1) % 3] - corners[corner];
+        const Vector outward = edge.Cross(n);
+        const float from = -corners[corner].Dot(outward);
+        const float outside = std::min(from, from + displacement.Dot(outward));
+        const float edgeLength = std::sqrt(LengthSquared(edge));
+        const float outsideRounding =
+            rounding * ((size + reach) * (nLength + size * edgeLength) + edgeLength * nLength);
+        if (outside > aside * edgeLength * nLength * 1.001f + outsideRounding) {
+            return true;
+        }
+    }
+    return false;
 }

@@ -15,7 +15,7 @@
 struct FaceFilter {
     static constexpr std::int32_t batchSize = 16;
 
-    /// For the body's present sweep.
+    /// For the body's present sweep. The body is to outlive the filter.
     /// @param travel length of `sweepVelocity`
     FaceFilter(const Collider& body, float travel);
 
@@ -31,16 +31,17 @@ struct FaceFilter {
         return Vector(x[corner][i], y[corner][i], z[corner][i]);
     }
 
-    /// Whether the sweep surely meets neither the front nor an edge of face i of the batch.
+    /// Whether the sweep surely meets neither the front nor an edge of face i of the batch before the
+    /// contact that the body has found so far.
     bool CantTouch(std::int32_t i) const;
 
     /// Not 0 for a face whose bounding sphere the sweep surely doesn't reach.
     std::int32_t far[batchSize];
 
 private:
-    Vector scale;         ///< from world into ellipsoid space
-    Vector origin;        ///< of the sweep, in ellipsoid space
-    Vector displacement;  ///< of the sweep, in ellipsoid space
+    const Collider& body;
+    Vector scale;   ///< from world into ellipsoid space
+    Vector origin;  ///< of the sweep, in ellipsoid space
     float travel;
     float originSize;  ///< bound of the origin's coordinates, to which their rounding is in proportion
     bool ordinary;     ///< the sweep's figures are of a size for which the margins of `CantTouch` hold

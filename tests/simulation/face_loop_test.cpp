@@ -110,6 +110,49 @@ TEST_F(FaceLoop, AgreesWithThePlainStepsAtTheLimits) {
     EXPECT_GT(contacts, 15000);
 }
 
+TEST_F(FaceLoop, AgreesWithThePlainStepsOverFineGround) {
+    // Cells of two faces, of which the sphere's foot and its contact are in few.
+    constexpr int across = 6;
+    MakeObstacle(2 * across * across);
+    for (int world = 0; world < 1000 && !HasFatalFailure(); world++) {
+        const Vector place = RandomVector(RandomSize(-2, 4));
+        const float cell = RandomSize(-2, 0.5f);
+        const float unevenness = cell * RandomSize(-5, 0);
+        float heights[across + 1][across + 1];
+        for (auto& row : heights) {
+            for (float& height : row) {
+                height = Random(-unevenness, unevenness);
+            }
+        }
+        for (int face = 0; face < 2 * across * across; face++) {
+            constexpr int steps[2][3][2] = {{{0, 0}, {1, 0}, {1, 1}}, {{0, 0}, {1, 1}, {0, 1}}};
+            for (int corner = 0; corner < 3; corner++) {
+                const int x = face / 2 % across + steps[face % 2][corner][0];
+                const int y = face / 2 / across + steps[face % 2][corner][1];
+                SetCorner(3 * face + corner, place + Vector(cell * static_cast<float>(x),
+                                                            cell * static_cast<float>(y), heights[x][y]));
+            }
+        }
+        for (int sweep = 0; sweep < 4; sweep++) {
+            // Above the net or beside it, near a line of it as often as not.
+            const auto along = [&] {
+                return cell * (Chance(2) ? static_cast<float>(Pick(across + 1)) + Random(-0.02f, 0.02f)
+                                         : Random(-1, across + 1));
+            };
+            const float x = along();
+            const Vector origin =
+                place + Vector(x, Chance(2) ? x : along(), 1.0f + Random(-1, 1) * RandomSize(-5, 0));
+            const float travel = RandomSize(-2.5f, 0.2f);
+            Vector direction = Direction();
+            direction.z *= RandomSize(-5, 0);
+            direction.Normalise();
+            Compare(origin, direction * travel, "fine ground");
+            Compare(origin, Vector(0, 0, -travel), "fall");
+        }
+    }
+    EXPECT_GT(contacts, 2500);
+}
+
 TEST_F(FaceLoop, AgreesWithThePlainStepsOnDegenerateFaces) {
     const float odd[20] = {0.0f, -0.0f, 1.0f,  -1.0f, 1e-45f,  1e-38f,   1e-23f, -1e-19f, 1e-10f, 1e-6f,
                            1e4f, -1e9f, 1e18f, 1e19f, 3.4e38f, INFINITY, NAN,    0.5f,    1e-3f,  1e6f};
