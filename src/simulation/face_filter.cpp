@@ -92,8 +92,8 @@ bool FaceFilter::CantTouch(std::int32_t i) const {
     const Vector n = e1.Cross(e2);
     const float nLength = std::sqrt(LengthSquared(n));
     const float nRounding = size * rounding;
-    // A normal that may owe its direction to rounding proves nothing.
-    if (!(nLength > 2.0f * nRounding && nLength > 1e-12f)) {
+    // A normal that may owe its direction to rounding proves nothing, nor do products that may overflow.
+    if (!(nLength > 2.0f * nRounding && nLength > 1e-12f && size < 1e6f)) {
         return false;
     }
 
