@@ -10,6 +10,7 @@
 #include "platform/message_box.h"
 #include "process/close_request.h"
 #include "scene/scene.h"
+#include "simulation/face_index.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ void LoadWorld() {
     [[maybe_unused]] static const int registered = std::atexit(PointToChecker);
     theEngine->LoadMeshes(settingsFile);
     PointToChecker();
+    FaceIndex::PrepareLarge(*theScene);
     theScene->AddSprites(startSpriteCount);
     PlaceSprites();
     theScene->sprites[additiveSprite].blendMode = 0;

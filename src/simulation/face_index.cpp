@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <span>
 
 namespace {
 
@@ -41,6 +42,37 @@ FaceIndex* FaceIndex::Of(const Object& mesh) {
     return static_cast<FaceIndex*>(mesh.collisionIndex.get());
 }
 
+void FaceIndex::PrepareLarge(const Scene& scene) {
+    const std::span objects(scene.objects.get(), static_cast<std::size_t>(scene.objectCount));
+    if (std::ranges::none_of(objects, [](const Object& object) { return object.collider != nullptr; })) {
+        return;
+    }
+    for (const Object& mesh : objects) {
+        if (mesh.faceValueCount / 3 >= fewestLarge && mesh.collider == nullptr &&
+            mesh.attributes[collidableAttribute] != 0) {
+            Of(mesh)->Follow(mesh);
+            Of(mesh)->Build();
+        }
+    }
+}
+
+void FaceIndex::Follow(const Object& mesh) {
+    if (mesh.meshVersion == meshVersion && mesh.vertices.get() == vertices && mesh.faces.get() == faces &&
+        mesh.faceValueCount / 3 == faceCount) {
+        return;
+    }
+    if (built) {
+        const bool paid = passes >= buildCost;
+        passesToBuild = paid ? buildCost : std::min(2 * passesToBuild, mostPassesToBuild);
+    }
+    built = false;
+    passes = 0;
+    meshVersion = mesh.meshVersion;
+    vertices = mesh.vertices.get();
+    faces = mesh.faces.get();
+    faceCount = mesh.faceValueCount / 3;
+}
+
 void FaceIndex::Build() {
     auto bounds = std::make_unique_for_overwrite<Bound[]>(static_cast<std::size_t>(faceCount));
     for (std::int32_t face = 0; face < faceCount; face++) {
@@ -53,14 +85,7 @@ void FaceIndex::Build() {
 }
 
 IdMarks* FaceIndex::FindCandidates(const Object& mesh, const Collider& body, float travel) {
-    if (mesh.meshVersion != meshVersion || mesh.vertices.get() != vertices || mesh.faces.get() != faces ||
-        mesh.faceValueCount / 3 != faceCount) {
-        Drop();
-        meshVersion = mesh.meshVersion;
-        vertices = mesh.vertices.get();
-        faces = mesh.faces.get();
-        faceCount = mesh.faceValueCount / 3;
-    }
+    Follow(mesh);
     if (!built && passes >= passesToBuild) {
         Build();
     }
@@ -87,15 +112,6 @@ IdMarks* FaceIndex::FindCandidates(const Object& mesh, const Collider& body, flo
     tree.FindNear(query, candidates);
     candidates.Add(faceCount - 1);
     return &candidates;
-}
-
-void FaceIndex::Drop() {
-    if (built) {
-        const bool paid = passes >= buildCost;
-        passesToBuild = paid ? buildCost : std::min(2 * passesToBuild, mostPassesToBuild);
-    }
-    built = false;
-    passes = 0;
 }
 
 std::int64_t FaceIndex::Memory() const {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "scene/object.h"
+#include "scene/scene.h"
 #include "simulation/bound_tree.h"
 #include "simulation/id_marks.h"
 
@@ -17,6 +17,8 @@ struct FaceIndex {
     static constexpr std::int32_t fewestFaces = 64;
     /// Passes over all faces that take as long as building the index.
     static constexpr std::int32_t buildCost = 12;
+    /// Meshes of fewer faces take no longer than a millisecond or two.
+    static constexpr std::int32_t fewestLarge = 16384;
 
     /// The index of the mesh, not necessarily built; null for a mesh of too few faces.
     static FaceIndex* Of(const Object& mesh);
@@ -27,6 +29,9 @@ struct FaceIndex {
     /// @return null if all faces are to be looked at: the mesh hasn't stood still for long enough, or the
     /// sweep's figures are not of a size for which the limits hold
     IdMarks* FindCandidates(const Object& mesh, const Collider& body, float travel);
+    /// Builds the indices of all large meshes that stop bodies, if there are any. In play that would hold
+    /// up a frame, by 0.1 us a face.
+    static void PrepareLarge(const Scene& scene);
     /// Bytes that the built index takes.
     std::int64_t Memory() const;
 
@@ -43,7 +48,7 @@ private:
     BoundTree tree;
     IdMarks candidates;
 
+    /// Starts anew if the mesh isn't what it was.
+    void Follow(const Object& mesh);
     void Build();
-    /// The mesh isn't what it was.
-    void Drop();
 };

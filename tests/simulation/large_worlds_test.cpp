@@ -345,6 +345,28 @@ TEST(LargeWorlds, FindWhatNoInequalityHoldsFor) {
     }
 }
 
+TEST(LargeWorlds, SortTheFacesOfALargeMeshBeforeTheFirstSweep) {
+    Scene scene;
+    scene.AddObjects(3);
+    for (std::int32_t id = 0; id < 3; id++) {
+        Object& mesh = scene.objects[id];
+        mesh.ResizeVertices(1);
+        mesh.SetVertex(Vector(), 0);
+        mesh.ResizeFaces(FaceIndex::fewestLarge - (id == 1 ? 1 : 0));
+        std::fill_n(mesh.faces.get(), mesh.faceValueCount, 0);
+        mesh.attributes[collidableAttribute] = id == 2 ? 0 : 1;
+    }
+    FaceIndex::PrepareLarge(scene);
+    EXPECT_EQ(FaceIndex::Of(scene.objects[0])->Memory(), 0) << "nobody is there who could need it";
+    const std::int32_t body = AddBody(scene, Vector());
+    FaceIndex::PrepareLarge(scene);
+    for (std::int32_t id = 0; id < 3; id++) {
+        const Object& mesh = scene.objects[id];
+        EXPECT_EQ(FaceIndex::Of(mesh)->FindCandidates(mesh, *scene.objects[body].collider, 1.0f) != nullptr,
+                  id == 0);
+    }
+}
+
 TEST(LargeWorlds, SortTheFacesOfAMeshThatHasOftenMovedInVain) {
     Object body;
     body.MakeCollider();
