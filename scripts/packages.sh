@@ -14,7 +14,8 @@ display_packages="xvfb"
 test_packages="$display_packages $import_packages libgtest-dev libbenchmark-dev imagemagick jq netpbm openbox
     weston x11-utils x11-xserver-utils xdotool xwayland"
 package_packages="dpkg-dev file"
-ci_packages="$package_packages clang clang-format clang-tidy git libclang-rt-14-dev"
+ci_packages="$package_packages clang clang-format clang-tidy g++-aarch64-linux-gnu git
+    libclang-rt-14-dev qemu-user"
 
 # InstallMissing PACKAGE...: has apt install those that are not there, all in one go. Without apt it prints the
 # list, and goes on where there are the tools to build with; where apt can't be used it prints the line to run as
