@@ -317,6 +317,25 @@ TEST(ImportScene, APlayerBeginsInRoomsOnGroundAndInFrontOfThings) {
     EXPECT_TRUE(hasFloor);
 }
 
+// A triangle that stands 10 metres high, and a camera that looks at it from 2 metres below its foot.
+TEST(ImportScene, ACameraBelowTheModelStandsOnAFloor) {
+    ImportedScene world;
+    WriteWholeFile("below.gltf", R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0, 1]}],
+"nodes": [{"mesh": 0}, {"camera": 0, "translation": [5, -2, 10]}],
+"cameras": [{"type": "perspective", "perspective": {"yfov": 0.8, "znear": 0.1}}],
+"meshes": [{"primitives": [{"attributes": {"POSITION": 0}}]}],
+"accessors": [
+ {"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3", "min": [0, 0, 0], "max": [10, 10, 0]}],
+"bufferViews": [{"buffer": 0, "byteOffset": 0, "byteLength": 36}],
+"buffers": [{"byteLength": 36, "uri": "data:application/octet-stream;base64,)"
+                                 "AAAAAAAAAAAAAAAAAAAgQQAAAAAAAAAAAAAAAAAAIEEAAAAA\"}]}");
+    world.Import("below.gltf");
+    const Object& body = world.Get("PlayerBody");
+    const float height = VertexOf(body, body.centreVertex).z;
+    EXPECT_NEAR(height, -2 * 5.5f - 3, 1e-3f) << "with its eyes where the camera is";
+    EXPECT_NEAR(VertexOf(world.Get("LaidFloor"), 0).z, height - 5.1f, 1e-3f);
+}
+
 // A pyramid of 60 by 60 whose tip is the last corner, 60 up by one axis.
 TEST(ImportScene, WhatIsUpIsGuessedByWhatAModelStandsOn) {
     const auto tipHeight = [](const std::string& tip, const std::string& side, const std::string& options) {

@@ -196,11 +196,14 @@ struct PlayerMaker {
         PointCamera(camera, eye, middle - eye);
     }
 
-    /// Under the whole model, and under the point.
+    /// Under the whole model, and under the eyes at the point.
     void LayFloor(const aiVector3D& point) {
         Bounds around = BoundsOf(objects);
         // A little lower, so that the model's own ground is not drawn in one plane with it.
-        const float height = around.IsEmpty() ? 0.0f : around.low.z - 0.2f;
+        float height = around.IsEmpty() ? 0.0f : around.low.z - 0.2f;
+        if (point.z <= height) {
+            height = point.z - standing - eyeAboveCentre;
+        }
         around.Add(ToFloat3(point));
         objects.push_back(MakeFloor(around, height));
         report.Note(
