@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
-# Says what is wrong with a world before it runs: builds check_scene if need be and hands the arguments on.
+# Says what is wrong with a world: builds check_scene if need be, makes the world anew where it has a make.sh, and
+# hands the arguments on.
 #   ./check.sh FOLDER       ./check.sh --help names the options
 set -eu
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-. "$project/scripts/packages.sh"
-InstallMissing $run_packages >&2  # the output may be read as JSON
-(cd "$project" && Build release check_scene) >&2
+. "$project/scripts/packages.sh" ""  # --help is check_scene's
+world=.
+for argument in "$@"; do
+    [ ! -d "$argument" ] || world=$argument
+done
+PrepareWorld "$world" >&2  # the output may be read as JSON
 exec "$project/build/release/tools/check_scene" "$@"

@@ -7,33 +7,19 @@
 set -eu
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
+. "$project/scripts/packages.sh"
+
 folder=${1:-}
 kind=${2:-code}
-if [ -z "$folder" ] || [ "${folder#-}" != "$folder" ] || [ ! -d "$project/templates/$kind" ]; then
-    echo "usage: ./new_world.sh FOLDER [code|blender]" >&2
-    exit 2
-fi
+[ $# -ge 1 ] && [ $# -le 2 ] && [ -n "$folder" ] && [ "${folder#-}" = "$folder" ] || Refuse "one folder is wanted"
+[[ $folder != *[]\[\\\|\"\;]* ]] || Refuse 'CMake can build nothing where a name has one of [ ] \ | " ;'
+[ "$kind" = code ] || [ "$kind" = blender ] || Refuse "there is no kind $kind"
 if [ -e "$folder" ]; then
     echo "$folder is there already: choose another name, or take it away." >&2
     exit 1
 fi
 mkdir -p "$folder"
 cp "$project/templates/settings.atr" "$project/templates/$kind"/* "$folder"
-sed -i "s|NAME|$(basename "$folder")|; s|WORLD|$folder|g" "$folder/README.md"
-
-. "$project/scripts/packages.sh"
-cd "$folder"
-folder=$PWD
-cd "$project"
-if [ "$kind" = blender ]; then
-    InstallMissing $run_packages $import_packages
-    Configure release
-    Build release check_scene import_scene
-else
-    InstallMissing $run_packages
-    Configure release
-    Build release check_scene scene_writer
-fi
-ENGINE_BUILD=$project/build/release "$folder/make.sh"
+PrepareWorld "$(cd "$folder" && pwd)"
 Check "$folder"
-echo "Made $folder. Walk in it: ./run.sh $1"
+echo "Made $folder. Walk in it: ./run.sh ${folder@Q}"

@@ -10,6 +10,7 @@
 # Without a display it runs on a virtual one for some frames and leaves a screenshot.
 set -eu
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$project/scripts/packages.sh"
 
 watch=""
 if [ "${*: -1}" = --watch ]; then
@@ -32,16 +33,17 @@ elif [ -f "$world/settings.atr" ]; then
 elif [ -f "$world" ]; then
     kind=model
     model=$(cd "$(dirname "$world")" && pwd)/${world##*/}
+elif [ -d "$world" ]; then
+    Refuse "there is no settings.atr in $world"
 else
-    echo "usage: ./run.sh [single|split|blender|MODEL [OPTION...]|FOLDER]" >&2
-    [ $# -eq 0 ] && [ ! -e "$world" ] && echo "There is no demo, model or folder $world." >&2
-    exit 2
+    Refuse "there is no demo, model or folder $world"
 fi
+[ "$kind" = model ] || [ $# -eq 0 ] || Refuse "$1: options are for models"
 
 # Make: makes the world that is to be played, of its model or by its make.sh; nothing else has to be made.
 Make() {
     case $kind in
-    folder) [ ! -x "$folder/make.sh" ] || ENGINE_BUILD=$project/build/release "$folder/make.sh" ;;
+    folder) MakeWorld "$folder" ;;
     model) "$project/build/release/tools/import_scene" "$model" "$folder/data/world" --settings --force "$@" ;;
     esac
 }
@@ -61,27 +63,20 @@ KeepMaking() {
 }
 
 cd "$project"
-. scripts/packages.sh
-packages=$run_packages
 [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || packages="$packages $display_packages"
-[ "$kind" != model ] && [ ! -f "${folder:-}/world.glb" ] || packages="$packages $import_packages"
-InstallMissing $packages
 case $kind in
 demo)
+    InstallMissing $packages
     Build release engine demo ${watch:+check_scene}
     folder=$project/build/release/demo/$world
     cat "demo/$world/controls.txt"
     ;;
 folder)
-    Configure release
-    Build release engine check_scene scene_writer $([ ! -f "$folder/world.glb" ] || echo import_scene)
-    Make  # those of new_world.sh, anew each time
+    PrepareWorld "$folder" engine
     Check "$folder"
     ;;
 model)
-    # Configured anew, as the importer may have been left out before.
-    cmake --preset release >/dev/null
-    Build release engine check_scene import_scene
+    PrepareImport engine
     folder=$project/build/models/$name
     Make "$@"
     Check "$folder"

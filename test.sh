@@ -2,16 +2,17 @@
 # Installs what is missing, builds everything and runs the whole suite.
 #   ./test.sh [PRESET]     release (default), debug, asan or clang
 set -eu
-cd "$(dirname "${BASH_SOURCE[0]}")"
-. scripts/packages.sh
+project=$(dirname "${BASH_SOURCE[0]}")
+. "$project/scripts/packages.sh"
 
 preset=${1:-release}
 case $preset in
     release | debug | asan | clang) ;;
-    *) echo "usage: ./test.sh [release|debug|asan|clang]" >&2; exit 2 ;;
+    *) Refuse "there is no preset $preset" ;;
 esac
-InstallMissing $run_packages $test_packages
-[ "$preset" != clang ] || InstallMissing $ci_packages
+[ "$preset" != clang ] || packages="$packages $ci_packages"
+cd "$project"
+InstallMissing $packages $test_packages
 # Configured anew each time, so that packages which were missing before are found now.
 Configure "$preset"
 Build "$preset"

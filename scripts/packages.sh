@@ -1,4 +1,18 @@
-# Read by the scripts at the top: installs the Debian packages that are missing. Ends where nothing can be built.
+# Read by the scripts at the top: answers --help, and installs the Debian packages that are
+# missing. Ends where nothing can be built.
+
+# Help: the comment that the script begins with; for a script that is still in the folder it was called from.
+Help() { awk 'NR > 1 { if (!sub(/^# ?/, "")) exit; print }' "$0"; }
+# Refuse MESSAGE: ends a script that was called wrongly.
+Refuse() {
+    echo "${0##*/}: $1" >&2
+    Help >&2
+    exit 2
+}
+if [ "${1:-}" = --help ]; then
+    Help
+    exit
+fi
 
 built=${BASH_SOURCE[0]%/*}/../build
 [ -e "$built" ] || built=${built%/build}
@@ -16,6 +30,7 @@ test_packages="$display_packages $import_packages libgtest-dev libbenchmark-dev 
 package_packages="dpkg-dev file"
 ci_packages="$package_packages clang clang-format clang-tidy g++-aarch64-linux-gnu git
     libclang-rt-14-dev qemu-user"
+packages=$run_packages
 
 # InstallMissing PACKAGE...: has apt install those that are not there, all in one go. Without apt it prints the
 # list, and goes on where there are the tools to build with; where apt can't be used it prints the line to run as
@@ -78,6 +93,30 @@ Build() {
     shift
     [ -f "build/$preset/build.ninja" ] || Configure "$preset"
     cmake --build --preset "$preset" ${1:+--target "$@"}
+}
+
+# MakeWorld FOLDER: has its make.sh make the world anew, if it has one.
+MakeWorld() { [ ! -x "$1/make.sh" ] || ENGINE_BUILD=$project/build/release "$1/make.sh"; }
+
+# PrepareImport TARGET...: installs $packages and what the importer needs, and builds it, check_scene and these targets.
+PrepareImport() {
+    InstallMissing $packages $import_packages
+    (cd "$project" && Configure release &&  # the importer may have been left out before
+     Build release check_scene import_scene "$@")
+}
+
+# PrepareWorld FOLDER TARGET...: installs and builds the same with what the folder's make.sh needs, and has it make the
+# world.
+PrepareWorld() {
+    local folder=$1
+    shift
+    if [ -f "$folder/world.glb" ]; then
+        PrepareImport "$@"
+    else
+        InstallMissing $packages
+        (cd "$project" && Build release check_scene scene_writer "$@")
+    fi
+    MakeWorld "$folder"
 }
 
 # Check FOLDER: what is wrong with the world there, or that nothing is.

@@ -3,7 +3,7 @@
 # without it the installed library is used.
 set -eu
 cd "$(dirname "${BASH_SOURCE[0]}")"
-grep -qs "^World_SOURCE_DIR:STATIC=$PWD$" build/CMakeCache.txt || rm -rf build  # the folder may have been moved
+grep -qsxF "World_SOURCE_DIR:STATIC=$PWD" build/CMakeCache.txt || rm -rf build  # the folder may have been moved
 cmake -S . -B build -DCMAKE_BUILD_TYPE=Release ${ENGINE_BUILD:+"-DEngine_DIR=$ENGINE_BUILD"} >/dev/null
 cmake --build build
 build/make_world .

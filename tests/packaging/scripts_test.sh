@@ -69,4 +69,6 @@ fi
 unset WAYLAND_DISPLAY
 export DISPLAY=:9876
 Expect 1 "Can the display be used (DISPLAY=:9876" "'$folder/tree/run.sh'"
-Expect 2 "usage: ./test.sh" "'$folder/tree/test.sh' everything"
+Expect 2 "./test.sh [PRESET]" "'$folder/tree/test.sh' everything"
+Expect 0 "./run.sh MODEL" "'$folder/tree/run.sh' --help"
+Expect 2 "there is no settings.atr in" "'$folder/tree/run.sh' '$folder/tree'"
