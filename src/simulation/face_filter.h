@@ -8,8 +8,8 @@
 /// Sorts out the faces that a sweep can't touch, so that few are left for the exact steps of collision.
 ///
 /// It multiplies by reciprocals where those divide and compares squares where they take roots, so its
-/// figures differ from theirs by rounding. All its limits therefore have margins, more than ten times the
-/// largest such difference, and whatever is closer to a limit, or not a number, is left to the exact
+/// figures differ from theirs by rounding. All its limits therefore have margins, more than twice what such
+/// differences can come to, and whatever is closer to a limit, or not a number, is left to the exact
 /// steps. Faces go through it in batches whose values lie side by side, for the compiler to compute on
 /// several at once.
 struct FaceFilter {
