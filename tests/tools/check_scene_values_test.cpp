@@ -272,6 +272,25 @@ TEST(CheckSceneValues, FindsWhatCanNotBeMeant) {
         std::string::npos);
 }
 
+TEST(CheckSceneValues, SaysWhatAWorldOfManyTrianglesKeepsItFromLookingAt) {
+    const TemporaryFolder folder;
+    const auto output = [](int cells) {
+        Planted planted;
+        planted.floor = engine::MakeGrid("Floor", {-60, -60, 0}, {120, 0, 0}, {0, 120, 0}, cells, cells);
+        for (int i = 0; i < 65; i++) {
+            planted.AddCrate("Crate" + std::to_string(100 + i), {i % 13 * 8.0f - 50, i / 13 * 8.0f, 0}, 5,
+                             body);
+        }
+        return planted.Check();
+    };
+    const std::string large = output(400);  // 320,000 triangles: 62 times as many are 20 million
+    EXPECT_NE(large.find("only 62 of 65 bodies"), std::string::npos) << large;
+    EXPECT_EQ(large.find("on foot"), std::string::npos) << large;
+    const std::string small = output(380);  // 288,800
+    EXPECT_EQ(small.find("bodies"), std::string::npos) << small;
+    EXPECT_NE(small.find("on foot"), std::string::npos) << small;
+}
+
 TEST(CheckSceneValues, DrawsAPlanWithMarks) {
     const TemporaryFolder folder;
     Planted planted;
