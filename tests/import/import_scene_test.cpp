@@ -317,6 +317,20 @@ TEST(ImportScene, APlayerBeginsInRoomsOnGroundAndInFrontOfThings) {
     EXPECT_TRUE(hasFloor);
 }
 
+TEST(ImportScene, MaterialsByBlenderHaveAmountsOfLight) {
+    const auto red = [](const std::string& comment) {
+        ImportedScene world;
+        WriteWholeFile("model.mtl", "newmtl Half\nKd 0.5 0 1\n");
+        WriteWholeFile("model.obj", comment +
+                                        "\nmtllib model.mtl\nusemtl Half\no Wall\n"
+                                        "v 0 0 0\nv 20 0 0\nv 0 20 0\nf 1 2 3\n");
+        world.Import("model.obj");
+        return TrianglesOf(world.Get("Wall"))[0][0][3];
+    };
+    EXPECT_NEAR(red("# Blender v3.4.1 OBJ File: 'room.blend'"), 0.735f, 0.001f) << "sRGB of a half";
+    EXPECT_EQ(red("# by hand"), 0.5f);
+}
+
 // A triangle that stands 10 metres high, and a camera that looks at it from 2 metres below its foot.
 TEST(ImportScene, ACameraBelowTheModelStandsOnAFloor) {
     ImportedScene world;

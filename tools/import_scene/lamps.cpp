@@ -172,7 +172,7 @@ std::vector<Lamp> ReadLamps(const Model& model, const std::vector<WorldObject>& 
         lamp.direction.NormalizeSafe();
         lamp.innerAngle = light.mAngleInnerCone;
         lamp.outerAngle = light.mAngleOuterCone;
-        if (model.linearColours) {
+        if (model.isGltf) {
             ReadPhysical(light, model.scale, lamp);
         } else {
             ReadDisplayed(light, modelSize, lamp);

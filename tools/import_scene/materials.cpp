@@ -70,7 +70,7 @@ void ReadTexture(const Model& model, const aiMaterial& material, aiTextureType t
     }
     aiUVTransform transform;
     if (material.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform) == AI_SUCCESS) {
-        surface.toTexture = model.linearColours ? GltfTransform(transform) : PlainTransform(transform);
+        surface.toTexture = model.isGltf ? GltfTransform(transform) : PlainTransform(transform);
     }
     // A mirrored image is twice as large as what it was made of.
     const aiMatrix3x3 halved(wrapX == Wrap::Mirror ? 0.5f : 1.0f, 0, 0, 0,
@@ -112,12 +112,6 @@ aiColor3D ColourOf(const aiMaterial& material, bool wantsImage, const Surface& s
     return wantsImage && colour.IsBlack() ? grey : colour;
 }
 
-/// The library adds materials of its own.
-bool IsUsed(const aiScene& scene, unsigned material) {
-    return std::any_of(scene.mMeshes, scene.mMeshes + scene.mNumMeshes,
-                       [material](const aiMesh* mesh) { return mesh->mMaterialIndex == material; });
-}
-
 void TellLosses(const aiMaterial& material, const Surface& surface, Report& report) {
     const aiColor4D base = Read(material, aiColor4D(1.0f, 1.0f, 1.0f, 1.0f), AI_MATKEY_BASE_COLOR);
     const std::string alphaMode = Read(material, aiString("OPAQUE"), AI_MATKEY_GLTF_ALPHAMODE).C_Str();
@@ -133,6 +127,10 @@ void TellLosses(const aiMaterial& material, const Surface& surface, Report& repo
 }
 
 }  // namespace
+
+float ToDisplay(float amount) {
+    return amount <= 0.0031308f ? 12.92f * amount : 1.055f * std::pow(amount, 1.0f / 2.4f) - 0.055f;
+}
 
 std::vector<Surface> ReadSurfaces(const Model& model, TextureList& textures, Report& report) {
     std::vector<bool> isUsed(model.scene->mNumMaterials);
@@ -159,9 +157,12 @@ std::vector<Surface> ReadSurfaces(const Model& model, TextureList& textures, Rep
             ReadTexture(model, material, type, surface, textures);
         }
         surface.colour = ColourOf(material, type != aiTextureType_NONE, surface, report);
-        if (IsUsed(*model.scene, i)) {
-            TellLosses(material, surface, report);
+        if (model.isByBlender && !model.isGltf) {
+            for (float* part : {&surface.colour.r, &surface.colour.g, &surface.colour.b}) {
+                *part = ToDisplay(*part);
+            }
         }
+        TellLosses(material, surface, report);
         int twoSided = 0;
         material.Get(AI_MATKEY_TWOSIDED, twoSided);
         surface.twoSided = twoSided != 0;

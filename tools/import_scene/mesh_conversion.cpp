@@ -67,14 +67,9 @@ engine::Float3 Keyed(const aiVector3D& vector) {
     return {vector.x + 0.0f, vector.y + 0.0f, vector.z + 0.0f};
 }
 
-/// A colour as it is sent to a screen: the engine calculates with that.
-/// @param linear it is an amount of light, to be brought to sRGB
 float Displayed(float amount, bool linear) {
     const float bounded = std::isfinite(amount) ? std::clamp(amount, 0.0f, 1.0f) : 1.0f;
-    if (!linear) {
-        return bounded;
-    }
-    return bounded <= 0.0031308f ? 12.92f * bounded : 1.055f * std::pow(bounded, 1.0f / 2.4f) - 0.055f;
+    return linear ? ToDisplay(bounded) : bounded;
 }
 
 bool HasArea(const aiVector3D& a, const aiVector3D& b, const aiVector3D& c) {

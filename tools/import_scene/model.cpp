@@ -1,5 +1,6 @@
 #include "import_scene/model.h"
 
+#include <assimp/commonMetaData.h>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 
@@ -9,6 +10,7 @@
 #include <fstream>
 #include <numbers>
 #include <stdexcept>
+#include <string_view>
 
 #include "import_scene/blender_export.h"
 #include "platform/files.h"
@@ -39,6 +41,20 @@ bool IsOneOf(const std::string& format, std::initializer_list<const char*> forma
 int HeadNumber(const aiScene& scene, const char* key, int absent) {
     std::int32_t value = 0;
     return scene.mMetaData != nullptr && scene.mMetaData->Get(key, value) ? value : absent;
+}
+
+/// Blender writes the amounts of light that it calculates with into formats that mean what is displayed.
+bool IsByBlender(const aiScene& scene, const std::string& path) {
+    for (const char* key : {AI_METADATA_SOURCE_GENERATOR, "generator"}) {
+        aiString generator;
+        if (scene.mMetaData != nullptr && scene.mMetaData->Get(key, generator) &&
+            std::string_view(generator.C_Str()).find("Blender") != std::string_view::npos) {
+            return true;
+        }
+    }
+    std::string comment;
+    std::getline(std::ifstream(path), comment);
+    return comment.starts_with("# Blender");
 }
 
 /// Turns the axis that points up into z, and keeps the handedness.
@@ -242,7 +258,8 @@ Model::Model(const Options& options, Report& report)
         throw std::runtime_error(std::string("it can't be read as a model: ") + importer.GetErrorString());
     }
     nodes = FlattenNodes(scene->mRootNode);
-    linearColours = IsOneOf(format, {"gltf", "glb"});
+    isGltf = IsOneOf(format, {"gltf", "glb"});
+    isByBlender = IsByBlender(*scene, path);
 
     const aiMatrix3x3 upToZ =
         UpToZ(options.up != 0 ? options.up : UpAxis(*this, report), ZPointsDown(format));

@@ -41,10 +41,11 @@ struct Model {
     std::string format;            ///< extension in small letters, without the point
     std::vector<ModelNode> nodes;  ///< parents first
 
-    aiMatrix4x4 toWorld;         ///< from the model's space
-    aiMatrix3x3 axesToNode;      ///< from axes with z up to those that the nodes use
-    float scale = 1.0f;          ///< world units for one of the model's
-    bool linearColours = false;  ///< colours are amounts of light, and not what is sent to a screen
+    aiMatrix4x4 toWorld;       ///< from the model's space
+    aiMatrix3x3 axesToNode;    ///< from axes with z up to those that the nodes use
+    float scale = 1.0f;        ///< world units for one of the model's
+    bool isGltf = false;       ///< whose colours are amounts of light, not what is sent to a screen
+    bool isByBlender = false;  ///< whose materials have amounts of light in all formats
 
     /// Reads the file. Throws std::runtime_error that says why it can't.
     Model(const Options& options, Report& report);

@@ -111,7 +111,7 @@ struct ObjectMaker {
                    const Properties& properties) {
         const aiMatrix3x3 turn(toWorld);
         // For glTF the library gives the camera the place of its node once more.
-        const aiVector3D eye = toWorld * (model.linearColours ? aiVector3D() : camera.mPosition);
+        const aiVector3D eye = toWorld * (model.isGltf ? aiVector3D() : camera.mPosition);
         const Pose pose = LookingPose(eye, turn * camera.mLookAt, turn * camera.mUp);
         objects.push_back(MakeCameraObject(pose));
         objects.back().name = model.nodes[node].name;
@@ -193,8 +193,8 @@ Bounds BoundsOf(const std::vector<WorldObject>& objects) {
 
 std::vector<WorldObject> MakeObjects(Model& model, const std::vector<Surface>& surfaces,
                                      const Options& options, Report& report) {
-    ObjectMaker maker{
-        model, surfaces, options, report, {options.crease, options.oneSided, model.linearColours}, {}, {}};
+    ObjectMaker maker{model, surfaces, options, report, {options.crease, options.oneSided, model.isGltf},
+                      {},    {}};
     maker.CountUses();
     for (int i = 0; i < static_cast<int>(model.nodes.size()); i++) {
         maker.AddNode(i);
