@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "scene/collider.h"
 #include "scene/object.h"
@@ -126,30 +127,28 @@ void CollideWithMesh(const Object& object, const Object& obstacle) {
     const float* vertices = obstacle.vertices.get();
     const std::int32_t* faces = obstacle.faces.get();
     const std::int32_t faceCount = obstacle.faceValueCount / 3;
-    /// @param lastInBatch place of the mesh's last face in the batch, outside of it if it isn't there
-    const auto collideWithBatch = [&](std::int32_t count, std::int32_t lastInBatch) {
+    FaceIndex* const index = FaceIndex::Of(obstacle);
+    IdMarks* const candidates = index == nullptr ? nullptr : index->FindCandidates(obstacle, body, travel);
+    std::int32_t ids[FaceFilter::batchSize];
+    std::int32_t next = 0;
+    const auto take = [&] {
+        if (candidates != nullptr) {
+            return candidates->Take(ids, FaceFilter::batchSize);
+        }
+        const std::int32_t count = std::min(FaceFilter::batchSize, faceCount - next);
+        std::iota(ids, ids + count, next);
+        next += count;
+        return count;
+    };
+    while (const std::int32_t count = take()) {
+        filter.Load(vertices, faces, ids, count);
         for (std::int32_t i = 0; i < count; i++) {
-            const bool last = i == lastInBatch;
+            const bool last = ids[i] == faceCount - 1;
             if (last || (filter.far[i] == 0 && !filter.CantTouch(i))) {
                 CollideWithFace(body, filter.Corner(i, 0) / radii, filter.Corner(i, 1) / radii,
                                 filter.Corner(i, 2) / radii, direction, travel, last);
             }
         }
-    };
-    FaceIndex* const index = FaceIndex::Of(obstacle);
-    IdMarks* const candidates = index == nullptr ? nullptr : index->FindCandidates(obstacle, body, travel);
-    if (candidates != nullptr) {
-        std::int32_t ids[FaceFilter::batchSize];
-        while (const std::int32_t count = candidates->Take(ids, FaceFilter::batchSize)) {
-            filter.Load(vertices, faces, ids, count);
-            collideWithBatch(count, ids[count - 1] == faceCount - 1 ? count - 1 : -1);
-        }
-        return;
-    }
-    for (std::int32_t first = 0; first < faceCount; first += FaceFilter::batchSize) {
-        const std::int32_t count = std::min(FaceFilter::batchSize, faceCount - first);
-        filter.Load(vertices, faces + 3 * static_cast<std::ptrdiff_t>(first), count);
-        collideWithBatch(count, faceCount - 1 - first);
     }
 }
 

@@ -23,28 +23,18 @@ FaceFilter::FaceFilter(const Collider& newBody, float newTravel)
       originSize(std::fabs(origin.x) + std::fabs(origin.y) + std::fabs(origin.z)),
       ordinary(travel > 1e-3f && travel < 1.9f && originSize < 1e4f) {}
 
-void FaceFilter::Load(const float* vertices, const std::int32_t* faces, std::int32_t count) {
-    for (std::int32_t i = 0; i < count; i++) {
-        SetCorners(i, vertices, faces + 3 * i);
-    }
-    FindFar();
-}
-
 void FaceFilter::Load(const float* vertices, const std::int32_t* faces, const std::int32_t* ids,
                       std::int32_t count) {
     for (std::int32_t i = 0; i < count; i++) {
-        SetCorners(i, vertices, faces + 3 * static_cast<std::ptrdiff_t>(ids[i]));
+        const std::int32_t* face = faces + 3 * static_cast<std::ptrdiff_t>(ids[i]);
+        for (int corner = 0; corner < 3; corner++) {
+            const float* vertex = vertices + 3 * static_cast<std::ptrdiff_t>(face[corner]);
+            x[corner][i] = vertex[0];
+            y[corner][i] = vertex[1];
+            z[corner][i] = vertex[2];
+        }
     }
     FindFar();
-}
-
-void FaceFilter::SetCorners(std::int32_t i, const float* vertices, const std::int32_t* face) {
-    for (int corner = 0; corner < 3; corner++) {
-        const float* vertex = vertices + 3 * static_cast<std::ptrdiff_t>(face[corner]);
-        x[corner][i] = vertex[0];
-        y[corner][i] = vertex[1];
-        z[corner][i] = vertex[2];
-    }
 }
 
 void FaceFilter::FindFar() {

@@ -19,10 +19,8 @@ struct FaceFilter {
     /// @param travel length of `sweepVelocity`
     FaceFilter(const Collider& body, float travel);
 
-    /// Takes up `count` faces in a row, at most `batchSize`, and fills `far` for them.
+    /// Takes up the faces with these ids, at most `batchSize`, and fills `far` for them.
     /// @param faces three vertex indices each
-    void Load(const float* vertices, const std::int32_t* faces, std::int32_t count);
-    /// Takes up the faces with these ids, anywhere on the list.
     void Load(const float* vertices, const std::int32_t* faces, const std::int32_t* ids,
               std::int32_t count);
 
@@ -49,6 +47,5 @@ private:
     float y[3][batchSize] = {};
     float z[3][batchSize] = {};
 
-    void SetCorners(std::int32_t i, const float* vertices, const std::int32_t* face);
     void FindFar();
 };
