@@ -40,8 +40,8 @@ Exit code: 0 no error was found, 1 one was, 2 wrong usage. Colours come on a ter
 
 Examples:
   check_scene                      the world of this folder
-  check_scene demo/single          that of another one
-  check_scene --list demo/single   what is in it
+  check_scene garden               that of another one
+  check_scene --list garden        what is in it
   check_scene --obj out.obj .      its geometry
   check_scene --picture plan.png . a plan of it
 )";
