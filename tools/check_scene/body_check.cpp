@@ -29,23 +29,12 @@ struct Start {
     Place at;
 };
 
-std::int32_t PlayerOf(const Scene& scene, std::int32_t id) {
-    for (std::int32_t i = 0; i < scene.playerCount; i++) {
-        if (scene.players[i].playerObject == id) {
-            return i;
-        }
-    }
-    return -1;
-}
-
 /// How far the object and the members of its group reach down from its centre; below 0 if nothing does.
 float Reach(const Scene& scene, const Object& body, float centre) {
     float lowest = centre + 1.0f;
     const auto lower = [&lowest](const Object& object) {
         for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
-            Vector vertex;
-            object.GetVertex(vertex, object.faces[corner]);
-            lowest = std::min(lowest, vertex.z);
+            lowest = std::min(lowest, CornerOf(object, corner).z);
         }
     };
     lower(body);
@@ -78,9 +67,7 @@ bool CheckParts(Findings& findings, const World& world, std::int32_t id, bool is
 
 void CheckCentre(Findings& findings, const World& world, std::int32_t id) {
     const Object& object = world.scene->objects[id];
-    Vector centre;
-    object.GetVertex(centre, object.centreVertex);
-    const float reach = Reach(*world.scene, object, centre.z);
+    const float reach = Reach(*world.scene, object, CentreOf(object).z);
     if (reach >= 0.0f && std::fabs(reach - halfHeight) > centreTolerance) {
         findings.Warn("body-centre", world.At(id),
                       Named(object) + (reach < halfHeight ? " floats" : " sinks") + " by " +
@@ -146,11 +133,8 @@ void CheckBodies(Findings& findings, const World& world) {
             continue;
         }
         CheckCentre(findings, world, id);
-        Vector centre;
-        object.GetVertex(centre, object.centreVertex);
-        const float* m = object.transform.m;
         starts.push_back({id, player == -1 ? Named(object) : "player " + std::to_string(player),
-                          centre + Vector(m[3], m[7], m[11]), world.At(id, "*PHYSICS")});
+                          CentreOf(object) + ShiftOf(object), world.At(id, "*PHYSICS")});
         unplayed += player == -1 ? 1 : 0;
     }
     CheckPairs(findings, starts);

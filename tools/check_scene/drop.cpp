@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "check_scene/mesh_facts.h"
 #include "scene/scene.h"
 
 namespace {
@@ -17,18 +18,6 @@ constexpr std::int64_t leastFrames = 60;
 constexpr float stillness = 0.01f;
 constexpr int framesOfRest = 12;
 
-Vector Centre(const Object& object) {
-    Vector centre;
-    object.GetVertex(centre, object.centreVertex);
-    return centre;
-}
-
-Vector Corner(const Object& object, std::int32_t corner) {
-    Vector vertex;
-    object.GetVertex(vertex, object.faces[corner]);
-    return vertex;
-}
-
 bool IsObstacle(const Object& object) {
     return object.attributes[collidableAttribute] != 0;
 }
@@ -36,7 +25,7 @@ bool IsObstacle(const Object& object) {
 /// Copies the triangles of the obstacle within the column. Each keeps vertices of its own.
 void CopyNear(const Object& obstacle, Vector place, Object& copy) {
     std::vector<float> vertices;
-    const Vector centre = obstacle.vertexValueCount > 0 ? Centre(obstacle) : Vector();
+    const Vector centre = CentreOf(obstacle);
     vertices.insert(vertices.end(), {centre.x, centre.y, centre.z});
     for (std::int32_t corner = 0; corner + 2 < obstacle.faceValueCount; corner += 3) {
         const float* a = &obstacle.vertices[std::ptrdiff_t{3} * obstacle.faces[corner]];
@@ -89,7 +78,7 @@ void CopyColumn(const Scene& scene, std::int32_t objectId, Vector place, Scene& 
         }
         // Another body counts as a cylinder about its centre, and stays where it begins.
         copy.ResizeFaces(0);
-        copy.SetVertex(Centre(obstacle), 0);
+        copy.SetVertex(CentreOf(obstacle), 0);
         copy.name = obstacle.name;
         copy.MakeCollider();
     }
@@ -103,9 +92,9 @@ void FindObstacle(const Scene& column, Drop& drop) {
     for (std::int32_t id = 1; id < column.objectCount; id++) {
         const Object& obstacle = column.objects[id];
         for (std::int32_t corner = 0; corner < obstacle.faceValueCount; corner += 3) {
-            const Vector a = Corner(obstacle, corner) / radii;
-            const Vector b = Corner(obstacle, corner + 1) / radii;
-            const Vector c = Corner(obstacle, corner + 2) / radii;
+            const Vector a = CornerOf(obstacle, corner) / radii;
+            const Vector b = CornerOf(obstacle, corner + 1) / radii;
+            const Vector c = CornerOf(obstacle, corner + 2) / radii;
             Vector normal = (b - a).Cross(c - a);
             normal.Normalise();
             const float height = (centre - a).Dot(normal);
@@ -144,9 +133,9 @@ void FindTurnedFloor(const Scene& column, Drop& drop) {
     for (std::int32_t id = 1; id < column.objectCount; id++) {
         const Object& obstacle = column.objects[id];
         for (std::int32_t corner = 0; corner < obstacle.faceValueCount; corner += 3) {
-            const Vector a = Corner(obstacle, corner);
-            const Vector b = Corner(obstacle, corner + 1);
-            const Vector c = Corner(obstacle, corner + 2);
+            const Vector a = CornerOf(obstacle, corner);
+            const Vector b = CornerOf(obstacle, corner + 1);
+            const Vector c = CornerOf(obstacle, corner + 2);
             const Vector normal = (b - a).Cross(c - a);
             const Vector start = drop.start;
             if (std::fabs(normal.z) < 0.5f * normal.Length() || !IsAboveOrBelow(start, a, b, c)) {
@@ -166,7 +155,7 @@ void FindTurnedFloor(const Scene& column, Drop& drop) {
 }
 
 float LowestVertex(const Scene& column) {
-    float lowest = Centre(column.objects[0]).z;
+    float lowest = CentreOf(column.objects[0]).z;
     for (std::int32_t id = 1; id < column.objectCount; id++) {
         const Object& obstacle = column.objects[id];
         for (std::int32_t i = 2; i < obstacle.vertexValueCount; i += 3) {
@@ -180,9 +169,8 @@ float LowestVertex(const Scene& column) {
 
 Drop DropBody(const Scene& scene, std::int32_t objectId, std::int64_t triangleBudget) {
     const Object& original = scene.objects[objectId];
-    const float* m = original.transform.m;
     Drop drop;
-    drop.start = Centre(original) + Vector(m[3], m[7], m[11]);
+    drop.start = CentreOf(original) + ShiftOf(original);
     Scene column;
     CopyColumn(scene, objectId, drop.start, column);
     FindObstacle(column, drop);
@@ -199,7 +187,7 @@ Drop DropBody(const Scene& scene, std::int32_t objectId, std::int64_t triangleBu
     const std::int64_t frames = std::clamp(triangleBudget / triangles, leastFrames, mostFrames);
     for (std::int64_t frame = 0; frame < frames && still < framesOfRest; frame++) {
         column.StepWorld();
-        drop.rest = Centre(body);
+        drop.rest = CentreOf(body);
         const bool isPlacing = frame == 0;
         still = !isPlacing && (drop.rest - before).Length() < stillness ? still + 1 : 0;
         before = drop.rest;

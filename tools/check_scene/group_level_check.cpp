@@ -18,13 +18,6 @@ std::int32_t LeaderOf(const Scene& scene, std::int32_t group) {
     return -1;
 }
 
-bool Follows(const Scene& scene, std::int32_t id, std::int32_t leader) {
-    bool follows = false;
-    ForEachMember(scene, scene.objects[leader].groupParent,
-                  [&](std::int32_t member) { follows |= member == id; });
-    return follows;
-}
-
 }  // namespace
 
 void CheckGroupLevels(Findings& findings, const World& world) {
@@ -39,7 +32,7 @@ void CheckGroupLevels(Findings& findings, const World& world) {
                 return;
             }
             const std::string both = Named(member) + " and " + Named(scene.objects[leader]);
-            if (Follows(scene, leader, id)) {
+            if (IsMember(scene, member.groupParent, leader)) {
                 if (id < leader) {
                     findings.Error("groups-in-circle", world.At(id, "*GROUPPARENT"),
                                    both + " lead each other: each moves the other; leave one leader");

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "check_scene/checks.h"
+#include "check_scene/mesh_facts.h"
 #include "scene/scene.h"
 
 // Lamps by their values: how bright they are, and whether their light arrives anywhere.
@@ -35,9 +36,7 @@ bool IsBulb(const Object& object, Vector lamp) {
     if (object.radius > small || object.vertexValueCount == 0) {
         return false;
     }
-    Vector centre;
-    object.GetVertex(centre, object.centreVertex);
-    return (lamp - centre).Length() <= object.radius;
+    return (lamp - CentreOf(object)).Length() <= object.radius;
 }
 
 Arrival FindArrival(const Scene& scene, const Light& light) {
@@ -108,15 +107,7 @@ void CheckLamp(Findings& findings, const Scene& scene, const Light& light, const
 
 void CheckLamps(Findings& findings, const World& world) {
     std::int32_t next = 0;
-    for (const SceneSource& source : world.scenes) {
-        if (source.globals == -1) {
-            continue;
-        }
-        for (const KeyUse& use : source.blocks[static_cast<std::size_t>(source.globals)].keys) {
-            if (use.Is("*LIGHT") && next < world.scene->lightCount) {
-                CheckLamp(findings, *world.scene, world.scene->lights[next++],
-                          source.attributes.At(use.position));
-            }
-        }
+    for (const Place& place : world.LightPlaces()) {
+        CheckLamp(findings, *world.scene, world.scene->lights[next++], place);
     }
 }

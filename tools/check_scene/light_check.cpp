@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "check_scene/checks.h"
+#include "check_scene/mesh_facts.h"
 #include "scene/scene.h"
 
 // Lights: that there are some, that OpenGL has room for them, and that they fall on something.
@@ -25,9 +26,7 @@ bool HitsAnything(const Scene& scene, const Light& light) {
             continue;
         }
         for (std::int32_t i = 0; i < object.faceValueCount; i++) {
-            Vector vertex;
-            object.GetVertex(vertex, object.faces[i]);
-            const Vector ray = vertex - apex;
+            const Vector ray = CornerOf(object, i) - apex;
             if (ray.Dot(axis) >= least * ray.Length()) {
                 return true;
             }
@@ -102,22 +101,14 @@ void CheckLight(Findings& findings, const Scene& scene, const Light& light, cons
 void CheckLights(Findings& findings, const World& world) {
     const Scene& scene = *world.scene;
     std::int32_t next = 0;
-    for (const SceneSource& source : world.scenes) {
-        if (source.globals == -1) {
-            continue;
-        }
-        for (const KeyUse& use : source.blocks[static_cast<std::size_t>(source.globals)].keys) {
-            if (use.Is("*LIGHT") && next < scene.lightCount) {
-                CheckLight(findings, scene, scene.lights[next++], source.attributes.At(use.position));
-            }
-        }
+    for (const Place& place : world.LightPlaces()) {
+        CheckLight(findings, scene, scene.lights[next++], place);
     }
     if (scene.lightCount > 0 || scene.objectCount == 0) {
         return;
     }
     const SceneSource& source = world.scenes.front();
-    const std::size_t at =
-        source.globals == -1 ? 0 : source.blocks[static_cast<std::size_t>(source.globals)].headBegin;
+    const std::size_t at = source.globals == -1 ? 0 : source.Globals()->headBegin;
     findings.Warn("no-light", source.hasAttributes ? source.attributes.At(at) : source.AtByte(-1),
                   "the world is dim, for it has no light: put *LIGHT into the block GLOBALS");
 }

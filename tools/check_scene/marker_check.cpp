@@ -79,12 +79,9 @@ void MarkerCheck::CheckAxes() {
         const char* name;
         std::int32_t index;
     } markers[] = {{"X", object.xAxisVertex}, {"Y", object.yAxisVertex}, {"Z", object.zAxisVertex}};
-    Vector centre;
     Vector axes[3];
-    object.GetVertex(centre, object.centreVertex);
     for (int i = 0; i < 3; i++) {
-        object.GetVertex(axes[i], markers[i].index);
-        axes[i] = axes[i] - centre;
+        axes[i] = VertexOf(object, markers[i].index) - CentreOf(object);
         const float length = axes[i].Length();
         if (!(std::fabs(length - 1.0f) <= tolerance)) {
             Error("axis-length", std::string(": its ") + markers[i].name + " axis marker is " +
@@ -119,7 +116,7 @@ void MarkerCheck::CheckOverwritten(bool needsAxes) {
     const MeshFacts facts(object);
     for (const std::int32_t marker :
          {object.centreVertex, object.xAxisVertex, object.yAxisVertex, object.zAxisVertex}) {
-        if (facts.isUsed[static_cast<std::size_t>(marker)]) {
+        if (facts.Uses(marker)) {
             const std::string text = ": marker vertex " + std::to_string(marker) +
                                      " is taken by a corner of a triangle; put the markers of a textured "
                                      "object at " +
@@ -144,7 +141,7 @@ void MarkerCheck::CheckSpare() {
     if (spare == object.centreVertex || spare == object.xAxisVertex || spare == object.yAxisVertex ||
         spare == object.zAxisVertex) {
         Error("spare-is-marker", start + "is another marker" + end);
-    } else if (object.HasVertex(spare) && MeshFacts(object).isUsed[static_cast<std::size_t>(spare)]) {
+    } else if (object.HasVertex(spare) && MeshFacts(object).Uses(spare)) {
         Error("spare-is-corner", start + "is a corner of a triangle" + end);
     }
 }

@@ -91,23 +91,16 @@ bool MeshCheck::IsLookedAtFromInside(const MeshFacts& facts) const {
     const Scene& scene = *world.scene;
     for (std::int32_t i = 0; i < scene.playerCount; i++) {
         const Player& player = scene.players[i];
-        Vector place;
-        if (player.cameraObject != -1 && scene.objects[player.cameraObject].HasVertex(player.eyeVertex)) {
-            scene.objects[player.cameraObject].GetVertex(place, player.eyeVertex);
-            if (facts.Contains(place)) {
-                return true;
-            }
+        if (player.cameraObject != -1 && scene.objects[player.cameraObject].HasVertex(player.eyeVertex) &&
+            facts.Contains(VertexOf(scene.objects[player.cameraObject], player.eyeVertex))) {
+            return true;
         }
         if (player.playerObject == -1) {
             continue;
         }
         const Object& body = scene.objects[player.playerObject];
-        if (body.HasVertex(body.centreVertex)) {
-            body.GetVertex(place, body.centreVertex);
-            const float* m = body.transform.m;
-            if (facts.Contains(Vector(place.x + m[3], place.y + m[7], place.z + m[11]))) {
-                return true;
-            }
+        if (body.HasVertex(body.centreVertex) && facts.Contains(CentreOf(body) + ShiftOf(body))) {
+            return true;
         }
     }
     return false;
@@ -135,7 +128,7 @@ void MeshCheck::CheckTriangles(const MeshFacts& facts) {
     }
     const bool isMarkerUsed = [&] {
         for (const std::int32_t marker : {object.centreVertex, object.spareVertex, object.xAxisVertex}) {
-            if (marker != 0 && object.HasVertex(marker) && facts.isUsed[static_cast<std::size_t>(marker)]) {
+            if (marker != 0 && object.HasVertex(marker) && facts.Uses(marker)) {
                 return true;
             }
         }
@@ -156,14 +149,10 @@ void MeshCheck::CheckLooseVertices(const MeshFacts& facts) {
     if (!object.HasVertex(object.centreVertex)) {
         return;
     }
-    Vector centre;
-    object.GetVertex(centre, object.centreVertex);
     float usedRadius = 0.0f;
     for (std::int32_t i = 0; i < all && loose > 0; i++) {
-        if (facts.isUsed[static_cast<std::size_t>(i)]) {
-            Vector vertex;
-            object.GetVertex(vertex, i);
-            usedRadius = std::max(usedRadius, (vertex - centre).Length());
+        if (facts.Uses(i)) {
+            usedRadius = std::max(usedRadius, (VertexOf(object, i) - CentreOf(object)).Length());
         }
     }
     const ObjectSource& source = world.Of(id);
@@ -226,10 +215,8 @@ void CheckMeshes(Findings& findings, const World& world) {
             high = facts.high;
             isFirst = false;
         }
-        low = Vector(std::min(low.x, facts.low.x), std::min(low.y, facts.low.y),
-                     std::min(low.z, facts.low.z));
-        high = Vector(std::max(high.x, facts.high.x), std::max(high.y, facts.high.y),
-                      std::max(high.z, facts.high.z));
+        Widen(low, high, facts.low);
+        Widen(low, high, facts.high);
     }
     const auto middle = sides.begin() + static_cast<std::ptrdiff_t>(sides.size() / 2);
     std::nth_element(sides.begin(), middle, sides.end());

@@ -4,14 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "scene/object.h"
-
 namespace {
-
-Vector VertexOf(const Object& object, std::int32_t index) {
-    const float* vertex = &object.vertices[3 * static_cast<std::size_t>(index)];
-    return Vector(vertex[0], vertex[1], vertex[2]);
-}
 
 struct Triangle {
     std::int32_t middle;
@@ -95,16 +88,14 @@ MeshFacts::MeshFacts(const Object& object) {
             low = vertex;
             high = vertex;
         }
-        low = Vector(std::min(low.x, vertex.x), std::min(low.y, vertex.y), std::min(low.z, vertex.z));
-        high = Vector(std::max(high.x, vertex.x), std::max(high.y, vertex.y), std::max(high.z, vertex.z));
+        Widen(low, high, vertex);
     }
     const Vector middle((low.x + high.x) / 2, (low.y + high.y) / 2, (low.z + high.z) / 2);
     double sum[3] = {};
     for (std::int32_t i = 0; i < triangleCount; i++) {
-        const std::int32_t* face = &object.faces[3 * static_cast<std::size_t>(i)];
-        const Vector a = VertexOf(object, face[0]);
-        const Vector b = VertexOf(object, face[1]);
-        const Vector c = VertexOf(object, face[2]);
+        const Vector a = CornerOf(object, 3 * i);
+        const Vector b = CornerOf(object, 3 * i + 1);
+        const Vector c = CornerOf(object, 3 * i + 2);
         const float ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z;
         const float vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
         const double nx = double{uy} * vz - double{uz} * vy;
@@ -127,6 +118,11 @@ MeshFacts::MeshFacts(const Object& object) {
     facing = std::sqrt(sum[0] * sum[0] + sum[1] * sum[1] + sum[2] * sum[2]);
     facingUp = sum[2];
     CountDoubled(object, *this);
+}
+
+void Widen(Vector& low, Vector& high, Vector point) {
+    low = Vector(std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z));
+    high = Vector(std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z));
 }
 
 float MeshFacts::LargestSide() const {

@@ -3,9 +3,28 @@
 #include <cstdint>
 #include <vector>
 
-#include "math/vector.h"
+#include "scene/object.h"
 
-struct Object;
+/// The vertex, as modelled; the origin if the object has none of that number.
+inline Vector VertexOf(const Object& object, std::int32_t index) {
+    Vector vertex;
+    object.GetVertex(vertex, index);
+    return vertex;
+}
+/// The vertex that a corner of a triangle names; each triangle has three corners.
+inline Vector CornerOf(const Object& object, std::int32_t corner) {
+    return VertexOf(object, object.faces[corner]);
+}
+inline Vector CentreOf(const Object& object) {
+    return VertexOf(object, object.centreVertex);
+}
+/// How far its spawn point moves the object in the first frame.
+inline Vector ShiftOf(const Object& object) {
+    const float* m = object.transform.m;
+    return Vector(m[3], m[7], m[11]);
+}
+/// Makes the box from `low` to `high` hold the point.
+void Widen(Vector& low, Vector& high, Vector point);
 
 /// What one walk over an object's triangles shows.
 struct MeshFacts {
@@ -25,6 +44,8 @@ struct MeshFacts {
 
     explicit MeshFacts(const Object& object);
 
+    /// Whether a triangle names the vertex, which has to exist.
+    bool Uses(std::int32_t vertex) const { return isUsed[static_cast<std::size_t>(vertex)]; }
     bool Contains(Vector point) const {
         return point.x >= low.x && point.y >= low.y && point.z >= low.z && point.x <= high.x &&
                point.y <= high.y && point.z <= high.z;

@@ -88,7 +88,7 @@ std::map<std::string, std::string> ObjFiles(const World& world, const std::strin
     std::int64_t texVertices = 0;
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         const Object& object = scene.objects[id];
-        if (object.faceValueCount == 0 || !world.Of(id).hasRecord || world.Of(id).meshDropped) {
+        if (!world.HasMesh(id)) {
             continue;
         }
         WriteObject(obj, scene, object, vertices, texVertices);

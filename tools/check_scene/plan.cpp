@@ -83,8 +83,8 @@ void Plan::Measure() {
             }
             const MeshFacts facts(object);
             if (std::isfinite(facts.low.x + facts.low.y + facts.high.x + facts.high.y)) {
-                low = Vector(std::min(low.x, facts.low.x), std::min(low.y, facts.low.y), 0.0f);
-                high = Vector(std::max(high.x, facts.high.x), std::max(high.y, facts.high.y), 0.0f);
+                Widen(low, high, facts.low);
+                Widen(low, high, facts.high);
             }
         }
         if (low.x < high.x && low.y < high.y) {
@@ -178,7 +178,7 @@ void Plan::Fill() {
         for (std::int32_t corner = 0; corner + 2 < object.faceValueCount; corner += 3) {
             Vector corners[3];
             for (int i = 0; i < 3; i++) {
-                object.GetVertex(corners[i], object.faces[corner + i]);
+                corners[i] = CornerOf(object, corner + i);
             }
             const Vector normal = (corners[1] - corners[0]).Cross(corners[2] - corners[0]);
             const float upward = normal.z / std::max(normal.Length(), 1e-12f);
@@ -218,8 +218,7 @@ void Plan::Fill() {
 std::vector<std::pair<float, float>> HullOf(const Object& object) {
     std::vector<std::pair<float, float>> points;
     for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
-        Vector vertex;
-        object.GetVertex(vertex, object.faces[corner]);
+        const Vector vertex = CornerOf(object, corner);
         points.emplace_back(vertex.x, vertex.y);
     }
     std::ranges::sort(points);
@@ -263,9 +262,8 @@ void Plan::DrawGroups() {
     for (std::int32_t leader = 0; leader < TheScene().objectCount; leader++) {
         const Vector from = PlaceOf(world, leader);
         ForEachMember(TheScene(), TheScene().objects[leader].groupParent, [&](std::int32_t member) {
-            const float* m = TheScene().objects[leader].transform.m;  // takes its members along
-            const Vector to =
-                PlaceOf(world, member) + (member == leader ? Vector() : Vector(m[3], m[7], m[11]));
+            const Vector shift = ShiftOf(TheScene().objects[leader]);  // takes its members along
+            const Vector to = PlaceOf(world, member) + (member == leader ? Vector() : shift);
             canvas.Line(X(from.x), Y(from.y), X(to.x), Y(to.y), groupColour);
         });
     }
@@ -318,11 +316,8 @@ void Plan::DrawBodies() {
         canvas.Circle(X(start.x), Y(start.y), markRadius, playerColour, true);
         if (scene.HasCamera(i)) {
             const Object& camera = scene.objects[scene.players[i].cameraObject];
-            Vector eye;
-            Vector look;
-            camera.GetVertex(eye, scene.players[i].eyeVertex);
-            camera.GetVertex(look, scene.players[i].lookVertex);
-            Vector view = look - eye;
+            Vector view = VertexOf(camera, scene.players[i].lookVertex) -
+                          VertexOf(camera, scene.players[i].eyeVertex);
             view.z = 0.0f;
             view.Normalise();
             const float tipX = X(start.x) + 4.0f * markRadius * view.x;

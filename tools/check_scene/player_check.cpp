@@ -3,9 +3,9 @@
 #include <string>
 
 #include "check_scene/checks.h"
+#include "check_scene/mesh_facts.h"
 #include "engine/engine.h"
 #include "scene/scene.h"
-#include "simulation/group_members.h"
 
 // Players: what they see through, what they move, by which device and in which part of the window.
 
@@ -20,7 +20,6 @@ struct PlayerCheck {
     const Scene& TheScene() const { return *world.scene; }
     const Player& Subject() const { return TheScene().players[index]; }
     std::string Name() const { return "player " + std::to_string(index); }
-    bool IsMemberOfOwnGroup(std::int32_t id) const;
 
     void CheckCamera();
     void CheckView(const Place& place, const Object& camera);
@@ -28,13 +27,6 @@ struct PlayerCheck {
     void CheckViewport();
     void CheckAgainst(std::int32_t other);
 };
-
-bool PlayerCheck::IsMemberOfOwnGroup(std::int32_t id) const {
-    bool isMember = false;
-    ForEachMember(TheScene(), TheScene().objects[Subject().playerObject].groupParent,
-                  [&](std::int32_t member) { isMember = isMember || member == id; });
-    return isMember;
-}
 
 void PlayerCheck::CheckView(const Place& place, const Object& camera) {
     const Player& player = Subject();
@@ -47,11 +39,7 @@ void PlayerCheck::CheckView(const Place& place, const Object& camera) {
             return;
         }
     }
-    Vector eye;
-    Vector look;
-    camera.GetVertex(eye, player.eyeVertex);
-    camera.GetVertex(look, player.lookVertex);
-    const Vector direction = look - eye;
+    const Vector direction = VertexOf(camera, player.lookVertex) - VertexOf(camera, player.eyeVertex);
     if (direction.Length() == 0.0f) {
         findings.Error("camera-points", place,
                        Name() + " sees nothing: the eye and what it looks at, vertices " +
@@ -96,7 +84,7 @@ void PlayerCheck::CheckCamera() {
             Name() + " sees from " + Shown(std::round((eye - body).Length())) +
                 " away from their body: the camera belongs where the eyes are, or a little behind");
     }
-    if (!IsMemberOfOwnGroup(player.cameraObject)) {
+    if (!IsMember(TheScene(), TheScene().objects[player.playerObject].groupParent, player.cameraObject)) {
         findings.Error("camera-left-behind", place,
                        Name() + "'s camera stays behind when they walk: give " + Named(camera) +
                            " a *GROUPMEMBER, and the player's object the *GROUPPARENT of that group");

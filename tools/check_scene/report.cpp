@@ -113,10 +113,8 @@ Json OneObject(const World& world, std::int32_t id) {
         listed["high"] = Point(facts.high);
     }
     if (object.vertexValueCount > 0) {
-        Vector centre;
-        object.GetVertex(centre, object.centreVertex);
         listed["radius"] = Rounded(object.radius);
-        listed["centre"] = Point(centre);
+        listed["centre"] = Point(CentreOf(object));
     }
     listed["markers"] = {object.centreVertex, object.xAxisVertex, object.yAxisVertex, object.zAxisVertex,
                          object.spareVertex};

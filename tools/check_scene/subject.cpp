@@ -14,21 +14,11 @@ bool IsFinite(Vector place) {
 /// Of the *LIGHT in that line of the file.
 bool FindLamp(const World& world, const Finding& finding, Vector& place) {
     std::int32_t next = 0;
-    for (const SceneSource& source : world.scenes) {
-        if (source.globals == -1) {
-            continue;
-        }
-        for (const KeyUse& use : source.blocks[static_cast<std::size_t>(source.globals)].keys) {
-            if (!use.Is("*LIGHT") || next >= world.scene->lightCount) {
-                continue;
-            }
-            const Light& light = world.scene->lights[next++];
-            const Place at = source.attributes.At(use.position);
-            if (at.file == finding.place.file && at.line == finding.place.line &&
-                light.position[3] != 0.0f) {
-                place = Vector(light.position[0], light.position[1], light.position[2]);
-                return IsFinite(place);
-            }
+    for (const Place& at : world.LightPlaces()) {
+        const Light& light = world.scene->lights[next++];
+        if (at.file == finding.place.file && at.line == finding.place.line && light.position[3] != 0.0f) {
+            place = Vector(light.position[0], light.position[1], light.position[2]);
+            return IsFinite(place);
         }
     }
     return false;
@@ -54,23 +44,18 @@ bool FindStart(const Scene& scene, std::int32_t player, Vector& start) {
         StandsStill(scene.objects[id])) {
         return false;
     }
-    scene.objects[id].GetVertex(start, scene.objects[id].centreVertex);
-    const float* m = scene.objects[id].transform.m;
-    start = start + Vector(m[3], m[7], m[11]);
+    start = CentreOf(scene.objects[id]) + ShiftOf(scene.objects[id]);
     return IsFinite(start);
 }
 
 Vector PlaceOf(const World& world, std::int32_t id) {
     const Object& object = world.scene->objects[id];
-    Vector place;
+    Vector place = VertexOf(object, 0);
     if (object.faceValueCount > 0 && object.vertexValueCount > 0) {
         const MeshFacts facts(object);
         place = (facts.low + facts.high) * 0.5f;
-    } else if (object.HasVertex(0)) {
-        object.GetVertex(place, 0);
     }
-    const float* m = object.transform.m;
-    place = place + Vector(m[3], m[7], m[11]);
+    place = place + ShiftOf(object);
     return IsFinite(place) ? place : Vector();
 }
 

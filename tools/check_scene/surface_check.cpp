@@ -148,13 +148,10 @@ bool AreTwins(const Object& a, const Object& b) {
 }  // namespace
 
 void CheckSurface(Findings& findings, const World& world, std::int32_t id, const MeshFacts& facts) {
-    const Scene& scene = *world.scene;
     CheckLook(findings, world, id);
     CheckTurned(findings, world, id, facts);
-    for (std::int32_t i = 0; i < scene.playerCount; i++) {
-        if (scene.players[i].playerObject == id) {
-            CheckPlayersMesh(findings, world, id, facts);
-        }
+    if (PlayerOf(*world.scene, id) != -1) {
+        CheckPlayersMesh(findings, world, id, facts);
     }
 }
 
@@ -163,7 +160,7 @@ void CheckTwins(Findings& findings, const World& world) {
     std::map<std::pair<std::int32_t, float>, std::int32_t> firstAlike;
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         const Object& object = scene.objects[id];
-        if (!world.Of(id).hasRecord || world.Of(id).meshDropped || object.faceValueCount == 0) {
+        if (!world.HasMesh(id)) {
             continue;
         }
         const auto [alike, isNew] =

@@ -69,7 +69,7 @@ void CheckTexture(Findings& findings, const World& world, const TextureUse& use,
 
 void CheckCoordinates(Findings& findings, const World& world, std::int32_t id) {
     const Object& object = world.scene->objects[id];
-    if (world.Of(id).meshDropped || object.faceValueCount == 0 || !world.Of(id).hasRecord) {
+    if (!world.HasMesh(id)) {
         return;
     }
     const bool hasTexture = object.textureIndex >= 0;

@@ -3,7 +3,6 @@
 
 #include "check_scene/checks.h"
 #include "scene/scene.h"
-#include "simulation/group_members.h"
 
 // What the keys of tracks add up to, as the engine plays them: one a frame, and then all taken back.
 
@@ -17,9 +16,7 @@ bool IsOperated(const Scene& scene, std::int32_t id) {
         if (body == -1) {
             continue;
         }
-        bool plays = body == id;
-        ForEachMember(scene, scene.objects[body].groupParent,
-                      [&](std::int32_t member) { plays |= member == id; });
+        const bool plays = body == id || IsMember(scene, scene.objects[body].groupParent, id);
         if (plays && !StandsStill(scene.objects[body])) {
             return false;
         }

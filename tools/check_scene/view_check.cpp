@@ -13,11 +13,7 @@
 namespace {
 
 Vector Axis(const Object& object, std::int32_t marker) {
-    Vector from;
-    Vector to;
-    object.GetVertex(from, object.centreVertex);
-    object.GetVertex(to, marker);
-    Vector axis = to - from;
+    Vector axis = VertexOf(object, marker) - CentreOf(object);
     axis.Normalise();
     return axis;
 }
@@ -30,11 +26,7 @@ void CheckDirections(Findings& findings, const World& world, std::int32_t index)
     }
     const Object& camera = scene.objects[player.cameraObject];
     const Object& body = scene.objects[player.playerObject];
-    Vector eye;
-    Vector look;
-    camera.GetVertex(eye, player.eyeVertex);
-    camera.GetVertex(look, player.lookVertex);
-    Vector view = look - eye;
+    Vector view = VertexOf(camera, player.lookVertex) - VertexOf(camera, player.eyeVertex);
     view.Normalise();
     const Place place = world.At(player.cameraObject, "*CAMERAOBJECT", index);
     const std::string name = "player " + std::to_string(index);
@@ -86,11 +78,10 @@ void CheckFarPlane(Findings& findings, const World& world) {
         if (!scene.HasCamera(index)) {
             continue;
         }
-        Vector eye;
-        scene.objects[scene.players[index].cameraObject].GetVertex(eye, scene.players[index].eyeVertex);
-        if (scene.players[index].playerObject != -1) {
-            const float* m = scene.objects[scene.players[index].playerObject].transform.m;
-            eye = eye + Vector(m[3], m[7], m[11]);
+        const Player& player = scene.players[index];
+        Vector eye = VertexOf(scene.objects[player.cameraObject], player.eyeVertex);
+        if (player.playerObject != -1) {
+            eye = eye + ShiftOf(scene.objects[player.playerObject]);
         }
         std::int64_t all = 0;
         std::int64_t beyond = 0;
@@ -101,9 +92,7 @@ void CheckFarPlane(Findings& findings, const World& world) {
                 continue;
             }
             for (std::int32_t corner = 0; corner < object.faceValueCount; corner += 3) {
-                Vector vertex;
-                object.GetVertex(vertex, object.faces[corner]);
-                const float distance = eye.Distance(vertex);
+                const float distance = eye.Distance(CornerOf(object, corner));
                 all++;
                 beyond += distance > farPlane ? 1 : 0;
                 farthest = std::max(farthest, distance);

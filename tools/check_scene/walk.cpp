@@ -7,6 +7,7 @@
 #include <set>
 #include <tuple>
 
+#include "check_scene/mesh_facts.h"
 #include "check_scene/subject.h"
 #include "scene/scene.h"
 #include "simulation/group_members.h"
@@ -153,13 +154,9 @@ void FloorNet::Measure(const Scene& scene, const std::vector<std::int32_t>& obst
     for (const std::int32_t id : obstacles) {
         const Object& object = scene.objects[id];
         for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
-            Vector vertex;
-            object.GetVertex(vertex, object.faces[corner]);
+            const Vector vertex = CornerOf(object, corner);
             if (std::isfinite(vertex.x + vertex.y + vertex.z)) {
-                low =
-                    Vector(std::min(low.x, vertex.x), std::min(low.y, vertex.y), std::min(low.z, vertex.z));
-                high = Vector(std::max(high.x, vertex.x), std::max(high.y, vertex.y),
-                              std::max(high.z, vertex.z));
+                Widen(low, high, vertex);
             }
         }
     }
@@ -212,11 +209,7 @@ void FloorNet::AddTriangle(const Vector (&corners)[3]) {
 
 void FloorNet::Add(const Object& object) {
     for (std::int32_t corner = 0; corner + 2 < object.faceValueCount; corner += 3) {
-        Vector corners[3];
-        for (int i = 0; i < 3; i++) {
-            object.GetVertex(corners[i], object.faces[corner + i]);
-        }
-        AddTriangle(corners);
+        AddTriangle({CornerOf(object, corner), CornerOf(object, corner + 1), CornerOf(object, corner + 2)});
     }
 }
 

@@ -8,6 +8,7 @@
 #include "check_scene/stand_ins.h"
 #include "loading/attribute_file.h"
 #include "platform/files.h"
+#include "simulation/group_members.h"
 #include "text/attribute_text.h"
 #include "text/block_index.h"
 
@@ -120,7 +121,7 @@ void AssignTextures(World& world, std::int32_t sceneIndex, std::int32_t texture)
     for (std::int32_t id = source.firstObject; id < source.objectEnd; id++) {
         take(world.BlockOf(id), id);
     }
-    take(source.globals == -1 ? nullptr : &source.blocks[static_cast<std::size_t>(source.globals)], -1);
+    take(source.Globals(), -1);
 }
 
 }  // namespace
@@ -185,6 +186,18 @@ void World::LoadScenes() {
     }
 }
 
+std::vector<Place> World::LightPlaces() const {
+    std::vector<Place> places;
+    for (const SceneSource& source : scenes) {
+        for (const KeyUse& use : source.globals == -1 ? std::vector<KeyUse>{} : source.Globals()->keys) {
+            if (use.Is("*LIGHT") && places.size() < static_cast<std::size_t>(scene->lightCount)) {
+                places.push_back(source.attributes.At(use.position));
+            }
+        }
+    }
+    return places;
+}
+
 const Block* World::BlockOf(std::int32_t id) const {
     const std::int32_t block = Of(id).block;
     return block == -1 ? nullptr : &SourceOf(id).blocks[static_cast<std::size_t>(block)];
@@ -234,6 +247,21 @@ bool StandsStill(const Object& object) {
 
 bool IsBlind(const Player& player) {
     return player.cameraObject != -1 && player.eyeVertex == -1 && player.lookVertex == -1;
+}
+
+std::int32_t PlayerOf(const Scene& scene, std::int32_t id) {
+    for (std::int32_t i = 0; i < scene.playerCount; i++) {
+        if (scene.players[i].playerObject == id) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+bool IsMember(const Scene& scene, std::int32_t group, std::int32_t id) {
+    bool isMember = false;
+    ForEachMember(scene, group, [&](std::int32_t member) { isMember |= member == id; });
+    return isMember;
 }
 
 std::string Named(const Object& object) {

@@ -40,6 +40,10 @@ struct SceneSource {
     std::int32_t objectEnd = 0;
     std::vector<LoadFault> faults;  ///< what the engine reported while it loaded this
 
+    /// The block of the scene; null if there is none.
+    const Block* Globals() const {
+        return globals == -1 ? nullptr : &blocks[static_cast<std::size_t>(globals)];
+    }
     Place AtByte(std::int64_t byte) const { return {shownName, 0, byte}; }
 };
 
@@ -84,6 +88,12 @@ struct World {
         return scenes[static_cast<std::size_t>(Of(id).scene)];
     }
     const ObjectSource& Of(std::int32_t id) const { return objects[static_cast<std::size_t>(id)]; }
+    /// Whether it has triangles, and they are its own.
+    bool HasMesh(std::int32_t id) const {
+        return Of(id).hasRecord && !Of(id).meshDropped && scene->objects[id].faceValueCount > 0;
+    }
+    /// The *LIGHT of each light, in the order of the lights.
+    std::vector<Place> LightPlaces() const;
     /// The object's block; null if it has none.
     const Block* BlockOf(std::int32_t id) const;
     /// The use of a key in the object's block; null if it has none.
@@ -104,5 +114,9 @@ struct World {
 bool StandsStill(const Object& object);
 /// Whether the player has a camera without vertices, -1 and -1: it isn't meant to see anything.
 bool IsBlind(const Player& player);
+/// Who moves the object; -1 for nobody.
+std::int32_t PlayerOf(const Scene& scene, std::int32_t id);
+/// Whether the object is on the list of the group; no group has an id below 0.
+bool IsMember(const Scene& scene, std::int32_t group, std::int32_t id);
 /// `object "Crate"`.
 std::string Named(const Object& object);
