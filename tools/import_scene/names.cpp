@@ -2,28 +2,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <functional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 namespace {
-
-constexpr std::uint64_t hashStart = 14695981039346656037ull;
-
-/// From the last character to the first, so that the hashes of all ends of a name come out on the way.
-std::uint64_t Hashed(std::uint64_t hash, char letter) {
-    return (hash ^ static_cast<unsigned char>(letter)) * 1099511628211ull;
-}
-
-std::vector<std::uint64_t> EndHashes(const std::string& name) {
-    std::vector<std::uint64_t> hashes;
-    std::uint64_t hash = hashStart;
-    for (std::size_t i = name.size(); i-- > 0;) {
-        hash = Hashed(hash, name[i]);
-        hashes.push_back(hash);
-    }
-    return hashes;
-}
 
 /// Letters of two bytes in UTF-8 and what they look like without their marks.
 constexpr std::string_view marked =
@@ -81,16 +65,17 @@ std::string NameList::Take(const std::string& wish) {
 }
 
 bool NameList::Reserve(const std::string& name) {
-    const std::vector<std::uint64_t> hashes = EndHashes(name);
-    if (ends.contains(hashes.back())) {
+    std::vector<std::size_t> ownEnds;
+    for (std::string_view end = name; !end.empty(); end.remove_prefix(1)) {
+        ownEnds.push_back(std::hash<std::string_view>()(end));
+    }
+    const bool isOneOfOthers = ends.contains(ownEnds.front());
+    const bool endsInOther =
+        std::ranges::any_of(ownEnds, [this](std::size_t end) { return names.contains(end); });
+    if (isOneOfOthers || endsInOther) {
         return false;
     }
-    for (const std::uint64_t hash : hashes) {
-        if (names.contains(hash)) {
-            return false;
-        }
-    }
-    names.insert(hashes.back());
-    ends.insert(hashes.begin(), hashes.end());
+    names.insert(ownEnds.front());
+    ends.insert(ownEnds.begin(), ownEnds.end());
     return true;
 }

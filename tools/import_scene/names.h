@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -23,7 +23,7 @@ private:
     bool Reserve(const std::string& name);
 
     std::size_t longest;
-    std::unordered_set<std::uint64_t> names;  ///< hashes
-    std::unordered_set<std::uint64_t> ends;   ///< hashes of all ends of all names
+    std::unordered_set<std::size_t> names;  ///< hashes
+    std::unordered_set<std::size_t> ends;   ///< hashes of all ends of all names
     std::unordered_map<std::string, int> lastNumbers;
 };
