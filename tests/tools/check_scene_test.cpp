@@ -458,6 +458,9 @@ TEST(CheckScene, NamesTheCauseAlone) {
     for (const char* wrong : {"data/world.bin", "data/world.atr"}) {
         EXPECT_NE(Check(wrong).output.find("give the folder"), std::string::npos);
     }
+    WriteWholeFile("settings.atr", "*PLAYERCOUNT 1 *FRAMERATELIMIT 50\n*LOADMESH data/world.bin\n}\n");
+    const std::string slash = Check("--quiet").output;
+    EXPECT_LT(slash.find("[name-characters]"), slash.find("[no-scene]")) << slash;
     std::filesystem::rename("settings.atr", "settings.atr.txt");
     EXPECT_NE(Check().output.find("there is settings.atr.txt"), std::string::npos);
 }

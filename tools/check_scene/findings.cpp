@@ -6,6 +6,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -36,17 +37,22 @@ std::size_t CharacterLength(std::string_view text) {
 
 void Findings::Sort() {
     std::map<std::string, std::size_t> fileOrder;
-    for (const Finding& finding : list) {
-        fileOrder.emplace(finding.place.file, fileOrder.size());
-    }
+    std::set<std::pair<std::string, int>> causes;
+    std::set<std::tuple<std::string, int, std::int64_t, std::string>> seen;
+    std::erase_if(list, [&](const Finding& finding) {
+        const Place& place = finding.place;
+        fileOrder.emplace(place.file, fileOrder.size());
+        if (finding.isCause) {
+            causes.emplace(place.file, place.line);
+        }
+        return !seen.emplace(place.file, place.line, place.byte, finding.text).second;
+    });
     const auto key = [&](const Finding& finding) {
-        return std::tuple(!finding.isCause, !finding.isError, fileOrder[finding.place.file],
-                          finding.place.line, finding.place.byte, std::string_view(finding.text));
+        const Place& place = finding.place;
+        return std::tuple(!causes.contains({place.file, place.line}), !finding.isError,
+                          fileOrder[place.file], place.line, place.byte);
     };
-    std::ranges::stable_sort(
-        list, [&](const Finding& left, const Finding& right) { return key(left) < key(right); });
-    const auto isTwin = [&](const Finding& left, const Finding& right) { return key(left) == key(right); };
-    list.erase(std::unique(list.begin(), list.end(), isTwin), list.end());
+    std::ranges::stable_sort(list, {}, key);
 }
 
 bool Findings::HasCause() const {

@@ -39,8 +39,9 @@ struct Findings {
     void Warn(const char* code, const Place& place, const std::string& text) {
         list.push_back({code, false, place, text});
     }
-    /// Causes, errors, warnings; file by file in the order of their first finding, line by line; each
-    /// finding once.
+    /// Causes with what else is wrong in their lines, errors, warnings; file by file in the order of their
+    /// first finding, line by line, and within a line as they came, since what follows from a key is found
+    /// after what is wrong with it. Each finding once.
     void Sort();
     bool HasCause() const;
     int ErrorCount() const;
