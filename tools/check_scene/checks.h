@@ -4,7 +4,6 @@
 #include "check_scene/world.h"
 
 struct MeshFacts;
-struct Walks;
 
 // The judgements on a world that is loaded, each in a file of its own.
 
@@ -22,7 +21,7 @@ void CheckWords(Findings& findings, const World& world);
 void CheckViews(Findings& findings, const World& world);
 void CheckGroupLevels(Findings& findings, const World& world);
 void CheckTrackValues(Findings& findings, const World& world);
-void CheckWays(Findings& findings, const World& world, const Walks& walks);
+void CheckWays(Findings& findings, const World& world);
 void CheckBodies(Findings& findings, const World& world);
 void CheckLamps(Findings& findings, const World& world);
 void CheckLights(Findings& findings, const World& world);

@@ -17,7 +17,6 @@
 #include "check_scene/plan.h"
 #include "check_scene/report.h"
 #include "check_scene/stand_ins.h"
-#include "check_scene/walk.h"
 #include "check_scene/world.h"
 #include "process/options.h"
 #include "process/save_file.h"
@@ -149,7 +148,8 @@ void Judge(Findings& findings, World& world) {
     CheckLamps(findings, world);
     CheckGroups(findings, world);
     CheckKeyTracks(findings, world);
-    CheckWays(findings, world, WalkThrough(*world.scene));
+    world.walks = WalkThrough(*world.scene);
+    CheckWays(findings, world);
     findings.Sort();
 }
 

@@ -30,6 +30,7 @@ constexpr Colour lampColour{230, 180, 0};
 constexpr Colour groupColour{150, 60, 170};
 constexpr Colour errorColour{200, 20, 20};
 constexpr Colour warningColour{190, 100, 0};
+constexpr Colour unreachedColour{200, 90, 90};
 constexpr Colour white{255, 255, 255};
 constexpr Colour ink{40, 40, 40};
 
@@ -62,6 +63,7 @@ struct Plan {
     void DrawOutlines();
     void DrawGroups();
     void DrawLamps();
+    void DrawUnreached();
     void DrawBodies();
     void DrawFindings(const Findings& findings);
 };
@@ -300,6 +302,28 @@ void Plan::DrawLamps() {
     }
 }
 
+/// A cross on each square of floor that no player gets to, but for roofs and the tops of walls.
+void Plan::DrawUnreached() {
+    if (world.walks.players.empty() || !world.walks.isWhole) {
+        return;
+    }
+    constexpr float highStep = 5.0f;
+    float highest = low.z;
+    for (const Walks::Square& square : world.walks.floor) {
+        highest = square.isReached ? std::max(highest, square.place.z + highStep) : highest;
+    }
+    const float half = 0.25f * world.walks.side * scale;
+    for (const Walks::Square& square : world.walks.floor) {
+        if (square.isReached || square.place.z > highest) {
+            continue;
+        }
+        const float x = X(square.place.x);
+        const float y = Y(square.place.y);
+        canvas.Line(x - half, y - half, x + half, y + half, unreachedColour);
+        canvas.Line(x - half, y + half, x + half, y - half, unreachedColour);
+    }
+}
+
 void Plan::DrawBodies() {
     const Scene& scene = TheScene();
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
@@ -358,6 +382,7 @@ std::string DrawPlan(const World& world, const Findings& findings) {
     plan.DrawOutlines();
     plan.DrawGroups();
     plan.DrawLamps();
+    plan.DrawUnreached();
     plan.DrawBodies();
     plan.DrawFindings(findings);
     // A measure: a person's height.

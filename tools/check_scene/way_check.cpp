@@ -1,12 +1,12 @@
 #include <cmath>
 
 #include "check_scene/checks.h"
-#include "check_scene/walk.h"
 #include "scene/scene.h"
 
 // Where players get on foot: who is shut in.
 
-void CheckWays(Findings& findings, const World& world, const Walks& walks) {
+void CheckWays(Findings& findings, const World& world) {
+    const Walks& walks = world.walks;
     constexpr double little = 0.04;
     constexpr std::size_t leastSquares = 50;  // a world of one small room is whole with few
     if (walks.isTooLarge) {

@@ -6,6 +6,7 @@
 
 #include "check_scene/keys.h"
 #include "check_scene/text_file.h"
+#include "check_scene/walk.h"
 #include "common/windowless.h"
 #include "loading/load_fault.h"
 #include "loading/scene_record.h"
@@ -75,6 +76,7 @@ struct World {
     std::vector<SceneSource> scenes;
     std::vector<ObjectSource> objects;  ///< by object id
     std::vector<TextureUse> textureUses;
+    Walks walks;  ///< empty as long as nobody has walked
     Windowless loaded;
     Engine* const engine = &loaded.engine;
     Scene* const scene = &loaded.scene;
