@@ -129,15 +129,22 @@ std::vector<std::int32_t> FindObstacles(const Scene& scene) {
     return obstacles;
 }
 
-/// The floor as a net of squares: where triangles look up, and nothing hangs lower than a body is high.
+/// Where a triangle crosses the middle of a square.
+struct Surface {
+    float height = 0.0f;
+    bool looksUp = false;
+    bool isFloor = false;  ///< not too steep for it
+};
+
+/// The floor as a net of squares: where triangles look up, nothing hangs lower than a body is high, and
+/// there is no solid, whose top would be the next above.
 struct FloorNet {
     float side = leastSide;
     Vector low{infinity, infinity, infinity};
     Vector high{-infinity, -infinity, -infinity};
     int columns = 0;
     int rows = 0;
-    std::vector<std::vector<float>> surfaces;  ///< of each square, all heights
-    std::vector<std::vector<float>> floors;    ///< those that look up
+    std::vector<std::vector<Surface>> surfaces;  ///< of each square
 
     void Measure(const Scene& scene, const std::vector<std::int32_t>& obstacles);
     void Add(const Object& object);
@@ -167,7 +174,6 @@ void FloorNet::Measure(const Scene& scene, const std::vector<std::int32_t>& obst
         columns = 1 + static_cast<int>((high.x - low.x) / side);
         rows = 1 + static_cast<int>((high.y - low.y) / side);
         surfaces.resize(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
-        floors.resize(surfaces.size());
     }
 }
 
@@ -199,10 +205,7 @@ void FloorNet::AddTriangle(const Vector (&corners)[3]) {
             const float height = a.z + u * (b.z - a.z) + v * (c.z - a.z);
             const std::size_t square = static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
                                        static_cast<std::size_t>(column);
-            surfaces[square].push_back(height);
-            if (steepness > walkable) {
-                floors[square].push_back(height);
-            }
+            surfaces[square].push_back({height, steepness > 0.0f, steepness > walkable});
         }
     }
 }
@@ -223,15 +226,19 @@ bool Holds(const std::set<Cell>& cells, Cell cell) {
 std::vector<Walks::Square> FloorNet::Squares() const {
     std::vector<Walks::Square> squares;
     std::set<Cell> cells;
-    for (std::size_t square = 0; square < floors.size(); square++) {
-        for (const float height : floors[square]) {
-            const bool isBuried = std::ranges::any_of(surfaces[square], [height](float other) {
-                return other > height + 0.01f && other < height + 0.95f * bodyHeight;
-            });
+    for (std::size_t square = 0; square < surfaces.size(); square++) {
+        for (const auto& [height, looksUp, isFloor] : surfaces[square]) {
+            Surface next{infinity};
+            for (const Surface& other : surfaces[square]) {
+                if (other.height > height + 0.01f && other.height < next.height) {
+                    next = other;
+                }
+            }
+            const bool isBuried = next.looksUp || next.height < height + 0.95f * bodyHeight;
             const auto column = static_cast<float>(square % static_cast<std::size_t>(columns));
             const auto row = static_cast<float>(square / static_cast<std::size_t>(columns));
             const Vector place(low.x + (column + 0.5f) * side, low.y + (row + 0.5f) * side, height);
-            if (!isBuried && cells.insert(CellOf(place)).second) {
+            if (isFloor && !isBuried && cells.insert(CellOf(place)).second) {
                 squares.push_back({place, false});
             }
         }
