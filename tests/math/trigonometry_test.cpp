@@ -51,6 +51,7 @@ TEST(Trigonometry, IsExactWhereItCanBe) {
     EXPECT_EQ(ArcCosine(1.0f), 0.0f);
     EXPECT_EQ(ArcCosine(0.0f), FloatOf(0x3fc90fdb)) << "pi / 2";
     EXPECT_EQ(ArcCosine(-1.0f), FloatOf(0x40490fdb)) << "pi";
+    EXPECT_EQ(ArcCosine(-0.5f), FloatOf(0x40060a92)) << "2 pi / 3, at a seam of the method";
 }
 
 TEST(Trigonometry, HasTheSameSignOfNaNOnEveryProcessor) {
