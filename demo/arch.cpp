@@ -2,7 +2,6 @@
 #include "courtyard.h"
 #include "lights.h"
 #include "scene_writer/shapes.h"
-#include "scene_writer/texture_mapping.h"
 
 namespace {
 
@@ -27,15 +26,10 @@ void AddArch(World& world) {
     shape.back = lampPlace.y + 2.0f;
     shape.outer = 7.5f;
     shape.height = 16.0f;
-    SceneObject arch = MakeArch("Arch", shape);
-    Paint(arch, {0.95f, 0.88f, 0.76f});
-    ProjectTexture(arch, 10.0f);
-    world.AddTextured(arch, Role::Fixed, "ashlar.rgb");
-
-    SceneObject crown = MakeBlock("ArchCrown", {shape.middle - 8.1f, shape.front - 0.6f, shape.height},
-                                  {shape.middle + 8.1f, shape.back + 0.6f, shape.height + 1.0f}, 3.0f);
-    Paint(crown, {1.0f, 0.95f, 0.85f});
-    ProjectTexture(crown, 10.0f);
-    world.AddTextured(crown, Role::Fixed, "plaster.rgb");
+    world.AddPainted(MakeArch("Arch", shape), {0.95f, 0.88f, 0.76f}, "ashlar.rgb", 10.0f);
+    const SceneObject crown =
+        MakeBlock("ArchCrown", {shape.middle - 8.1f, shape.front - 0.6f, shape.height},
+                  {shape.middle + 8.1f, shape.back + 0.6f, shape.height + 1.0f}, 3.0f);
+    world.AddPainted(crown, {1.0f, 0.95f, 0.85f}, "plaster.rgb", 10.0f);
     AddLantern(world);
 }

@@ -1,8 +1,9 @@
+#include <utility>
+
 #include "blocks.h"
 #include "courtyard.h"
 #include "lights.h"
 #include "scene_writer/shapes.h"
-#include "scene_writer/texture_mapping.h"
 
 namespace {
 
@@ -18,9 +19,7 @@ constexpr float cell = 1.5f;
 constexpr Float3 tint{0.92f, 0.86f, 0.78f};
 
 void AddStone(World& world, SceneObject stone, const std::string& texture, float tile) {
-    Paint(stone, tint);
-    ProjectTexture(stone, tile);
-    world.AddTextured(stone, Role::Fixed, texture);
+    world.AddPainted(std::move(stone), tint, texture, tile);
 }
 
 void AddRoom(World& world) {

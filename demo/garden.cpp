@@ -14,12 +14,10 @@ namespace {
 constexpr Float3 treePlace{-4.5f, -4.5f, 0.0f};
 
 void AddRing(World& world) {
-    SceneObject ring = engine::MakeLathe(
+    const SceneObject ring = engine::MakeLathe(
         "Ring", treePlace,
         {{7.7f, 0.0f}, {7.7f, 1.5f}, {7.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 1.5f}, {6.7f, 0.0f}}, 24);
-    Paint(ring, {0.98f, 0.92f, 0.82f});
-    ProjectTexture(ring, 8.0f);
-    world.AddTextured(ring, Role::Fixed, "plaster.rgb");
+    world.AddPainted(ring, {0.98f, 0.92f, 0.82f}, "plaster.rgb", 8.0f);
 
     SceneObject soil = engine::MakeLathe("Soil", treePlace, {{6.8f, 0.4f}, {3.5f, 0.6f}, {0.0f, 0.7f}}, 24);
     for (std::size_t i = 0; i < soil.vertices.size(); i++) {

@@ -9,19 +9,13 @@
 
 namespace {
 
-Float3 Colour(engine::Float4 value) {
-    return {value.x, value.y, value.z};
-}
-
 /// The vertex colour that gives `wanted` on the screen under the lights that reach everything.
 Float3 Unlit(Float3 wanted, Float3 normal) {
-    Float3 light = Float3{globalAmbient, globalAmbient, globalAmbient} + Colour(Sun().ambient);
+    Float3 light = Ambient();
     for (const engine::SceneLight& source : {Sun(), Sky(), Ground()}) {
-        light = light +
-                Colour(source.diffuse) * std::max(0.0f, Dot(normal, Normalised(Colour(source.position))));
+        light = light + Falling(source, normal);
     }
-    const Float3 colour = wanted / light;
-    return {std::min(colour.x, 1.0f), std::min(colour.y, 1.0f), std::min(colour.z, 1.0f)};
+    return VertexColour(wanted, light);
 }
 
 /// A shallow dome, down to the horizon. All of it faces down enough to be lit from there.

@@ -1,5 +1,7 @@
 #include "lights.h"
 
+#include <algorithm>
+
 engine::SceneLight Lamp() {
     engine::SceneLight lamp;
     lamp.ambient = {0.26f, 0.17f, 0.06f, 1.0f};  // what is close to it glows
@@ -42,6 +44,24 @@ engine::SceneLight Spot() {
     spot.spotCutoff = 40.0f;
     spot.linearAttenuation = 0.03f;
     return spot;
+}
+
+Float3 Colour(engine::Float4 value) {
+    return {value.x, value.y, value.z};
+}
+
+Float3 Ambient() {
+    return Float3{globalAmbient, globalAmbient, globalAmbient} + Colour(Sun().ambient);
+}
+
+Float3 Falling(const engine::SceneLight& light, Float3 normal) {
+    const Float3 direction = Normalised(Colour(light.position));
+    return Colour(light.diffuse) * std::max(0.0f, Dot(normal, direction));
+}
+
+Float3 VertexColour(Float3 wanted, Float3 light) {
+    const Float3 colour = wanted / light;
+    return {std::min(colour.x, 1.0f), std::min(colour.y, 1.0f), std::min(colour.z, 1.0f)};
 }
 
 std::vector<engine::SceneLight> Lights() {

@@ -22,5 +22,13 @@ inline constexpr Float3 spotPlace{-34.0f, 27.0f, 12.0f};
 /// What OpenGL adds to all lights by itself.
 inline constexpr float globalAmbient = 0.2f;
 
+Float3 Colour(engine::Float4 value);
+/// What reaches every surface without a direction.
+Float3 Ambient();
+/// Light of a direction on a surface with that normal.
+Float3 Falling(const engine::SceneLight& light, Float3 normal);
+/// The vertex colour that shows `wanted` under that light, as far as colours reach.
+Float3 VertexColour(Float3 wanted, Float3 light);
+
 /// All of them, in the order above.
 std::vector<engine::SceneLight> Lights();

@@ -11,11 +11,9 @@ constexpr float floorHeight = 0.5f;
 constexpr float ceiling = 13.0f;
 
 void AddFloor(World& world, const std::string& name, float from, float to) {
-    SceneObject floor =
-        MakeBlock(name, {westWall, from, 0.0f}, {floorEdge, to, floorHeight}, 2.6f, top | east);
-    Paint(floor, {0.9f, 0.82f, 0.72f});
-    ProjectTexture(floor, 10.0f);
-    world.AddTextured(floor, Role::Fixed, "ashlar.rgb");
+    world.AddPainted(
+        MakeBlock(name, {westWall, from, 0.0f}, {floorEdge, to, floorHeight}, 2.6f, top | east),
+        {0.9f, 0.82f, 0.72f}, "ashlar.rgb", 10.0f);
 }
 
 void AddColumn(World& world, int number, float y) {
@@ -39,11 +37,9 @@ void AddLoggia(World& world) {
         AddColumn(world, i, southWall + 6.0f + 8.0f * static_cast<float>(i));
     }
     // A beam on the columns, and tiles that fall from the wall to it.
-    SceneObject beam =
-        MakeBlock("LoggiaBeam", {-35.2f, southWall, ceiling}, {-32.8f, loggiaNorth, ceiling + 1.4f}, 3.0f);
-    Paint(beam, {0.85f, 0.8f, 0.72f});
-    ProjectTexture(beam, 8.0f);
-    world.AddTextured(beam, Role::Fixed, "planks.rgb");
+    world.AddPainted(
+        MakeBlock("LoggiaBeam", {-35.2f, southWall, ceiling}, {-32.8f, loggiaNorth, ceiling + 1.4f}, 3.0f),
+        {0.85f, 0.8f, 0.72f}, "planks.rgb", 8.0f);
     SceneObject roof = MakeLeanTo("LoggiaRoof", {westWall, southWall, ceiling + 1.4f},
                                   {-31.4f, loggiaNorth, ceiling + 2.0f}, 18.5f, ceiling + 1.8f, 3.0f);
     ProjectTexture(roof, 8.0f);

@@ -106,16 +106,6 @@ std::array<Float3, 16> DirectionsAbout(Float3 normal) {
     return directions;
 }
 
-Float3 Colour(engine::Float4 value) {
-    return {value.x, value.y, value.z};
-}
-
-/// Light of a direction on a surface.
-Float3 Falling(const engine::SceneLight& light, Float3 normal) {
-    const Float3 direction = Normalised(Colour(light.position));
-    return Colour(light.diffuse) * std::max(0.0f, Dot(normal, direction));
-}
-
 /// Share of the sun that arrives, from five points of its disc so that the border is soft.
 float SunShare(Float3 start, const std::vector<Occluder>& occluders) {
     constexpr std::array<Float3, 5> offsets{{{0.0f, 0.0f, 0.0f},
@@ -148,7 +138,7 @@ float SkyShare(Float3 start, Float3 normal, const std::vector<Occluder>& occlude
 Float3 Shade(Float3 vertex, Float3 normal, const std::vector<Occluder>& occluders) {
     const Float3 start = vertex + normal * lift;
     const float sky = SkyShare(start, normal, occluders);
-    const Float3 ambient = Float3{globalAmbient, globalAmbient, globalAmbient} + Colour(Sun().ambient);
+    const Float3 ambient = Ambient();
     const Float3 direct = Falling(Sun(), normal);
     const Float3 opposite = Falling(Sky(), normal);
     const Float3 below = Falling(Ground(), normal);
@@ -156,8 +146,7 @@ Float3 Shade(Float3 vertex, Float3 normal, const std::vector<Occluder>& occluder
     if (Dot(direct, direct) > 0.0f) {
         wanted = wanted + direct * SunShare(start, occluders);
     }
-    const Float3 share = wanted / (ambient + direct + opposite + below);
-    return {std::min(share.x, 1.0f), std::min(share.y, 1.0f), std::min(share.z, 1.0f)};  // rounding
+    return VertexColour(wanted, ambient + direct + opposite + below);
 }
 
 }  // namespace

@@ -1,26 +1,24 @@
+#include <utility>
+
 #include "blocks.h"
 #include "courtyard.h"
 #include "scene_writer/shapes.h"
-#include "scene_writer/texture_mapping.h"
 
 namespace {
 
 constexpr float terraceWest = 18.0f;
 constexpr float terraceSouth = 16.0f;
 constexpr Float3 sandstone{0.98f, 0.9f, 0.76f};
+constexpr Float3 paving{1.0f, 0.95f, 0.85f};
 
 void AddStone(World& world, SceneObject stone) {
-    Paint(stone, sandstone);
-    ProjectTexture(stone, 10.0f);
-    world.AddTextured(stone, Role::Fixed, "ashlar.rgb");
+    world.AddPainted(std::move(stone), sandstone, "ashlar.rgb", 10.0f);
 }
 
 void AddPlatform(World& world) {
-    SceneObject floor = MakeBlock("TerraceFloor", {terraceWest, terraceSouth, 0.0f},
-                                  {eastWall, northWall, terraceHeight}, 2.4f, top);
-    Paint(floor, {1.0f, 0.95f, 0.85f});
-    ProjectTexture(floor, 12.0f);
-    world.AddTextured(floor, Role::Fixed, "cobbles.rgb");
+    world.AddPainted(MakeBlock("TerraceFloor", {terraceWest, terraceSouth, 0.0f},
+                               {eastWall, northWall, terraceHeight}, 2.4f, top),
+                     paving, "cobbles.rgb", 12.0f);
     AddStone(world, MakeBlock("TerraceSides", {terraceWest, terraceSouth, 0.0f},
                               {eastWall, northWall, terraceHeight}, 2.6f, south | west));
     // Open where the stairs and the ramp arrive.
@@ -55,11 +53,9 @@ void AddRamp(World& world) {
     constexpr float foot = -12.0f;
     constexpr float west = 32.0f;
     constexpr int cells = 12;
-    SceneObject ramp = engine::MakeGrid("Ramp", {west, foot, 0.0f}, {eastWall - west, 0.0f, 0.0f},
-                                        {0.0f, terraceSouth - foot, terraceHeight}, 4, cells);
-    Paint(ramp, {1.0f, 0.95f, 0.85f});
-    ProjectTexture(ramp, 12.0f);
-    world.AddTextured(ramp, Role::Fixed, "cobbles.rgb");
+    world.AddPainted(engine::MakeGrid("Ramp", {west, foot, 0.0f}, {eastWall - west, 0.0f, 0.0f},
+                                      {0.0f, terraceSouth - foot, terraceHeight}, 4, cells),
+                     paving, "cobbles.rgb", 12.0f);
 
     SceneObject side =
         MakeBlock("RampSide", {west, foot, 0.0f}, {eastWall, terraceSouth, 1.0f}, 2.4f, Side::west);

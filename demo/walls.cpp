@@ -1,7 +1,6 @@
 #include "blocks.h"
 #include "courtyard.h"
 #include "scene_writer/shapes.h"
-#include "scene_writer/texture_mapping.h"
 
 namespace {
 
@@ -14,15 +13,10 @@ constexpr Float3 copingTint{0.95f, 0.9f, 0.8f};
 void AddPiece(World& world, const std::string& name, Float3 low, Float3 high, Side inside) {
     SceneObject wall = MakeBlock("Wall" + name, low, high, cell, inside);
     Append(wall, MakeBlock("", low, high, 100.0f, upright & ~inside));
-    Paint(wall, brickTint);
-    ProjectTexture(wall, 12.0f);
-    world.AddTextured(wall, Role::Fixed, "brick.rgb");
-
-    SceneObject coping = MakeBlock("Coping" + name, {low.x - 0.4f, low.y - 0.4f, high.z},
-                                   {high.x + 0.4f, high.y + 0.4f, high.z + 0.8f}, 6.0f);
-    Paint(coping, copingTint);
-    ProjectTexture(coping, 10.0f);
-    world.AddTextured(coping, Role::Fixed, "ashlar.rgb");
+    world.AddPainted(wall, brickTint, "brick.rgb", 12.0f);
+    world.AddPainted(MakeBlock("Coping" + name, {low.x - 0.4f, low.y - 0.4f, high.z},
+                               {high.x + 0.4f, high.y + 0.4f, high.z + 0.8f}, 6.0f),
+                     copingTint, "ashlar.rgb", 10.0f);
 }
 
 void AddGate(World& world) {
@@ -31,10 +25,7 @@ void AddGate(World& world) {
     shape.front = southWall - thickness - 0.5f;
     shape.back = southWall + 0.5f;
     shape.height = wallHeight + 1.5f;
-    SceneObject gate = MakeArch("Gate", shape);
-    Paint(gate, copingTint);
-    ProjectTexture(gate, 10.0f);
-    world.AddTextured(gate, Role::Fixed, "ashlar.rgb");
+    world.AddPainted(MakeArch("Gate", shape), copingTint, "ashlar.rgb", 10.0f);
 
     // Nothing is seen of it, and nobody leaves. It casts no shadow, either.
     SceneObject barrier =

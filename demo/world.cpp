@@ -5,6 +5,8 @@
 
 #include "lights.h"
 #include "scene_writer/scene_parts.h"
+#include "scene_writer/shapes.h"
+#include "scene_writer/texture_mapping.h"
 
 namespace {
 
@@ -29,6 +31,12 @@ void World::AddTextured(SceneObject mesh, Role role, const std::string& texture,
                         std::vector<std::string> attributes) {
     attributes.insert(attributes.begin(), "*TEXTURE data\\" + texture);
     Add(std::move(mesh), role, std::move(attributes));
+}
+
+void World::AddPainted(SceneObject mesh, Float3 colour, const std::string& texture, float tile) {
+    Paint(mesh, colour);
+    ProjectTexture(mesh, tile);
+    AddTextured(std::move(mesh), Role::Fixed, texture);
 }
 
 void WriteWorld(const World& world, const std::string& folder) {

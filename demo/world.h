@@ -31,6 +31,8 @@ struct World {
     /// Adds a mesh that has texture coordinates, with the key for its texture.
     void AddTextured(SceneObject mesh, Role role, const std::string& texture,
                      std::vector<std::string> attributes = {});
+    /// Adds a fixed mesh of one colour, on which the texture repeats every `tile` world units.
+    void AddPainted(SceneObject mesh, Float3 colour, const std::string& texture, float tile);
 };
 
 /// Writes data/courtyard.bin and data/courtyard.atr into the folder. Throws std::runtime_error if a file
