@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Whether there is no reason why the file isn't fit; tells of it.
+/// True for an empty reason; any other goes to the standard error stream.
 bool IsFit(const std::string& path, const char* fault, const std::string& reason) {
     if (!reason.empty()) {
         std::fprintf(stderr, "%s: error: %s%s\n", path.c_str(), fault, reason.c_str());

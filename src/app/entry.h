@@ -1,6 +1,6 @@
 #pragma once
 
-/// The new-handler: tells the user and ends the process with code 1. It never returns, so no allocation
+/// The new-handler: informs the user and ends the process with code 1. It never returns, so no allocation
 /// has to be tested.
 [[noreturn]] void OutOfMemoryHandler();
 

@@ -55,7 +55,7 @@ void WatchFiles() {
     WatchFolders(folders, theLog->fileName);
 }
 
-/// The program that tells what is wrong with a world, as it stands beside this one; empty without it.
+/// The program that says what is wrong with a world, as it stands beside this one; empty without it.
 std::string CheckProgram() {
     std::error_code ignored;
     const std::filesystem::path here =
@@ -141,7 +141,7 @@ void TakeInFilesRead() {
     watch->changedMeanwhile = FilesNow() != FilesRead();
 }
 
-void TellOfPlayers() {
+void ReportPlayers() {
     for (std::int32_t i = 0; i < theScene->playerCount; i++) {
         const std::string fault = PlaceFault(*theScene, i);
         if (!fault.empty()) {
@@ -165,7 +165,7 @@ void Reload(bool fromStart) {
         KeepRun();
     }
     CatchUpWithRun();
-    // What the showing of the window has told in its time.
+    // What the engine learned when the window was shown.
     WindowProcedure(theEngine->window, WM_SIZE, 0, 0);
     WindowProcedure(theEngine->window, WM_MOVE, 0, 0);
     int frames = 0;
@@ -176,7 +176,7 @@ void Reload(bool fromStart) {
                  timeGetTime() - start);
     ForgetCursorPosition();
     if (!fromStart) {
-        TellOfPlayers();
+        ReportPlayers();
     }
 }
 

@@ -20,14 +20,11 @@ POINT madeUpPosition;
 bool forgotten = false;
 
 bool AskServer(POINT& point) {
-#ifdef SDL_VIDEO_DRIVER_X11
     // SDL keeps the position until the mouse itself moves; a program may have moved the cursor as well.
     SDL_SysWMinfo info;
     SDL_VERSION(&info.version);
-    if (TheWindow() == nullptr || !SDL_GetWindowWMInfo(TheWindow()->system, &info)) {
-        return false;
-    }
-    if (info.subsystem != SDL_SYSWM_X11) {
+    if (TheWindow() == nullptr || !SDL_GetWindowWMInfo(TheWindow()->system, &info) ||
+        info.subsystem != SDL_SYSWM_X11) {
         return false;
     }
     Display* display = info.info.x11.display;
@@ -36,9 +33,6 @@ bool AskServer(POINT& point) {
     unsigned buttons;
     return XQueryPointer(display, DefaultRootWindow(display), &root, &child, &point.x, &point.y, &windowX,
                          &windowY, &buttons) != 0;
-#else
-    return false;
-#endif
 }
 
 BOOL AskCursor(POINT* point) {

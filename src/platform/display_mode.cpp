@@ -24,26 +24,18 @@ bool KnowsDepth(DWORD bits) {
 }
 
 bool FindMode(const DEVMODEA& wanted, SDL_DisplayMode& found) {
-    if ((wanted.dmFields & DM_BITSPERPEL) && !KnowsDepth(wanted.dmBitsPerPel)) {
-        return false;
-    }
-    if (!StartVideo()) {
+    if (((wanted.dmFields & DM_BITSPERPEL) && !KnowsDepth(wanted.dmBitsPerPel)) || !StartVideo()) {
         return false;
     }
     const int count = SDL_GetNumDisplayModes(display);
     for (int i = 0; i < count; i++) {
         SDL_DisplayMode mode;
-        if (SDL_GetDisplayMode(display, i, &mode) != 0) {
-            continue;
+        if (SDL_GetDisplayMode(display, i, &mode) == 0 &&
+            static_cast<DWORD>(mode.w) == wanted.dmPelsWidth &&
+            static_cast<DWORD>(mode.h) == wanted.dmPelsHeight) {
+            found = mode;  // the first one has the highest refresh rate
+            return true;
         }
-        if (static_cast<DWORD>(mode.w) != wanted.dmPelsWidth) {
-            continue;
-        }
-        if (static_cast<DWORD>(mode.h) != wanted.dmPelsHeight) {
-            continue;
-        }
-        found = mode;  // the first one has the highest refresh rate
-        return true;
     }
     return false;
 }
@@ -63,8 +55,7 @@ bool IsDesktopMode(const SDL_DisplayMode& mode) {
 
 /// Whether the mode has to be put back, and can be, by another process.
 bool NeedsGuard(const SDL_DisplayMode& mode) {
-    const char* driver = SDL_GetCurrentVideoDriver();
-    return driver != nullptr && SDL_strcmp(driver, "x11") == 0 && !IsDesktopMode(mode);
+    return VideoRunsBy("x11") && !IsDesktopMode(mode);
 }
 
 /// Tries the mode out with a window and sees what size the compositor gives it. That looks at a window only

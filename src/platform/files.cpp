@@ -37,15 +37,15 @@ std::string FindEntry(const std::string& folder, const std::string& name) {
 
 /// Some editors call it "Unicode". Every second byte of plain letters is 0 there, so no word of it is
 /// found.
-void TellOfUtf16(const char* fileName, const std::string& text) {
-    static std::string lastTold;  // the settings are read twice
+void ReportUtf16(const char* fileName, const std::string& text) {
+    static std::string lastReported;  // the settings are read twice
     const std::string start = text.substr(0, 2);
     const bool isUtf16 =
         start == "\xFF\xFE" || start == "\xFE\xFF" || start.find('\0') != std::string::npos;
-    if (!isUtf16 || lastTold == fileName) {
+    if (!isUtf16 || lastReported == fileName) {
         return;
     }
-    lastTold = fileName;
+    lastReported = fileName;
     std::fprintf(
         stderr,
         "%s: error: this is UTF-16, in which no key is found: save it as plain text (UTF-8 or ANSI)\n",
@@ -131,7 +131,7 @@ std::unique_ptr<TextStream> OpenTextFile(const char* fileName) {
         text.append(buffer, count);
     }
     std::fclose(file);
-    TellOfUtf16(fileName, text);
+    ReportUtf16(fileName, text);
 
     std::size_t length = std::min(text.find('\r'), text.size());
     for (std::size_t i = length; i < text.size(); i++) {

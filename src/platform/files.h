@@ -32,6 +32,6 @@ struct TextStream {
     int Read() { return position < text.size() ? static_cast<unsigned char>(text[position++]) : -1; }
 };
 
-/// Opens a text file for reading. Null if it can't be opened. UTF-16 is read as it stands, and told of on
-/// the standard error stream.
+/// Opens a text file for reading. Null if it can't be opened. UTF-16 is read as it stands, and reported
+/// on the standard error stream.
 std::unique_ptr<TextStream> OpenTextFile(const char* fileName);

@@ -96,7 +96,7 @@ int DescribePixelFormat(HDC deviceContext, int format, UINT, PIXELFORMATDESCRIPT
     if (format != onlyFormat || (SystemWindow(deviceContext) == nullptr && FramesAreShown())) {
         return 0;
     }
-    // What was asked for: the format has that at least, and how much more only its context can tell.
+    // What was asked for: the format has that at least, and how much more is known to its context alone.
     *descriptor = deviceContext->pixelFormat;
     return onlyFormat;
 }

@@ -16,7 +16,7 @@ int ReleaseDC(HWND window, HDC deviceContext);
 
 /// @return a format number above 0, or 0 if the context is null or the display has none that fits.
 int ChoosePixelFormat(HDC deviceContext, const PIXELFORMATDESCRIPTOR* descriptor);
-/// Makes the system's window behind the device context, hidden, with these attributes.
+/// Makes the system's window that the device context belongs to, hidden, with these attributes.
 BOOL SetPixelFormat(HDC deviceContext, int format, const PIXELFORMATDESCRIPTOR* descriptor);
 /// Fills `descriptor` with what the format is; 0 on failure, otherwise the number of formats.
 int DescribePixelFormat(HDC deviceContext, int format, UINT size, PIXELFORMATDESCRIPTOR* descriptor);

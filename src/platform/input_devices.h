@@ -32,7 +32,7 @@ struct JOYCAPSA {
 /// The joystick's current sample. Not 0, and the positions untouched, if there is no joystick.
 UINT joyGetPosEx(UINT joystick, JOYINFOEX* info);
 /// The ranges of the axes, the same for every joystick, so that one plugged in later works too: they
-/// are filled in even where the result tells that none is there.
+/// are filled in even where the result is that none is there.
 UINT joyGetDevCapsA(UINT joystick, JOYCAPSA* capabilities, UINT size);
 UINT joySetCapture(HWND window, UINT joystick, UINT period, BOOL changed);
 UINT joyReleaseCapture(UINT joystick);

@@ -61,7 +61,6 @@ bool RestoreRelease(SDL_Event& event) {
 }
 
 bool TakeSystemEvent(SDL_Event& event) {
-#ifdef SDL_VIDEO_DRIVER_X11
     if (event.syswm.msg->subsystem != SDL_SYSWM_X11) {
         return false;
     }
@@ -69,9 +68,6 @@ bool TakeSystemEvent(SDL_Event& event) {
     pressedKeycode = xEvent.type == KeyPress ? xEvent.xkey.keycode & 255u : 0;
     releasedKeycode = xEvent.type == KeyRelease ? xEvent.xkey.keycode & 255u : 0;
     return releasedKeycode != 0 && RestoreRelease(event);
-#else
-    return false;
-#endif
 }
 
 /// 0 keeps the event out of SDL's queue.
@@ -101,9 +97,8 @@ int WatchEvent(void*, SDL_Event* event) {
 
 }  // namespace
 
-void WatchKeyReleases() {
-    const char* driver = SDL_GetCurrentVideoDriver();
-    serverIsHeard = driver != nullptr && SDL_strcmp(driver, "x11") == 0;
+void WatchKeyReleases(bool onX11) {
+    serverIsHeard = onX11;
     SDL_EventState(SDL_SYSWMEVENT, SDL_ENABLE);
     SDL_SetEventFilter(WatchEvent, nullptr);
 }

@@ -7,6 +7,7 @@
 // taken for made up.
 
 /// Starts watching SDL's events, from when its video part is up.
-void WatchKeyReleases();
+/// @param onX11 whether that is connected to an X server
+void WatchKeyReleases(bool onX11);
 /// Moves what has happened into SDL's queue, as one turn of the pump.
 void PumpEvents();

@@ -15,8 +15,8 @@
 
 namespace {
 
-// A flat array, so that neither the frame loop nor a box that tells of exhausted memory allocates. If it
-// is ever full, posting fails, and events wait in SDL's own queue.
+// A flat array, so that neither the frame loop nor a box about exhausted memory allocates. If it is ever
+// full, posting fails, and events wait in SDL's own queue.
 constexpr std::size_t queueCapacity = 1024;
 MSG queue[queueCapacity];  // the oldest message first
 std::size_t waiting = 0;
@@ -141,7 +141,7 @@ void TakeEvent(const SDL_Event& event) {
     }
 }
 
-/// Xwayland doesn't tell of every move.
+/// Xwayland doesn't report every move.
 void FollowMoves() {
     POINT origin;
     if (!RunsOnXwayland() || TheWindow() == nullptr || waiting == queueCapacity ||
@@ -160,12 +160,10 @@ bool EndsTheProgram(UINT message, WPARAM wParam) {
            (message == WM_SYSKEYDOWN && wParam == keyF4);
 }
 
-/// While a run is replayed, that alone of what has happened counts.
-void KeepWhatEndsTheProgram() {
-    const MSG* end = std::remove_if(queue, queue + waiting, [](const MSG& message) {
-        return !EndsTheProgram(message.message, message.wParam);
-    });
-    waiting = static_cast<std::size_t>(end - queue);
+/// Drops the messages for which `isUnwanted` is true.
+template <typename Test>
+void DropMessages(Test isUnwanted) {
+    waiting = static_cast<std::size_t>(std::remove_if(queue, queue + waiting, isUnwanted) - queue);
 }
 
 void GatherFromSdl() {
@@ -273,8 +271,9 @@ void GatherEvents() {
         PostPresentState();
         ForgetCursorPosition();
     }
-    if (RunIsReplayed()) {
-        KeepWhatEndsTheProgram();
+    if (RunIsReplayed()) {  // of what has happened only what ends the program counts
+        DropMessages(
+            [](const MSG& gathered) { return !EndsTheProgram(gathered.message, gathered.wParam); });
     }
     if (TheWindow() != nullptr && waiting < queueCapacity && TakeCloseRequest()) {
         Queue(WM_CLOSE);
@@ -282,9 +281,7 @@ void GatherEvents() {
 }
 
 void ForgetMessages(HWND window) {
-    const MSG* end = std::remove_if(queue, queue + waiting,
-                                    [window](const MSG& message) { return message.hwnd == window; });
-    waiting = static_cast<std::size_t>(end - queue);
+    DropMessages([window](const MSG& message) { return message.hwnd == window; });
 }
 
 BOOL PeekMessageA(MSG* message, HWND, UINT, UINT, UINT) {

@@ -84,7 +84,7 @@ void TakeReadings() {
 }
 
 /// The run plays all the same: it may be meant to show what a change of a file does.
-void TellOfOtherFiles() {
+void ReportOtherFiles() {
     const char* path = replay->path.c_str();
     if (replay->run.version != ENGINE_VERSION) {
         std::fprintf(stderr, "%s: note: recorded by engine %s; this is " ENGINE_VERSION "\n", path,
@@ -134,7 +134,7 @@ void EndReplayedFrame(std::uint32_t motion) {
     }
     if (replay->frameCount == 0 && !replay->catchesUp) {
         replayExitCode = 0;
-        TellOfOtherFiles();
+        ReportOtherFiles();
     }
     while (replay->next.kind == RunItemKind::Message) {
         TakeReadings();  // nobody has asked for it

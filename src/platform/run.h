@@ -48,7 +48,7 @@ void CatchUpWithRun();
 bool RunCatchesUp();
 /// The files that were opened for reading since these were forgotten, there or not, as they were then.
 const std::vector<RunFile>& FilesRead();
-/// The same files, as they are now.
+/// These files, as they are now.
 std::vector<RunFile> FilesNow();
 void ForgetFilesRead();
 
@@ -64,7 +64,7 @@ void EndRecording();
 bool TakeHandover();
 /// The next message of the replayed frame; false if it has no more.
 bool PeekRunMessage(UINT& message, WPARAM& wParam);
-/// The same, which is then taken.
+/// Takes that message; false if there is none.
 bool TakeRunMessage(UINT& message, WPARAM& wParam);
 
 /// What the devices gave in the run that is replayed, as far as it has come.

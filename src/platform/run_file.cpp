@@ -26,7 +26,7 @@ bool StoresDifferences(RunItemKind kind) {
     return kind != RunItemKind::EndOfFrame && kind != RunItemKind::Message;
 }
 
-/// Seven bits a byte, the lowest first; the highest bit tells that more follow.
+/// Seven bits a byte, the lowest first; the highest bit is set where more follow.
 void AppendNumber(std::string& bytes, std::uint64_t number) {
     for (; number >= 0x80; number >>= 7) {
         bytes += static_cast<char>(number | 0x80);

@@ -55,6 +55,11 @@ bool VideoRuns() {
     return SDL_WasInit(SDL_INIT_VIDEO) != 0;
 }
 
+bool VideoRunsBy(const char* driver) {
+    const char* present = SDL_GetCurrentVideoDriver();
+    return present != nullptr && std::strcmp(present, driver) == 0;
+}
+
 bool StartVideo() {
     if (VideoRuns()) {
         return true;
@@ -66,10 +71,9 @@ bool StartVideo() {
     SDL_StopTextInput();  // keys are wanted, not texts, and no input method's window
     XSetIOErrorHandler(EndWithTheDisplay);
     XSetErrorHandler(GoOnAfterError);
-    WatchKeyReleases();
-    const char* driver = SDL_GetCurrentVideoDriver();
-    cursorCanBeMoved = driver == nullptr || std::strcmp(driver, "wayland") != 0;
-    runsOnXwayland = driver != nullptr && std::strcmp(driver, "x11") == 0 && IsXwayland();
+    WatchKeyReleases(VideoRunsBy("x11"));
+    cursorCanBeMoved = !VideoRunsBy("wayland");
+    runsOnXwayland = VideoRunsBy("x11") && IsXwayland();
     return true;
 }
 

@@ -5,6 +5,8 @@
 /// Starts it, if need be; false without a display. It lasts as long as the process.
 bool StartVideo();
 bool VideoRuns();
+/// Whether it runs by that driver of SDL's, "x11" or "wayland".
+bool VideoRunsBy(const char* driver);
 /// Whether a program can move the cursor on this display: not so under Wayland.
 bool CursorCanBeMoved();
 /// Whether the X server is part of a Wayland compositor, whose word on windows and modes needs asking

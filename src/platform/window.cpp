@@ -53,10 +53,6 @@ int ClientSide(int outerSide, LONG frame) {
     return static_cast<int>(std::max<std::int64_t>(std::int64_t{outerSide} - frame, 1));
 }
 
-bool IsMinimised(const PlatformWindow& window) {
-    return window.system != nullptr && (SDL_GetWindowFlags(window.system) & SDL_WINDOW_MINIMIZED) != 0;
-}
-
 void Send(HWND window, UINT message) {
     if (IsTheWindow(window)) {
         window->procedure(window, message, 0, 0);
@@ -66,10 +62,10 @@ void Send(HWND window, UINT message) {
 RunValues AskClientSize(const PlatformWindow& window) {
     int width = window.clientWidth;
     int height = window.clientHeight;
-    if (IsMinimised(window)) {
-        return {};
-    }
     if (window.system != nullptr) {
+        if ((SDL_GetWindowFlags(window.system) & SDL_WINDOW_MINIMIZED) != 0) {
+            return {};
+        }
         SDL_GL_GetDrawableSize(window.system, &width, &height);
     }
     return {width, height};
@@ -111,10 +107,7 @@ void RemoveTheWindow() {
 
 WORD RegisterClassA(const WNDCLASSA* windowClass) {
     if (windowClass == nullptr || windowClass->lpfnWndProc == nullptr ||
-        (windowClass->lpszClassName == nullptr)) {
-        return 0;
-    }
-    if (FindClass(windowClass->lpszClassName) != classes.end()) {
+        windowClass->lpszClassName == nullptr || FindClass(windowClass->lpszClassName) != classes.end()) {
         return 0;
     }
     classes.push_back({windowClass->lpszClassName, windowClass->lpfnWndProc});
@@ -123,10 +116,7 @@ WORD RegisterClassA(const WNDCLASSA* windowClass) {
 
 BOOL UnregisterClassA(const char* className, HINSTANCE) {
     const auto known = FindClass(className);
-    if (known == classes.end()) {
-        return FALSE;
-    }
-    if (TheWindow() != nullptr && TheWindow()->className == known->name) {
+    if (known == classes.end() || (TheWindow() != nullptr && TheWindow()->className == known->name)) {
         return FALSE;
     }
     classes.erase(known);
@@ -182,7 +172,7 @@ BOOL ShowWindow(HWND window, int) {
             EnterAskedDisplayMode(system);
         }
         SDL_ShowWindow(system);
-        GatherEvents();  // tells SDL where the window manager has put the window
+        GatherEvents();  // so SDL learns where the window manager has put the window
     }
     Send(window, WM_SIZE);
     Send(window, WM_MOVE);

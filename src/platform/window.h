@@ -39,7 +39,7 @@ BOOL UnregisterClassA(const char* className, HINSTANCE instance);
 BOOL AdjustWindowRect(RECT* rectangle, DWORD style, BOOL menu);
 
 /// Makes the record of a window and dispatches `WM_CREATE` before it returns. The system's window
-/// behind it is made, hidden, when the pixel format is set, since the two can't be parted there.
+/// is made, hidden, when the pixel format is set, since the two can't be parted there.
 /// Width and height are outer sizes as `AdjustWindowRect` gives them.
 /// There is one window at a time. Without a display it is the record alone.
 /// @return null for an unknown class, a second window, or sides beyond 16384 pixels.

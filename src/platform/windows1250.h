@@ -6,7 +6,7 @@
 #include <string>
 
 // Texts are held and written as single bytes in Windows-1250. In the source they stand readable, in
-// UTF-8, behind the suffix _1250 that converts them while compiling: "paměť"_1250.
+// UTF-8, with the suffix _1250 that converts them while compiling: "paměť"_1250.
 
 /// Unicode code point of each Windows-1250 byte from 0x80 on; 0 where the code page has none.
 inline constexpr std::array<std::uint16_t, 128> windows1250CodePoints = {
@@ -56,6 +56,6 @@ consteval const char* operator""_1250() {
 
 /// For the desktop, which wants UTF-8. Bytes without a letter become a question mark.
 std::string Windows1250ToUtf8(const char* text);
-/// The same without allocating, for when memory has run out: into a buffer of `size` bytes, above 0,
+/// Does so without allocating, for when memory has run out: into a buffer of `size` bytes, above 0,
 /// cut at a whole letter if need be. Returns the length without the closing zero.
 std::size_t Windows1250ToUtf8(const char* text, char* utf8, std::size_t size);

@@ -21,5 +21,5 @@ struct CommandLine {
     int exitCode = -1;  ///< to end with at once, as everything has been said; below 0: go on
 };
 
-/// Reads the arguments, answers `--help` and `--version`, and tells what is wrong with the others.
+/// Reads the arguments, answers `--help` and `--version`, and says what is wrong with the others.
 CommandLine ReadCommandLine(int count, char** arguments);
