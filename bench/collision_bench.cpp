@@ -58,17 +58,11 @@ void Play(benchmark::State& state, Scene& scene, Change change) {
 
 void Nothing() {}
 
-/// The same ground, made of more and more triangles: more and more of them are really near.
+/// Ground of one size, made of more and more triangles: more and more of them are really near.
 void FinerGround(benchmark::State& state, std::int64_t patches) {
     Scene scene;
     MakeWorld(scene, bodyCount, state.range(0), patches, restHeight, spacing);
     Play(state, scene, Nothing);
-}
-void finer_ground_in_one_mesh(benchmark::State& state) {
-    FinerGround(state, 1);
-}
-void finer_ground_in_100_meshes(benchmark::State& state) {
-    FinerGround(state, 100);
 }
 
 /// More and more ground of the same kind: as many triangles are near as before.
@@ -77,12 +71,6 @@ void LargerGround(benchmark::State& state, std::int64_t patches) {
     const float growth = std::sqrt(static_cast<float>(state.range(0)) / 1000.0f);
     MakeWorld(scene, bodyCount, state.range(0), patches, restHeight, spacing * growth);
     Play(state, scene, Nothing);
-}
-void larger_ground_in_one_mesh(benchmark::State& state) {
-    LargerGround(state, 1);
-}
-void larger_ground_in_100_meshes(benchmark::State& state) {
-    LargerGround(state, 100);
 }
 
 /// A ground of 10,000 triangles that moves every frame, so that nothing found out about it is good for
@@ -97,7 +85,7 @@ void ground_that_moves(benchmark::State& state) {
     });
 }
 
-/// The same bodies on the same ground, and more and more boxes around.
+/// As many bodies on as much ground, and more and more boxes around.
 void among_objects(benchmark::State& state) {
     Scene scene;
     MakeWorld(scene, bodyCount, 2000, 4, restHeight, spacing);
@@ -105,10 +93,13 @@ void among_objects(benchmark::State& state) {
     Play(state, scene, Nothing);
 }
 
-BENCHMARK(finer_ground_in_one_mesh)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
-BENCHMARK(finer_ground_in_100_meshes)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
-BENCHMARK(larger_ground_in_one_mesh)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
-BENCHMARK(larger_ground_in_100_meshes)->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
+void UpToAMillion(benchmark::internal::Benchmark* family) {
+    family->RangeMultiplier(10)->Range(1000, 1000000)->UseManualTime();
+}
+BENCHMARK_CAPTURE(FinerGround, one, 1)->Name("finer_ground_in_one_mesh")->Apply(UpToAMillion);
+BENCHMARK_CAPTURE(FinerGround, many, 100)->Name("finer_ground_in_100_meshes")->Apply(UpToAMillion);
+BENCHMARK_CAPTURE(LargerGround, one, 1)->Name("larger_ground_in_one_mesh")->Apply(UpToAMillion);
+BENCHMARK_CAPTURE(LargerGround, many, 100)->Name("larger_ground_in_100_meshes")->Apply(UpToAMillion);
 BENCHMARK(ground_that_moves)->RangeMultiplier(2)->Range(1, 64)->UseManualTime();
 BENCHMARK(among_objects)->RangeMultiplier(10)->Range(100, 100000)->UseManualTime();
 

@@ -63,22 +63,10 @@ void Float(Scene& scene, std::int64_t) {
     });
 }
 
-void bodies_at_rest(benchmark::State& state) {
+void Bodies(benchmark::State& state, void (*request)(Scene&, std::int64_t frame)) {
     Scene scene;
     MakeWorld(scene, state.range(0), triangleCount, 100, restHeight);
-    Step(state, scene, state.range(0), StandStill);
-}
-
-void bodies_walking(benchmark::State& state) {
-    Scene scene;
-    MakeWorld(scene, state.range(0), triangleCount, 100, restHeight);
-    Step(state, scene, state.range(0), Walk);
-}
-
-void bodies_jumping(benchmark::State& state) {
-    Scene scene;
-    MakeWorld(scene, state.range(0), triangleCount, 100, restHeight);
-    Step(state, scene, state.range(0), Jump);
+    Step(state, scene, state.range(0), request);
 }
 
 void bodies_with_nothing_near(benchmark::State& state) {
@@ -140,9 +128,9 @@ void group_members(benchmark::State& state) {
     });
 }
 
-BENCHMARK(bodies_at_rest)->RangeMultiplier(4)->Range(4, 256);
-BENCHMARK(bodies_walking)->RangeMultiplier(4)->Range(4, 256);
-BENCHMARK(bodies_jumping)->RangeMultiplier(4)->Range(4, 256);
+BENCHMARK_CAPTURE(Bodies, rest, StandStill)->Name("bodies_at_rest")->RangeMultiplier(4)->Range(4, 256);
+BENCHMARK_CAPTURE(Bodies, walking, Walk)->Name("bodies_walking")->RangeMultiplier(4)->Range(4, 256);
+BENCHMARK_CAPTURE(Bodies, jumping, Jump)->Name("bodies_jumping")->RangeMultiplier(4)->Range(4, 256);
 BENCHMARK(bodies_with_nothing_near)->RangeMultiplier(4)->Range(4, 256);
 BENCHMARK(faces_under_a_body)->RangeMultiplier(10)->Range(100, 100000);
 BENCHMARK(tested_faces)->RangeMultiplier(10)->Range(100, 100000);

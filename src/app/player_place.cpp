@@ -1,5 +1,7 @@
 #include "app/player_place.h"
 
+#include <cassert>
+
 #include "scene/scene.h"
 
 namespace {
@@ -47,6 +49,7 @@ bool IsBelow(const Triangle& triangle, Vector place) {
 }  // namespace
 
 std::string PlaceFault(const Scene& scene, std::int32_t playerIndex) {
+    assert(playerIndex >= 0 && playerIndex < scene.playerCount);
     const std::int32_t bodyIndex = scene.players[playerIndex].playerObject;
     if (bodyIndex < 0 || bodyIndex >= scene.objectCount || scene.objects[bodyIndex].collider == nullptr) {
         return {};

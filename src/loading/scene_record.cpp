@@ -7,18 +7,8 @@
 
 namespace {
 
-// Places in the head of a record.
+// A head begins with the name. Ten numbers follow, in the order in which `ReadHead` takes them.
 constexpr std::int64_t nameSize = 50;
-constexpr std::int64_t vertexCountOffset = 50;
-constexpr std::int64_t triangleCountOffset = 54;
-constexpr std::int64_t centreVertexOffset = 58;
-constexpr std::int64_t spareVertexOffset = 62;
-constexpr std::int64_t xAxisVertexOffset = 66;
-constexpr std::int64_t yAxisVertexOffset = 70;
-constexpr std::int64_t zAxisVertexOffset = 74;
-constexpr std::int64_t texVertexCountOffset = 78;
-constexpr std::int64_t texTriangleCountOffset = 82;
-constexpr std::int64_t keyTrackCountOffset = 86;
 
 constexpr std::int64_t tripleSize = 12;
 constexpr std::int64_t keySize = 40;
@@ -27,13 +17,6 @@ constexpr std::int64_t countSize = 4;
 /// More elements than this can't be counted in scalars.
 constexpr std::int32_t maxElementCount = std::numeric_limits<std::int32_t>::max() / 3 - spareEntries;
 
-std::int32_t Int32At(const char* bytes) {
-    std::int32_t value;
-    std::memcpy(&value, bytes, sizeof value);
-    ToHostOrder(&value, 1);
-    return value;
-}
-
 /// Walks over the sections of the record, up to its key tracks.
 Damage FindKeyTracks(const SceneFile& file, const RecordHead& head, std::int64_t offset,
                      std::int64_t& keyTracks) {
@@ -41,20 +24,20 @@ Damage FindKeyTracks(const SceneFile& file, const RecordHead& head, std::int64_t
         const char* what;
         std::int32_t count;
         std::int64_t elementSize;
-        std::int64_t fieldOffset;
+        std::int64_t number;  ///< which one of the head's ten it is
     } sections[] = {
-        {"vertex count", head.vertexCount, 2 * tripleSize, vertexCountOffset},  // colours included
-        {"triangle count", head.triangleCount, tripleSize, triangleCountOffset},
-        {"texture vertex count", head.texVertexCount, tripleSize, texVertexCountOffset},
-        {"texture triangle count", head.texTriangleCount, tripleSize, texTriangleCountOffset},
-        {"key track count", head.keyTrackCount, countSize, keyTrackCountOffset},
+        {"vertex count", head.vertexCount, 2 * tripleSize, 0},  // colours included
+        {"triangle count", head.triangleCount, tripleSize, 1},
+        {"texture vertex count", head.texVertexCount, tripleSize, 7},
+        {"texture triangle count", head.texTriangleCount, tripleSize, 8},
+        {"key track count", head.keyTrackCount, countSize, 9},
     };
     std::int64_t end = head.bodyOffset;
     for (const auto& section : sections) {
         keyTracks = end;
         end += section.elementSize * std::max(section.count, 0);
         if (section.count < 0 || section.count > maxElementCount || end > file.size) {
-            return CountDamage(section.what, section.count, offset + section.fieldOffset);
+            return CountDamage(section.what, section.count, offset + nameSize + 4 * section.number);
         }
     }
     return {};
@@ -144,22 +127,17 @@ Damage ReadHead(SceneFile& file, std::int64_t offset, RecordHead& head) {
         return {"the file ends before the object's head does", offset};
     }
     head.name.assign(bytes, std::find(bytes, bytes + nameSize - 1, '\0'));
-    head.vertexCount = Int32At(bytes + vertexCountOffset);
-    head.triangleCount = Int32At(bytes + triangleCountOffset);
-    head.centreVertex = Int32At(bytes + centreVertexOffset);
-    head.spareVertex = Int32At(bytes + spareVertexOffset);
-    head.xAxisVertex = Int32At(bytes + xAxisVertexOffset);
-    head.yAxisVertex = Int32At(bytes + yAxisVertexOffset);
-    head.zAxisVertex = Int32At(bytes + zAxisVertexOffset);
-    head.texVertexCount = Int32At(bytes + texVertexCountOffset);
-    head.texTriangleCount = Int32At(bytes + texTriangleCountOffset);
-    head.keyTrackCount = Int32At(bytes + keyTrackCountOffset);
+    const char* place = bytes + nameSize;
+    for (std::int32_t* number : {&head.vertexCount, &head.triangleCount, &head.centreVertex,
+                                 &head.spareVertex, &head.xAxisVertex, &head.yAxisVertex, &head.zAxisVertex,
+                                 &head.texVertexCount, &head.texTriangleCount, &head.keyTrackCount}) {
+        std::memcpy(number, place, sizeof *number);
+        ToHostOrder(number, 1);
+        place += sizeof *number;
+    }
     head.bodyOffset = offset + recordHeadSize;
     Damage damage = FindKeyTracks(file, head, offset, head.endOffset);
-    if (!damage.text.empty()) {
-        return damage;
-    }
-    return FindEnd(file, head.keyTrackCount, head.endOffset);
+    return damage.text.empty() ? FindEnd(file, head.keyTrackCount, head.endOffset) : damage;
 }
 
 bool ReadBody(SceneFile& file, const RecordHead& head, Object& object) {

@@ -57,10 +57,7 @@ void CopyBytes(RgbImage& image, std::uint64_t offset, void* destination, std::si
 }
 
 void ReadContent(RgbImage& image, std::FILE* file) {
-    std::fseek(file, 0, SEEK_END);
-    const long size = std::ftell(file);
-    std::rewind(file);
-    const std::size_t wanted = std::min(static_cast<std::size_t>(std::max(size, 0L)), maxImageMemory);
+    const std::size_t wanted = std::min(static_cast<std::size_t>(FileSize(file)), maxImageMemory);
     image.bytes = AllocateOrEnd<std::uint8_t>(wanted);
     image.byteCount = std::fread(image.bytes.get(), 1, wanted, file);
 }

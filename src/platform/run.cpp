@@ -211,6 +211,7 @@ void KeepRun() {
 }
 
 void CatchUpWithRun() {
+    assert(recording != nullptr && "kept by KeepRun");
     if (recording->frameCount == 0) {
         return;
     }
@@ -291,6 +292,7 @@ bool TakeHandover() {
 }
 
 bool PeekRunMessage(UINT& message, WPARAM& wParam) {
+    assert(RunIsReplayed());
     if (replay->next.kind != RunItemKind::Message || replay->frameCount == replay->run.frameCount) {
         return false;
     }
@@ -308,6 +310,7 @@ bool TakeRunMessage(UINT& message, WPARAM& wParam) {
 }
 
 const RunValues& ReplayedValues(RunItemKind kind) {
+    assert(RunIsReplayed());
     return replay->values[static_cast<int>(kind)];
 }
 

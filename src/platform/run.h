@@ -62,7 +62,7 @@ void NoteRunMessage(UINT message, WPARAM wParam);
 void EndRecording();
 /// True once after the end of a run from which the living player goes on.
 bool TakeHandover();
-/// The next message of the replayed frame; false if it has no more.
+/// While a run is replayed: the next message of its frame; false if that has no more.
 bool PeekRunMessage(UINT& message, WPARAM& wParam);
 /// Takes that message; false if there is none.
 bool TakeRunMessage(UINT& message, WPARAM& wParam);

@@ -1,5 +1,6 @@
 #include "platform/windows1250.h"
 
+#include <cassert>
 #include <cstring>
 
 namespace {
@@ -39,6 +40,7 @@ std::string Windows1250ToUtf8(const char* text) {
 }
 
 std::size_t Windows1250ToUtf8(const char* text, char* utf8, std::size_t size) {
+    assert(size > 0);
     std::size_t length = 0;
     for (; *text != '\0' && length + longestLetter < size; text++) {
         length += PutLetter(static_cast<unsigned char>(*text), utf8 + length);

@@ -2,13 +2,13 @@
 
 #include <sys/wait.h>
 
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
 #include "process/close_request.h"
 #include "process/picture.h"
-#include "process/png_file.h"
 #include "process/save_file.h"
 
 namespace {
@@ -58,7 +58,7 @@ std::string WriteVideoFrame(int width, int height) {
 std::string WriteImage(int width, int height) {
     char name[32];
     std::snprintf(name, sizeof name, "/%06d.png", frameCount);
-    return SaveFile(filmPath + name, PngFile(width, height, ReadPicture(width, height).data()));
+    return SavePicture(filmPath + name, width, height);
 }
 
 }  // namespace
@@ -77,6 +77,7 @@ std::string StartFilm(const std::string& path) {
 }
 
 void SetFilmPeriod(int milliseconds) {
+    assert(milliseconds > 0);
     period = milliseconds;
 }
 

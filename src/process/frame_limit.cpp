@@ -4,8 +4,6 @@
 
 #include "process/close_request.h"
 #include "process/picture.h"
-#include "process/png_file.h"
-#include "process/save_file.h"
 
 namespace {
 
@@ -31,9 +29,7 @@ void CountFrame(int width, int height) {
         return;
     }
     if (!file.empty()) {
-        failure = width > 0 && height > 0
-                      ? SaveFile(file, PngFile(width, height, ReadPicture(width, height).data()))
-                      : "the window has no pixels";
+        failure = width > 0 && height > 0 ? SavePicture(file, width, height) : "the window has no pixels";
     }
     RequestClose();
 }
