@@ -29,6 +29,9 @@ struct EngineProcess {
             return;
         }
         setpgid(0, 0);
+        for (const int signal : {SIGINT, SIGHUP}) {
+            ::signal(signal, SIG_DFL);  // the tests may run under nohup, or in the background of a script
+        }
         const int errors = open("stderr.txt", O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(errors, STDERR_FILENO);
         // The engine's own exit code is 1, so a finding of the sanitizers takes another. The scene is left

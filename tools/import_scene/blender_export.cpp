@@ -39,9 +39,12 @@ int RunBlender(const std::string& source, const std::string& target) {
         }
         constexpr unsigned mostSeconds = 300;
         alarm(mostSeconds);
-        execlp("blender", "blender", "--background", "--factory-startup", "--disable-autoexec",
-               "--python-exit-code", "1", "--python-expr", script, "--", source.c_str(), target.c_str(),
-               static_cast<char*>(nullptr));
+        // Debian's Blender takes the modules of the first python3 in PATH, which can be one without numpy.
+        constexpr const char* command =
+            "blender=$(command -v blender) || exit 127; PATH=/usr/bin:$PATH exec \"$blender\" \"$@\"";
+        execl("/bin/sh", "sh", "-c", command, "blender", "--background", "--factory-startup",
+              "--disable-autoexec", "--python-exit-code", "1", "--python-expr", script, "--",
+              source.c_str(), target.c_str(), static_cast<char*>(nullptr));
         _exit(127);
     }
     int status = 0;
