@@ -181,7 +181,7 @@ TEST(CheckScene, FindsMistakesInSettings) {
             {"*PLAYERCOUNT 1", "*PLAYERCOUNT 1\n*RESOLUTION 640 480 24",
              "*RESOLUTION stands in line 1, too; this one counts"},
             {"CONTROLLER 0 1", "CONTROLLER 0 7", "player 0 can't be moved: device 7"},
-            {"CONTROLLER 0 1", "CONTROLLER 1 1", "there is no player 1; *PLAYERCOUNT makes 1"},
+            {"CONTROLLER 0 1", "CONTROLLER 1 1", "*PLAYERCOUNT makes 1,"},
             {"0 0 0 640 480", "0 0 0 640 0", "the height is 0; sensible values are 1 or more"},
             {"0 0 0 640 480", "0 100 0 640 480", "to 740, 480, beyond the window of 640 x 480"},
             {"0 0 0 640 480", "0 0 0 320 480", "is squeezed to 50 % of its width"},

@@ -45,6 +45,10 @@ struct Planted {
         Append(room, engine::MakeBox("", {-doorWidth / 2, -12, 0}, {doorWidth / 2, -10, step}));
         world.Add(room, {0, -20, 6}, {});
     }
+    /// Over five twelfths of the floor.
+    void AddPodium(float height) {
+        world.Add(engine::MakeBox("Podium", {-60, 10, 0}, {60, 60, height}), {0, 35, 0}, {});
+    }
     SceneObject& Eyes() { return world.objects[0]; }
     SceneObject& Body() { return world.objects[1]; }
     std::string Check() {
@@ -216,8 +220,35 @@ const Plant plants[] = {
      "[camera-aside]"},
     {[](Planted& p) { p.AddRoom(5, 0.1f); }, ""},
     {[](Planted& p) { p.AddRoom(5, 2); }, ""},
-    {[](Planted& p) { p.AddRoom(3.5f, 0.1f); }, "[player-shut-in]"},
+    {[](Planted& p) { p.AddRoom(3.5f, 0.1f); }, "near (0, -13, 0.05) is too narrow"},
     {[](Planted& p) { p.AddRoom(5, 7); }, "[player-shut-in]"},
+    {[](Planted& p) { p.AddPodium(2); }, "over 100 %"},
+    {[](Planted& p) { p.AddPodium(6); }, "[step-high]"},
+    {[](Planted& p) { p.AddPodium(12); }, "over 57 %"},  // what it stands on is no floor
+    {[](Planted& p) {
+         p.AddRoom(0.1f, 12);
+         p.floor = engine::MakeGrid("Floor", {-60, -60, 0}, {120, 0, 0}, {0, 42, 0}, 12, 12);
+     },
+     "[floor-missing]"},
+    {[](Planted& p) {
+         p.floor = engine::MakeGrid("Floor", {-60, -60, 0}, {120, 0, 0}, {0, 42, 0}, 12, 12);
+     },
+     ""},
+    {[](Planted& p) {
+         for (SceneObject* object : {&p.Eyes(), &p.Body(), &p.floor}) {
+             Stretch(*object, {100, 100, 100});
+         }
+     },
+     "are 100 long, and have to be 1"},
+    {[](Planted& p) {
+         for (SceneObject* object : {&p.Eyes(), &p.Body(), &p.floor}) {
+             for (engine::Float3& vertex : object->vertices) {
+                 vertex = {vertex.x, vertex.z, -vertex.y};
+             }
+         }
+     },
+     "[world-lying]"},
+    {[](Planted& p) { p.floor.vertices[0].z = 900; }, "[mesh-spike]"},
     {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "[world-beyond-far-plane]"},
     {[](Planted& p) {
          p.lights[0].position = {0.6f, 0, 0.8f, 1};

@@ -124,7 +124,7 @@ void BlockCheck::CheckClosing(const Block& block) {
     const auto after = std::ranges::upper_bound(source.blocks, block.brace, {}, &Block::brace);
     for (auto inner = after; inner != source.blocks.end() && inner->brace < block.end; inner++) {
         if (IsName(inner->head, ids)) {
-            findings.Error("block-runs-on", At(block.headBegin),
+            findings.Cause("block-runs-on", At(block.headBegin),
                            "the block " + block.head + " has no closing brace before " + inner->head +
                                " begins in line " + LineOf(inner->headBegin) +
                                ", so that everything in that counts for both");

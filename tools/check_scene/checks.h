@@ -12,6 +12,8 @@ void CheckBlocks(Findings& findings, const World& world);
 void CheckTextures(Findings& findings, const World& world);
 void CheckSceneFiles(Findings& findings, const World& world);
 void CheckMeshes(Findings& findings, const World& world);
+/// What the markers of all that moves show to be wrong with the whole world.
+void CheckWorldAxes(Findings& findings, const World& world);
 void CheckMarkers(Findings& findings, const World& world);
 void CheckPlayers(Findings& findings, const World& world);
 void CheckSpawnPoints(Findings& findings, const World& world);

@@ -59,6 +59,10 @@ bool Findings::HasCause() const {
     return std::ranges::any_of(list, &Finding::isCause);
 }
 
+bool Findings::Has(std::string_view code) const {
+    return std::ranges::find(list, code, &Finding::code) != list.end();
+}
+
 int Findings::ErrorCount() const {
     return static_cast<int>(std::ranges::count_if(list, &Finding::isError));
 }
@@ -123,7 +127,7 @@ std::string Utf8(const std::string& text) {
 
 std::string Shown(double value) {
     char digits[32];
-    std::snprintf(digits, sizeof digits, "%.6g", value);
+    std::snprintf(digits, sizeof digits, "%.6g", value + 0.0);  // -0 is shown as 0
     return digits;
 }
 

@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "math/vector.h"
@@ -44,6 +45,7 @@ struct Findings {
     /// after what is wrong with it. Each finding once.
     void Sort();
     bool HasCause() const;
+    bool Has(std::string_view code) const;
     int ErrorCount() const;
 };
 

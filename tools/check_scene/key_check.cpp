@@ -151,9 +151,13 @@ void KeyCheck::CheckRange(const KeyUse& use, std::size_t i) {
     const Argument& argument = use.key->arguments[i];
     if (argument.meaning == Meaning::Player) {
         if (playerCount > 0 && (number.value < 0 || number.value >= playerCount)) {
-            Error("player-unknown", number.begin,
-                  use.key->name + " is ignored: there is no player " + Shown(number.value) +
-                      "; *PLAYERCOUNT makes " + std::to_string(playerCount) + ", and they count from 0");
+            const std::string text = "there is no player " + Shown(number.value) +
+                                     ", and keys for them are ignored: *PLAYERCOUNT makes " +
+                                     std::to_string(playerCount) + ", and they count from 0";
+            if (!std::ranges::count(findings.list, text,
+                                    &Finding::text)) {  // most often the count is wrong
+                Error("player-unknown", number.begin, text);
+            }
         }
         return;
     }

@@ -127,6 +127,7 @@ void Judge(Findings& findings, World& world) {
     CheckSettings(findings, world);
     CheckSceneFiles(findings, world);
     CheckBlocks(findings, world);
+    CheckWorldAxes(findings, world);
     if (!findings.HasCause()) {
         CheckMeshes(findings, world);
     }

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cmath>
 #include <set>
+#include <vector>
 
 #include "check_scene/checks.h"
 #include "check_scene/mesh_facts.h"
@@ -171,5 +173,34 @@ void CheckMarkers(Findings& findings, const World& world) {
         if (isMember) {
             check.CheckSpare();
         }
+    }
+}
+
+void CheckWorldAxes(Findings& findings, const World& world) {
+    const Roles roles(*world.scene);
+    std::vector<float> lengths;
+    std::size_t lying = 0;
+    for (std::int32_t id = 0; id < world.scene->objectCount; id++) {
+        const Object& object = world.scene->objects[id];
+        if (roles.NeedOfAxes(object, id) != nullptr) {
+            const Vector upward = VertexOf(object, object.zAxisVertex) - CentreOf(object);
+            lengths.push_back(upward.Length());
+            lying += std::fabs(upward.y) > 0.99f * lengths.back() ? 1 : 0;
+        }
+    }
+    if (lengths.size() < 2) {
+        return;
+    }
+    const auto [least, most] = std::ranges::minmax(lengths);
+    constexpr float clearly = 1.5f;
+    if (least > 0.0f && most < 1.01f * least && std::max(least, 1.0f / least) > clearly) {
+        findings.Cause("world-scaled", world.scenes.front().AtByte(-1),
+                       "the axes of all players and cameras are " + Shown(least) +
+                           " long, and have to be 1: the world seems scaled by that; take it back");
+    } else if (lying == lengths.size()) {
+        findings.Cause(
+            "world-lying", world.scenes.front().AtByte(-1),
+            "the Z axes of all players and cameras point along Y: the world lies on its side; turn "
+            "it by 90 degrees about X");
     }
 }

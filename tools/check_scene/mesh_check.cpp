@@ -43,6 +43,7 @@ struct MeshCheck {
     bool CheckValues();
     void CheckTriangles(const MeshFacts& facts);
     void CheckLooseVertices(const MeshFacts& facts);
+    bool CheckSpike();
     void CheckSize(const MeshFacts& facts);
     bool IsLookedAtFromInside(const MeshFacts& facts) const;
 };
@@ -174,6 +175,35 @@ void MeshCheck::CheckLooseVertices(const MeshFacts& facts) {
     }
 }
 
+/// Whether no vertex stands far from all others.
+bool MeshCheck::CheckSpike() {
+    const Object& object = Subject();
+    Vector sum;
+    for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
+        sum = sum + CornerOf(object, corner);
+    }
+    const Vector middle = sum * (1.0f / static_cast<float>(object.faceValueCount));
+    Vector farthest = middle;
+    for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
+        const Vector vertex = CornerOf(object, corner);
+        farthest = (vertex - middle).Length() > (farthest - middle).Length() ? vertex : farthest;
+    }
+    float radius = 0.0f;  // of the others
+    for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
+        const Vector vertex = CornerOf(object, corner);
+        if ((vertex - farthest).Length() > 0.0f) {
+            radius = std::max(radius, (vertex - middle).Length());
+        }
+    }
+    constexpr float spike = 5.0f;
+    constexpr std::int32_t several = 8;
+    if (object.faceValueCount / 3 < several || (farthest - middle).Length() < spike * radius) {
+        return true;
+    }
+    Warn("mesh-spike", ": one vertex stands at " + ShownPoint(farthest) + ", far from all others");
+    return false;
+}
+
 void MeshCheck::CheckSize(const MeshFacts& facts) {
     const float farthest =
         std::max({std::fabs(facts.low.x), std::fabs(facts.low.y), std::fabs(facts.low.z),
@@ -206,7 +236,9 @@ void CheckMeshes(Findings& findings, const World& world) {
         const MeshFacts facts(check.Subject());
         check.CheckTriangles(facts);
         check.CheckLooseVertices(facts);
-        check.CheckSize(facts);
+        if (check.CheckSpike()) {
+            check.CheckSize(facts);
+        }
         CheckSurface(findings, world, id, facts);
         sides.push_back(facts.LargestSide());
         inward += facts.LooksInwards() && !check.IsLookedAtFromInside(facts) ? 1 : 0;

@@ -21,7 +21,7 @@ void CheckEnd(Findings& findings, const World& world) {
     for (const KeyUse& use :
          FindKeyUses(settings, world.settingsEnd, settings.text.size(), KeyPlace::Settings)) {
         if (use.key != nullptr && !settings.IsInComment(use.position)) {
-            findings.Error("settings-after-end", settings.At(use.position),
+            findings.Cause("settings-after-end", settings.At(use.position),
                            use.word + " isn't read: the settings end at the closing brace in line " +
                                std::to_string(settings.LineOf(world.settingsEnd - 1)));
         }

@@ -43,6 +43,7 @@ void CheckTracks(Findings& findings, const World& world, std::int32_t id) {
 
 void CheckKeyTracks(Findings& findings, const World& world) {
     const Scene& scene = *world.scene;
+    const bool isForeseen = findings.Has("no-players") || findings.Has("no-player-object");
     std::set<std::int32_t> players;  // objects that can play tracks, or have them played
     for (std::int32_t i = 0; i < scene.playerCount; i++) {
         const std::int32_t body = scene.players[i].playerObject;
@@ -66,7 +67,7 @@ void CheckKeyTracks(Findings& findings, const World& world) {
     }
     for (std::int32_t id = 0; id < scene.objectCount; id++) {
         CheckTracks(findings, world, id);
-        if (scene.objects[id].keyTrackCount > 0 && !players.contains(id)) {
+        if (scene.objects[id].keyTrackCount > 0 && !players.contains(id) && !isForeseen) {
             findings.Warn("track-unplayed", world.At(id),
                           Named(scene.objects[id]) +
                               " has key tracks that nobody plays: only a player's object and the "

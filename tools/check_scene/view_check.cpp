@@ -61,7 +61,7 @@ void CheckBindings(Findings& findings, const World& world, const char* key) {
             }
             const auto [other, isNew] = first.emplace(use.Whole(0), id);
             if (!isNew && other->second != id) {
-                findings.Error("object-for-two", world.At(id, key, use.Whole(0)),
+                findings.Cause("object-for-two", world.At(id, key, use.Whole(0)),
                                std::string(key) + " " + std::to_string(use.Whole(0)) +
                                    " stands in the block of " + Named(world.scene->objects[other->second]) +
                                    ", too; this one counts");
