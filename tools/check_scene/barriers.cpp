@@ -114,9 +114,16 @@ std::vector<Walks::Barrier> FindBarriers(Walker& walker, const FloorNet& net,
 
 bool IsWithinWalls(Walker& walker, const FloorNet& net, Vector place) {
     return std::ranges::all_of(ahead, [&](const Vector& direction) {
-        walker.PlaceAt(place + Vector(0.0f, 0.0f, 1.0f));  // clear of the floor
-        walker.Sweep(direction * (net.high - net.low).Length());
-        const Vector end = walker.position;
-        return end.x > net.low.x && end.x < net.high.x && end.y > net.low.y && end.y < net.high.y;
+        for (Vector from = place + Vector(0.0f, 0.0f, 1.0f);;) {  // clear of the floor
+            walker.PlaceAt(from);
+            walker.Sweep(direction * net.side);
+            if ((walker.position - from).Dot(direction) < 0.5f * net.side) {
+                return true;
+            }
+            from = from + direction * net.side;
+            if (!(from.x > net.low.x && from.x < net.high.x && from.y > net.low.y && from.y < net.high.y)) {
+                return false;
+            }
+        }
     });
 }
