@@ -106,7 +106,7 @@ TEST(ImportScene, AnObjKeepsItsGeometry) {
         }
     }
     WriteWholeFile("hill.obj", text);
-    WriteWholeFile("hill.mtl", "newmtl Paint\nKd 1 1 1\nmap_Kd CHECKERS.TGA\n");
+    WriteWholeFile("hill.mtl", "newmtl Paint\nKd 0 0 0\nmap_Kd CHECKERS.TGA\n");
     WriteCheckers("checkers.tga");
     world.Import("hill.obj", "--crease 180");
 
@@ -303,7 +303,10 @@ TEST(ImportScene, APlayerBeginsInRoomsOnGroundAndInFrontOfThings) {
         return VertexOf(body, body.centreVertex);
     };
     bool hasFloor = true;
-    const Vector inRoom = start(BoxModel(60, 30, true), hasFloor);
+    const std::string shelf =
+        "v 20 25 20\nv 20 25 40\nv 40 25 40\nv 40 25 20\nf 12 11 10 9\nv 20 26 20\nv 20 26 40\nv 40 26 "
+        "40\nf 13 14 15\n";
+    const Vector inRoom = start(BoxModel(60, 30, true) + shelf, hasFloor);
     EXPECT_NEAR(inRoom.x, 30, 1e-3f);
     EXPECT_NEAR(inRoom.y, -30, 1e-3f);
     EXPECT_NEAR(inRoom.z, 5.1f, 0.01f) << "on the room's own floor";

@@ -195,6 +195,7 @@ TEST_F(DamagedSceneTest, ACountThatTheFileCannotHoldEndsTheLoad) {
         Overwrite(bytes, 0, count);
         EXPECT_FALSE(LoadBytes(bytes));
         ExpectDamage("object count " + std::to_string(count));
+        ExpectDamage("at byte 0");
         EXPECT_EQ(scene.objectCount, 0);
     }
     EXPECT_EQ(logged.back(), "Scéna nahráha: 0 Objektů, 0 Polygonů, 0 Vertexů.");

@@ -81,6 +81,8 @@ TEST_P(MessageBoxes, BreakTheirTextAtWordsAndStayOnTheScreen) {
         EXPECT_EQ(high, oneLine + line) << text;
         EXPECT_LE(wide, 640) << text;
     }
+    const std::string word = std::string(40, 'o') + " ";  // in a line there is room for one and a half
+    EXPECT_EQ(size(word + word + word + word + word).second, oneLine + 4 * line);
     EXPECT_LE(size(std::string(8000, 'm')).second, 1024);
 }
 

@@ -429,6 +429,7 @@ TEST(CheckScene, NamesTheCauseAlone) {
          "import_scene data/world.obj data/world"},
         {"data/world.bin", "Crate {\n *COLLIDER\n}\n", "file-foreign", "attribute file"},
         {"data/world.bin", std::string("\2\0\0\0Crate", 9), "scene-damaged", ""},
+        {"data/world.bin", "\2", "scene-damaged", "(at byte 0)"},
         {"data/world.atr", utf16, "file-foreign", "iconv -f UTF-16"},
         {"settings.atr", utf16, "file-foreign", "iconv -f UTF-16"},
         {"settings.atr",
@@ -485,6 +486,10 @@ TEST(CheckScene, SpeaksToProgramsAndTerminals) {
     EXPECT_EQ(Check().exitCode, 0) << "only a warning";
     EXPECT_EQ(Check("--strict").exitCode, 1);
     EXPECT_NE(Check("--quiet").output.find("320 x 240"), std::string::npos);
+    WriteWholeFile("settings.atr", "*FRAMERATELIMT 50\n" + parts.settings);
+    EXPECT_EQ(query("--json .", "map(.severity)"), "[\"error\",\"warning\"]\n");
+    WriteWholeFile("data/world.bin", "\2");
+    EXPECT_EQ(query("--json .", ".[0].byte"), "0\n");
     WriteWholeFile("settings.atr", "*PLAYERS 1\n");
     const auto onTerminal = [](const char* before) {
         return RunCommand(std::string(before) + " script -qec '" CHECK_SCENE_PROGRAM "' /dev/null").output;
