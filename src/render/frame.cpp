@@ -1,5 +1,6 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
+#include <cassert>
 
 #include "engine/engine.h"
 #include "platform/gl_context.h"
@@ -134,6 +135,7 @@ void DrawFrame(Scene& scene, const Engine& engine, void (*drawObjects)(const Sce
 }  // namespace
 
 bool Scene::HasCamera(std::int32_t playerIndex) const {
+    assert(playerIndex >= 0 && playerIndex < playerCount);
     const Player& player = players[playerIndex];
     if (player.cameraObject < 0 || player.cameraObject >= objectCount) {
         return false;

@@ -3,6 +3,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -64,6 +65,7 @@ int CompareDistancesDescending(const void* a, const void* b) {
 }
 
 void Scene::DrawSprites(std::int32_t playerIndex) {
+    assert(HasCamera(playerIndex));
     const auto distances = std::make_unique_for_overwrite<float[]>(spriteCount);
     const auto sorted = std::make_unique_for_overwrite<float[]>(spriteCount);
     const auto order = std::make_unique_for_overwrite<std::int32_t[]>(spriteCount);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 
@@ -232,6 +233,7 @@ void BoundTree::FindNearEntries(const Block& block, const NearQuery& query, std:
 }
 
 void BoundTree::FindNear(const NearQuery& query, IdMarks& found) const {
+    assert(query.scale.x > 0.0f && query.scale.y > 0.0f && query.scale.z > 0.0f);
     struct Place {
         std::int32_t level;
         std::int32_t block;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numeric>
 
@@ -178,6 +179,7 @@ void CollideWithBody(const Object& object, const Object& obstacle) {
 }  // namespace
 
 void Object::CollideWithObject(const Object& obstacle) {
+    assert(collider != nullptr);
     if (obstacle.collider != nullptr) {
         CollideWithBody(*this, obstacle);
     } else {

@@ -1,4 +1,6 @@
 #include "scene/scene.h"
+
+#include <cassert>
 #include "services/log.h"
 #include "simulation/object_bounds.h"
 
@@ -27,6 +29,7 @@ void CollideWithObjects(Scene& scene, std::int32_t objectIndex) {
 }  // namespace
 
 Vector Scene::MoveWithCollision(std::int32_t objectIndex, Vector position, Vector displacement) {
+    assert(objectIndex >= 0 && objectIndex < objectCount && objects[objectIndex].collider != nullptr);
     Object& object = objects[objectIndex];
     const Vector radii = object.collider->radii;
     object.collider->airborne = 1;
