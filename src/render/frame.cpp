@@ -1,5 +1,6 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
+
 #include <cassert>
 
 #include "engine/engine.h"

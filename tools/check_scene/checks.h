@@ -21,8 +21,6 @@ void CheckSurface(Findings& findings, const World& world, std::int32_t id, const
 void CheckTwins(Findings& findings, const World& world);
 void CheckWords(Findings& findings, const World& world);
 void CheckViews(Findings& findings, const World& world);
-void CheckGroupLevels(Findings& findings, const World& world);
-void CheckTrackValues(Findings& findings, const World& world);
 void CheckWays(Findings& findings, const World& world);
 void CheckBodies(Findings& findings, const World& world);
 void CheckLamps(Findings& findings, const World& world);

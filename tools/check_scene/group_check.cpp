@@ -4,7 +4,7 @@
 #include "check_scene/checks.h"
 #include "scene/scene.h"
 
-// Groups: members, the parent that they follow, and room for them.
+// Groups: members, the parent that they follow, room for them, and that they have one level.
 
 namespace {
 
@@ -52,13 +52,30 @@ void CheckMembers(Findings& findings, const World& world, std::int32_t number, c
     }
     for (const std::int32_t member : group.members) {
         const Object& object = scene.objects[member];
-        const Object& parent = scene.objects[group.parents.front()];
+        const std::int32_t leader = group.parents.front();
+        const Object& parent = scene.objects[leader];
         const bool isParent = object.groupParent == number;
         if (!isParent && object.faceValueCount > 0 && parent.collider != nullptr && !StandsStill(parent) &&
             object.attributes[collidableAttribute] != 0 && !world.Of(member).meshDropped) {
             findings.Error("member-in-the-way", at(member),
                            Named(object) + " needs *NOCOLLIDER: as a member of " + name +
                                " it stands in the way of its parent, " + Named(parent));
+        }
+        if (isParent || object.groupParent == -1) {
+            continue;
+        }
+        const Place levels = world.At(member, "*GROUPPARENT");
+        if (!IsMember(scene, object.groupParent, leader)) {
+            findings.Warn(
+                "group-of-group", levels,
+                Named(object) + " follows " + Named(parent) +
+                    ", and what follows it stays behind then: groups have one level. Make its members "
+                    "those of " +
+                    name + ", too");
+        } else if (member < leader) {
+            findings.Error("groups-in-circle", levels,
+                           Named(object) + " and " + Named(parent) +
+                               " lead each other: each moves the other; leave one leader");
         }
     }
 }

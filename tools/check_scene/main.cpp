@@ -143,8 +143,6 @@ void Judge(Findings& findings, World& world) {
     CheckTwins(findings, world);
     CheckWords(findings, world);
     CheckViews(findings, world);
-    CheckGroupLevels(findings, world);
-    CheckTrackValues(findings, world);
     CheckLights(findings, world);
     CheckLamps(findings, world);
     CheckGroups(findings, world);
