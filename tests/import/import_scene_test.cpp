@@ -216,6 +216,10 @@ TEST(ImportScene, WhatCantBeReadIsToldAndLeavesNothingBehind) {
     WriteWholeFile("missing.obj",
                    "mtllib missing.mtl\nusemtl m\nv 0 0 0\nv 9 0 0\nv 0 9 0\nvt 0 0\nf 1/1 2/1 3/1\n");
     WriteWholeFile("missing.mtl", "newmtl m\nmap_Kd C:\\art\\gone.png\n");
+    WriteWholeFile("two.raw",
+                   "One\n0 0 0 0 9 0 9 0 0\nTwo\n0 0 3 0 9 3 9 0 3\n");  // its nodes come with a null
+    EXPECT_EQ(RunImport("two.raw data/two").exitCode, 0);
+    std::filesystem::remove_all("data");
     WriteWholeFile("wide.obj", "\xFF\xFE");
     EXPECT_NE(RunImport("wide.obj data/world").output.find("UTF-8"), std::string::npos);
     const CommandResult missing = RunImport("missing.obj data/world");

@@ -54,8 +54,8 @@ bool GetsAcross(Walker& walker, Vector feet, Vector to, Vector direction, float 
 /// Gives a barrier before the part, if one is found.
 std::vector<Walks::Barrier> FindBarrier(Walker& walker, const FloorNet& net, const Squares& part,
                                         const std::map<Cell, Vector>& stands) {
-    constexpr float climb = 2.5f;  ///< bodies do that
-    constexpr float mostLift = 7.0f;
+    constexpr float climb = 2.5f;     ///< bodies do that
+    constexpr float mostLift = 6.5f;  ///< what is higher is meant as a wall or a table
     const Vector radii = walker.Body().radii;
     for (const auto& [cell, place] : part) {
         for (const Vector& direction : ahead) {
@@ -90,7 +90,7 @@ std::vector<Walks::Barrier> FindBarriers(Walker& walker, const FloorNet& net,
                                          const std::vector<Walks::Square>& floor,
                                          const std::map<Cell, Vector>& stands) {
     constexpr std::size_t fewSquares = 12;
-    constexpr double small = 0.05;
+    constexpr double small = 0.08;
     std::map<Cell, Vector> unreached;
     for (const Walks::Square& square : floor) {
         if (!square.isReached) {

@@ -103,9 +103,10 @@ std::vector<ModelNode> FlattenNodes(const aiNode* root) {
         const aiNode* source = nodes[i].source;
         const aiMatrix4x4 toModel = nodes[i].toModel;
         for (unsigned child = 0; child < source->mNumChildren; child++) {
-            const aiNode* next = source->mChildren[child];
-            nodes.push_back(
-                {next, static_cast<int>(i), next->mName.C_Str(), toModel * next->mTransformation});
+            if (const aiNode* next = source->mChildren[child]) {  // null in some models of the format RAW
+                nodes.push_back(
+                    {next, static_cast<int>(i), next->mName.C_Str(), toModel * next->mTransformation});
+            }
         }
     }
     return nodes;
