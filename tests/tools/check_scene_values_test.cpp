@@ -135,9 +135,9 @@ const Plant plants[] = {
      },
      "[lamp-as-sun]"},
     {[](Planted& p) {
-         p.lights = {LampAt({0, 0, 900}, 1)};
+         p.lights = {LampAt({0, 0, -9}, 1)};
      },
-     "[lamp-far]"},
+     "[lamp-below]"},
     {[](Planted& p) {
          p.lights = {LampAt({0, 0, 900}, 1)};
      },

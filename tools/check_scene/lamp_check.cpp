@@ -30,13 +30,29 @@ struct Arrival {
     float distance = std::numeric_limits<float>::infinity();  ///< of the nearest vertex, in world units
 };
 
-/// A small mesh about the lamp itself.
+/// A small mesh at the lamp itself.
 bool IsBulb(const Object& object, Vector lamp) {
     constexpr float small = 3.0f;
     if (object.radius > small || object.vertexValueCount == 0) {
         return false;
     }
-    return (lamp - CentreOf(object)).Length() <= object.radius;
+    return (lamp - CentreOf(object)).Length() <= 2.0f * object.radius;
+}
+
+/// Whether a visible triangle reaches below the lamp, other than those of its own bulb.
+bool HasAnythingBelow(const Scene& scene, Vector lamp) {
+    for (std::int32_t id = 0; id < scene.objectCount; id++) {
+        const Object& object = scene.objects[id];
+        if (object.attributes[invisibleAttribute] == 1 || IsBulb(object, lamp)) {
+            continue;
+        }
+        for (std::int32_t corner = 0; corner < object.faceValueCount; corner++) {
+            if (CornerOf(object, corner).z < lamp.z) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 Arrival FindArrival(const Scene& scene, const Light& light) {
@@ -94,7 +110,14 @@ void CheckLamp(Findings& findings, const Scene& scene, const Light& light, const
         return;
     }
     const Arrival arrival = FindArrival(scene, light);
-    if (arrival.share < dark && std::isfinite(arrival.distance)) {
+    if (!std::isfinite(arrival.distance)) {
+        return;
+    }
+    if (!HasAnythingBelow(scene, position)) {
+        findings.Warn("lamp-below", place,
+                      "the lamp lies below everything that is seen, and lights no floor: z points up");
+    }
+    if (arrival.share < dark) {
         findings.Warn("lamp-far", place,
                       "the lamp reaches nothing: the nearest vertex is " +
                           Shown(std::round(arrival.distance)) + " away, and none gets more than " +
