@@ -338,23 +338,48 @@ TEST(ImportScene, MaterialsByBlenderHaveAmountsOfLight) {
     EXPECT_EQ(red("# by hand"), 0.5f);
 }
 
-// A triangle that stands 10 metres high, and a camera that looks at it from 2 metres below its foot.
-TEST(ImportScene, ACameraBelowTheModelStandsOnAFloor) {
-    ImportedScene world;
-    WriteWholeFile("below.gltf", R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0, 1]}],
-"nodes": [{"mesh": 0}, {"camera": 0, "translation": [5, -2, 10]}],
+/// A triangle that stands 10 metres high, and cameras.
+/// @param nodes of the triangle, mesh 0, and of the cameras, all of them camera 0
+/// @param numbers of all nodes
+void WriteTriangle(const std::string& nodes, const std::string& numbers) {
+    WriteWholeFile("model.gltf", R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [)" +
+                                     numbers + R"(]}], "nodes": [)" + nodes +
+                                     R"(],
 "cameras": [{"type": "perspective", "perspective": {"yfov": 0.8, "znear": 0.1}}],
 "meshes": [{"primitives": [{"attributes": {"POSITION": 0}}]}],
 "accessors": [
  {"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3", "min": [0, 0, 0], "max": [10, 10, 0]}],
 "bufferViews": [{"buffer": 0, "byteOffset": 0, "byteLength": 36}],
 "buffers": [{"byteLength": 36, "uri": "data:application/octet-stream;base64,)"
-                                 "AAAAAAAAAAAAAAAAAAAgQQAAAAAAAAAAAAAAAAAAIEEAAAAA\"}]}");
-    world.Import("below.gltf");
+                                     "AAAAAAAAAAAAAAAAAAAgQQAAAAAAAAAAAAAAAAAAIEEAAAAA\"}]}");
+}
+
+// Two metres below the foot of the triangle.
+TEST(ImportScene, ACameraBelowTheModelStandsOnAFloor) {
+    ImportedScene world;
+    WriteTriangle(R"({"mesh": 0}, {"camera": 0, "translation": [5, -2, 10]})", "0, 1");
+    world.Import("model.gltf");
     const Object& body = world.Get("PlayerBody");
     const float height = VertexOf(body, body.centreVertex).z;
     EXPECT_NEAR(height, -2 * 5.5f - 3, 1e-3f) << "with its eyes where the camera is";
     EXPECT_NEAR(VertexOf(world.Get("LaidFloor"), 0).z, height - 5.1f, 1e-3f);
+}
+
+TEST(ImportScene, CamerasShareTheWindowAndKeepASmallModelSmall) {
+    const TemporaryFolder folder;
+    std::string nodes = R"({"mesh": 0, "scale": [0.05, 0.05, 0.05]})";
+    for (const char* player : {"0", "1", "2"}) {
+        nodes += R"(, {"camera": 0, "translation": [0, 1, 3], "extras": {"CAMERAOBJECT": )" +
+                 std::string(player) + "}}";
+    }
+    WriteTriangle(nodes, "0, 1, 2, 3");
+    const CommandResult result = RunImport("model.gltf data/world --settings");
+    EXPECT_EQ(result.output.find("--scale"), std::string::npos) << result.output;
+    const std::string settings = ReadWholeFile("settings.atr");
+    for (const char* part : {"*PLAYERVIEWPORT 0 0 300 400 300\n", "*PLAYERVIEWPORT 1 400 300 400 300\n",
+                             "*PLAYERVIEWPORT 2 0 0 400 300\n"}) {
+        EXPECT_NE(settings.find(part), std::string::npos) << settings;
+    }
 }
 
 // A pyramid of 60 by 60 whose tip is the last corner, 60 up by one axis.

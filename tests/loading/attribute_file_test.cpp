@@ -72,7 +72,7 @@ TEST_F(AttributeFileTest, GivesAnObjectItsBlockAndNoOther) {
 TEST_F(AttributeFileTest, MakesGroupsAndBindsPlayersAndIgnoresThoseThatCannotBe) {
     Apply(
         "Hero { *GROUPPARENT 1 *GROUPMEMBER 3 *PLAYEROBJECT 1 *CAMERAOBJECT 0 -3 1000000 }\n"
-        "Ground { *GROUPMEMBER 3 *GROUPMEMBER 0 *PLAYEROBJECT 0 *GROUPMEMBER\n5 }");
+        "Ground { *GROUPMEMBER 0 *PLAYEROBJECT 0 *GROUPMEMBER\n5 *GROUPMEMBER 3");
     ASSERT_EQ(scene.groupCount, 4) << "a key that ends in a blank is none at the end of a line";
     EXPECT_TRUE(
         std::equal(&scene.groups[3].ids[0], &scene.groups[3].ids[3], std::vector{0, 2, -1}.begin()));

@@ -8,7 +8,7 @@ engine=$2
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 mkdir -p "$folder/bin" "$folder/tree"
-cp -r "$source"/{run.sh,test.sh,scripts,demo} "$folder/tree"
+cp -r "$source"/{run.sh,test.sh,check.sh,scripts,demo} "$folder/tree"
 for tool in bash sh env awk grep id cat dirname rm; do
     ln -s "$(command -v "$tool")" "$folder/bin"
 done
@@ -72,3 +72,11 @@ Expect 1 "Can the display be used (DISPLAY=:9876" "'$folder/tree/run.sh'"
 Expect 2 "./test.sh [PRESET]" "'$folder/tree/test.sh' everything"
 Expect 0 "./run.sh MODEL" "'$folder/tree/run.sh' --help"
 Expect 2 "there is no settings.atr in" "'$folder/tree/run.sh' '$folder/tree'"
+# What is said of the work isn't among what may be read as JSON.
+mkdir -p "$folder/world" "$folder/tree/build/release/tools"
+printf '#!/bin/sh\necho made\n' >"$folder/world/make.sh"
+chmod +x "$folder/world/make.sh"
+printf '#!/bin/sh\n' >"$folder/tree/build/release/tools/check_scene"
+chmod +x "$folder/tree/build/release/tools/check_scene"
+Expect 0 "made" "'$folder/tree/check.sh' '$folder/world'"
+Expect 1 "" "'$folder/tree/check.sh' '$folder/world' 2>/dev/null | grep ."
