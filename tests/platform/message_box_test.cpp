@@ -2,6 +2,7 @@
 
 #include "platform/window_fixture.h"
 #include "platform/windows1250.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -84,6 +85,15 @@ TEST_P(MessageBoxes, BreakTheirTextAtWordsAndStayOnTheScreen) {
     const std::string word = std::string(40, 'o') + " ";  // in a line there is room for one and a half
     EXPECT_EQ(size(word + word + word + word + word).second, oneLine + 4 * line);
     EXPECT_LE(size(std::string(8000, 'm')).second, 1024);
+}
+
+TEST_P(MessageBoxes, DrawTheFirstColumnOfALetter) {
+    const TemporaryFolder folder;
+    ShowBoxTo(*display, "sleep 0.2 exec --sync --args 6 import -depth 8 -window root box.ppm key Return",
+              std::string(30, '|'));
+    // Each stroke is one pixel wide and more than 10 high; the button's letters have some 50.
+    const CommandResult ink = RunCommand("ppmhist -noheader box.ppm | awk '$1 == 20 {print $5}'");
+    EXPECT_GT(std::atoi(ink.output.c_str()), 30 * 10) << ink.output;
 }
 
 TEST(MessageBoxWithoutDisplay, GoesToStandardError) {
