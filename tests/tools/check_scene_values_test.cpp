@@ -135,7 +135,17 @@ const Plant plants[] = {
      },
      "[lamp-as-sun]"},
     {[](Planted& p) {
+         p.lights = {LampAt({0, 0, 9}, 5)};
+         p.lights[0].linearAttenuation = 0;
+     },
+     "[light-bright]"},
+    {[](Planted& p) {
+         p.lights = {LampAt({0, 0, 9}, 1), LampAt({30, 0, 9}, 1)};
+     },
+     ""},
+    {[](Planted& p) {
          p.lights = {LampAt({0, 0, -9}, 1)};
+         p.world.Add(engine::MakeBox("Bulb", {-1, -1, -10}, {1, 1, -8}), {0, 0, -9}, {"*NOCOLLIDER"});
      },
      "[lamp-below]"},
     {[](Planted& p) {
@@ -190,6 +200,11 @@ const Plant plants[] = {
     {[](Planted& p) { p.Eyes().keyTracks[0][3].angle = 90; }, "[track-degrees]"},
     {[](Planted& p) { p.Eyes().keyTracks[0][3].translation.x = 2; }, "key track 0 ends 2 units"},
     {[](Planted& p) { p.floorKeys = {"*GROUPMEMBER 0 *NOCOLLIDER *GROUPPARENT 1"}; }, "[group-of-group]"},
+    {[](Planted& p) {
+         p.AddCrate("Lift", {20, 0, 0}, 2, "*COLLIDER *PHYSICS 0 0 0 *GROUPPARENT 1");
+         p.AddCrate("Rail", {30, 0, 0}, 2, "*GROUPMEMBER 1");
+     },
+     ""},
     {[](Planted& p) {
          p.AddCrate("One", {20, 0, 0}, 2, "*GROUPMEMBER 1 *GROUPPARENT 2 ");
          p.AddCrate("Two", {30, 0, 0}, 2, "*GROUPMEMBER 2 *GROUPPARENT 1 ");
@@ -250,6 +265,7 @@ const Plant plants[] = {
      "[world-lying]"},
     {[](Planted& p) { p.floor.vertices[0].z = 900; }, "[mesh-spike]"},
     {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 20"; }, "[world-beyond-far-plane]"},
+    {[](Planted& p) { p.settings[4] = "*FARCLIPPINGPLANE 80"; }, ""},
     {[](Planted& p) {
          p.lights[0].position = {0.6f, 0, 0.8f, 1};
      },
